@@ -511,14 +511,14 @@ ZYRREADER_API int32_t ZyrReader_InsertDocument(void);
  *   wait, timeoutMs, lightMask     pass true, 0 (wait for ever), 0
  *   reserved1..reserved5           pass 0
  *   reserved6, debugName           pass 0, null
- *   bothSides, locate              pass true, true
+ *   bothSides, findDocument        pass true, true
  *   other arguments as for ZyrReader_LocateDocumentTwoSidedEx */
 ZYRREADER_API int32_t ZyrReader_CameraDetectDocumentTwoSidedEx(
     bool wait, int32_t timeoutMs, uint32_t lightMask, ZyrLocation* side1, ZyrLocation* side2,
     ZyrReaderSettings* settings, ZyrDetectSettings* detect, ZyrLocateSettings* locate, int32_t reserved1,
     int32_t reserved2, int32_t reserved3, int32_t reserved4, int32_t reserved5, ZyrProcessSettings* process,
     ZyrSideSettings* side, ZyrFeedSettings* feed, int32_t reserved6, const char* debugName, bool bothSides,
-    bool locate, uint8_t* detectionFlag);
+    bool findDocument, uint8_t* detectionFlag);
 
 /* Takes a snapshot under the lights of lightMask and hands it to callback(user, 0, 0, lightMask, image).
  *   frames      frames averaged (the capture passes 15)
