@@ -433,6 +433,15 @@ ZYRREADER_API int32_t ZyrReader_ParseInitialise(void);
 ZYRREADER_API bool ZyrReader_IsParsingInitialised(void);
 ZYRREADER_API int32_t ZyrReader_ParseShutdown(void);
 
+/* Parses an AAMVA DL/ID card data stream into a library-owned record, released with
+ * ZyrReader_DestroyCachedObject. *record is set only on success.
+ *   data, length  the bytes to parse (length 0 gives ZYR_ERR_AAMVA_EMPTY)
+ *   reserved      pass 0
+ * ZYR_ERR_NOT_INITIALISED before ZyrReader_ParseInitialise; ZYR_ERR_NOT_AAMVA, ZYR_ERR_AAMVA_TRUNCATED
+ * and ZYR_ERR_AAMVA_EMPTY for bytes that cannot be parsed. */
+ZYRREADER_API int32_t ZyrReader_ParseAAMVA(const uint8_t* data, int32_t length, AAMVARecord** record,
+                                           int32_t reserved);
+
 /* ---------------------------------------------------------------------------------------------
  * Image conversion
  * ------------------------------------------------------------------------------------------- */
