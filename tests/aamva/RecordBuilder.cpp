@@ -1,0 +1,90 @@
+#include "RecordBuilder.h"
+
+AAMVADate Date(uint32_t day, uint32_t month, uint32_t year) {
+    AAMVADate d;
+    d.Day = day;
+    d.Month = month;
+    d.Year = year;
+    return d;
+}
+
+AAMVAMeasure Measure(int32_t value, uint32_t unit) {
+    AAMVAMeasure m;
+    m.Value = value;
+    m.Unit = unit;
+    return m;
+}
+
+RecordBuilder::RecordBuilder() : record_(new AAMVARecord) {
+    Blank();
+}
+
+RecordBuilder& RecordBuilder::Blank() {
+    std::memset(record_.get(), 0, sizeof(AAMVARecord));
+    const AAMVADate none = Date(AAMVA_NOT_PRESENT, AAMVA_NOT_PRESENT, AAMVA_NOT_PRESENT);
+    AAMVARecord& r = *record_;
+    r.DateOfBirth = none;
+    r.IssueDate = none;
+    r.ExpiryDate = none;
+    r.Version = AAMVA_NOT_PRESENT;
+    r.JurisdictionVersion = AAMVA_NOT_PRESENT;
+    r.HairColour = -1;
+    r.EyeColour = -1;
+    r.ShortSex = ' ';
+    items_.reset();
+    r.DataItems = nullptr;
+    r.DataItemCount = 0;
+    return *this;
+}
+
+RecordBuilder& RecordBuilder::Full() {
+    Blank();
+    AAMVARecord& r = *record_;
+    Text(r.LicenceNumber, "D1234567");
+    Text(r.FullName, "JANE ANN DOE");
+    Text(r.Surname, "DOE");
+    Text(r.Forename, "JANE");
+    Text(r.MiddleName, "ANN");
+    Text(r.NameSuffix, "JR");
+    Text(r.GivenNames, "JANE ANN");
+    Text(r.Sex, "Female");
+    r.ShortSex = 'F';
+    r.DateOfBirth = Date(4, 7, 1976);
+    r.IssueDate = Date(29, 2, 2016);
+    r.ExpiryDate = Date(31, 2, 2026); // does not exist
+    Text(r.AddressStreet, "123 MAIN ST");
+    Text(r.AddressCity, "ANYTOWN");
+    Text(r.AddressState, "VA");
+    Text(r.AddressPostalCode, "221010000");
+    Text(r.AddressCountry, "USA");
+    r.Height = Measure(64, AAMVA_UNIT_INCHES);
+    r.Weight = Measure(130, AAMVA_UNIT_POUNDS);
+    r.HairColour = AAMVA_HAIR_BROWN;
+    r.EyeColour = AAMVA_EYE_BLUE;
+    Text(r.FileType, "ANSI ");
+    Text(r.IIN, "636000");
+    Text(r.IssuerName, "Virginia");
+    r.Version = 8;
+    r.JurisdictionVersion = 0;
+    return Items({{"DAQ", "Customer ID Number", "D1234567"},
+                  {"DCS", "Customer Family Name", "DOE"},
+                  {"DAG", "Address - Street 1", "123 MAIN ST"}});
+}
+
+RecordBuilder& RecordBuilder::Items(const std::vector<TestItem>& items) {
+    items_.reset(items.empty() ? nullptr : new AAMVADataItem[items.size()]);
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        std::memset(&items_[i], 0, sizeof(AAMVADataItem));
+        Text(items_[i].ID, items[i].id);
+        Text(items_[i].Name, items[i].name);
+        Text(items_[i].Value, items[i].value);
+    }
+    record_->DataItems = items_.get();
+    record_->DataItemCount = static_cast<int32_t>(items.size());
+    return *this;
+}
+
+RecordBuilder& RecordBuilder::ItemCount(int32_t count) {
+    record_->DataItemCount = count;
+    return *this;
+}
