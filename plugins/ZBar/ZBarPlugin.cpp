@@ -1,0 +1,4 @@
+#include "PluginBoundary.h"
+#include "ZBarDecoder.h"
+
+KVDECODE_DEFINE_PLUGIN(kvdecode::ZBarDecoder)
