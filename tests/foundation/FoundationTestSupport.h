@@ -1,0 +1,67 @@
+#pragma once
+
+#include "StringBuffer.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#if defined(__SANITIZE_ADDRESS__)
+#include <sanitizer/asan_interface.h>
+#endif
+
+// The bytes of a string, embedded NULs included.
+inline std::string Bytes(const StringBuffer& s) {
+    return std::string(s.str(), static_cast<size_t>(s.size()));
+}
+
+// The buffer ends right after the terminator. Under AddressSanitizer the byte past it is checked
+// to be outside the allocation; elsewhere only the terminator can be checked.
+inline ::testing::AssertionResult HasExactBuffer(const StringBuffer& s) {
+    if (s.str() == nullptr)
+        return ::testing::AssertionFailure() << "null buffer";
+    if (s.str()[s.size()] != '\0')
+        return ::testing::AssertionFailure() << "no terminator at " << s.size();
+#if defined(__SANITIZE_ADDRESS__)
+    if (__asan_address_is_poisoned(s.str() + s.size()))
+        return ::testing::AssertionFailure() << "terminator outside the buffer";
+    if (!__asan_address_is_poisoned(s.str() + s.size() + 1))
+        return ::testing::AssertionFailure() << "buffer larger than length + 1";
+#endif
+    return ::testing::AssertionSuccess();
+}
+
+// A fresh folder per test, removed afterwards.
+class ScratchFolder {
+public:
+    ScratchFolder() {
+        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
+        std::string name = std::string("glyphor_foundation_") + info->test_suite_name() + "_" + info->name();
+        for (char& c : name)
+            if (c == '/')
+                c = '_';
+        path = std::filesystem::temp_directory_path() / name;
+        std::filesystem::remove_all(path);
+        std::filesystem::create_directories(path);
+    }
+    ~ScratchFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path, ignored);
+    }
+    std::string File(const std::string& name) const { return (path / name).string(); }
+
+    std::filesystem::path path;
+};
+
+inline void WriteFileBytes(const std::string& file, const std::string& bytes) {
+    std::ofstream out(file, std::ios::binary | std::ios::trunc);
+    out << bytes;
+}
+
+inline std::string ReadFileBytes(const std::string& file) {
+    std::ifstream in(file, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
