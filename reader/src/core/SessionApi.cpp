@@ -1,0 +1,54 @@
+// Entry points for the error handler, logging and the release of library objects.
+#include "ZyrReaderLowLevelAPI.h"
+#include "core/CameraService.h"
+#include "core/ErrorReporter.h"
+#include "core/ImageProcessingService.h"
+#include "core/Log.h"
+#include "core/ObjectRegistry.h"
+#include "core/ParseService.h"
+#include "core/ShutdownHooks.h"
+#include "core/SignalService.h"
+
+using namespace zyr;
+
+extern "C" {
+
+ZYRREADER_API const char* ZyrReader_ErrorText(int32_t code) { return ErrorReporter::text(code); }
+
+ZYRREADER_API int32_t ZyrReader_SetErrorHandler(ZyrReaderErrorHandler handler, uint32_t options) {
+    (void)options; // reserved
+    ErrorReporter::setHandler(handler);
+    return ZYR_OK;
+}
+
+ZYRREADER_API int32_t ZyrReader_InitialiseLogging(bool enable, int32_t level, uint32_t mask, const char* fileName) {
+    if (!enable || level <= 0) {
+        Log::close();
+        return ZYR_OK;
+    }
+    const int32_t result = Log::open(level, mask, fileName);
+    if (result == ZYR_OK)
+        Log::write(ZYR_LOG_ALL, LogInfo, "logging started, level %d, mask 0x%X", level, mask);
+    return result;
+}
+
+ZYRREADER_API int32_t ZyrReader_DestroyCachedObject(const void* object) {
+    const int32_t result = ObjectRegistry::instance().destroy(object);
+    if (result != ZYR_OK)
+        Log::write(ZYR_LOG_ALL, LogError, "release of %p refused: %s", object, ErrorReporter::text(result));
+    return result;
+}
+
+ZYRREADER_API int32_t ZyrReader_DestroyCachedData(void) {
+    const std::size_t freed = ObjectRegistry::instance().destroyAll();
+    ShutdownHooks::instance().runAll();
+    // Shut-downs of services that are not running answer "not initialised"; that is expected here.
+    CameraService::instance().shutdown();
+    ImageProcessingService::instance().shutdown();
+    SignalService::instance().shutdown();
+    ParseService::instance().shutdown();
+    Log::write(ZYR_LOG_ALL, LogInfo, "cached data destroyed, %zu objects freed", freed);
+    return ZYR_OK;
+}
+
+} // extern "C"
