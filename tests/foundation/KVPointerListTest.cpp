@@ -1,0 +1,227 @@
+#include "KVPointerList.h"
+#include "EnumerableList.h"
+#include "KVGrowth.h"
+#include "KVObjectPointerList.h"
+#include "PtrList.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+// Distinct addresses to store; the lists never dereference them.
+int slots[100];
+void* P(int i) {
+    return &slots[i];
+}
+
+// ---- growth, shared by every list -----------------------------------------------------------
+
+struct ListKind {
+    const char* name;
+    // Adds n items to a fresh list and reports its capacity.
+    std::function<int(int n)> capacityAfterAdds;
+};
+
+void PrintTo(const ListKind& k, std::ostream* os) {
+    *os << k.name;
+}
+
+class Growth : public ::testing::TestWithParam<ListKind> {};
+
+TEST_P(Growth, RunsFourEightSixteenThenStepsOfSixteen) {
+    const std::vector<std::pair<int, int>> addsToCapacity = {
+        {0, 0},   {1, 4},   {4, 4},   {5, 8},   {8, 8},   {9, 16},    {16, 16},
+        {17, 32}, {32, 32}, {33, 48}, {49, 64}, {65, 80}, {100, 112},
+    };
+    for (const auto& [adds, capacity] : addsToCapacity) {
+        SCOPED_TRACE(std::to_string(adds) + " adds");
+        EXPECT_EQ(GetParam().capacityAfterAdds(adds), capacity);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(AllLists, Growth,
+                         ::testing::Values(ListKind{"KVPointerList",
+                                                    [](int n) {
+                                                        KVPointerList list;
+                                                        for (int i = 0; i < n; ++i)
+                                                            list.Add(P(i));
+                                                        return list.GetCapacity();
+                                                    }},
+                                           ListKind{"PtrList",
+                                                    [](int n) {
+                                                        KV::PtrList<int> list;
+                                                        for (int i = 0; i < n; ++i)
+                                                            list.Add(&slots[i]);
+                                                        return list.GetCapacity();
+                                                    }},
+                                           ListKind{"PtrListInsertAt",
+                                                    [](int n) {
+                                                        KV::PtrList<int> list;
+                                                        for (int i = 0; i < n; ++i)
+                                                            list.InsertAt(0, &slots[i]);
+                                                        return list.GetCapacity();
+                                                    }},
+                                           ListKind{"EnumerableList",
+                                                    [](int n) {
+                                                        KV::EnumerableList<int> list;
+                                                        for (int i = 0; i < n; ++i)
+                                                            list.Add(i);
+                                                        return list.GetCapacity();
+                                                    }}),
+                         [](const ::testing::TestParamInfo<ListKind>& info) { return info.param.name; });
+
+TEST(GrowthRule, StepDependsOnCurrentCapacity) {
+    const std::vector<std::pair<int, int>> fromTo = {{0, 4},  {3, 7},  {4, 8},  {5, 13},
+                                                     {8, 16}, {9, 25}, {48, 64}};
+    for (const auto& [from, to] : fromTo) {
+        SCOPED_TRACE("from " + std::to_string(from));
+        EXPECT_EQ(KVNextCapacity(from), to);
+        // The same step applies to a list whose capacity was set by hand, once it fills up.
+        KVPointerList list;
+        list.SetCapacity(from);
+        for (int i = 0; i <= from; ++i)
+            list.Add(P(i));
+        EXPECT_EQ(list.GetCapacity(), to);
+    }
+}
+
+// ---- KVPointerList ---------------------------------------------------------------------------
+
+KVPointerList* Filled(KVPointerList& list, const std::vector<int>& ids) {
+    for (int id : ids)
+        list.Add(P(id));
+    return &list;
+}
+
+std::vector<int> Ids(const KVPointerList& list) {
+    std::vector<int> ids;
+    for (int i = 0; i < list.GetCount(); ++i)
+        ids.push_back(static_cast<int>(static_cast<int*>(list.GetAt(i)) - slots));
+    return ids;
+}
+
+TEST(KVPointerListTest, GetAtIsBoundedByCapacityAndUnusedSlotsAreNull) {
+    KVPointerList list;
+    EXPECT_EQ(list.GetAt(0), nullptr);
+    Filled(list, {1, 2, 3});
+    ASSERT_EQ(list.GetCapacity(), 4);
+    EXPECT_EQ(list.GetAt(0), P(1));
+    EXPECT_EQ(list.GetAt(2), P(3));
+    EXPECT_EQ(list.GetAt(3), nullptr); // count < capacity
+    EXPECT_EQ(list.GetAt(4), nullptr); // capacity
+    EXPECT_EQ(list.GetAt(-1), nullptr);
+}
+
+TEST(KVPointerListTest, AddReturnsIndexAndAcceptsNull) {
+    KVPointerList list;
+    EXPECT_EQ(list.Add(P(1)), 0);
+    EXPECT_EQ(list.Add(nullptr), 1);
+    EXPECT_EQ(list.Add(P(1)), 2);
+    EXPECT_EQ(list.GetCount(), 3);
+    EXPECT_EQ(list.GetAt(1), nullptr);
+}
+
+TEST(KVPointerListTest, RemoveByIdentity) {
+    struct Case {
+        const char* name;
+        std::vector<int> start;
+        int remove;
+        int index;
+        std::vector<int> after;
+    };
+    const std::vector<Case> cases = {
+        {"middle", {1, 2, 3}, 2, 1, {1, 3}},
+        {"first", {1, 2, 3}, 1, 0, {2, 3}},
+        {"last", {1, 2, 3}, 3, 2, {1, 2}},
+        {"absent", {1, 2, 3}, 9, -1, {1, 2, 3}},
+        {"empty", {}, 1, -1, {}},
+        {"duplicate takes first", {5, 1, 5, 5}, 5, 0, {1, 5, 5}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        KVPointerList list;
+        Filled(list, c.start);
+        const int capacity = list.GetCapacity();
+        EXPECT_EQ(list.Remove(P(c.remove)), c.index);
+        EXPECT_EQ(Ids(list), c.after);
+        EXPECT_EQ(list.GetCapacity(), capacity);
+        EXPECT_EQ(list.GetAt(list.GetCount()), nullptr); // the freed slot is nulled
+    }
+}
+
+TEST(KVPointerListTest, RemoveAtShiftsAndRejectsOutsideItems) {
+    KVPointerList list;
+    Filled(list, {1, 2, 3, 4, 5});
+    EXPECT_EQ(list.RemoveAt(1), P(2));
+    EXPECT_EQ(Ids(list), (std::vector<int>{1, 3, 4, 5}));
+    EXPECT_EQ(list.GetAt(4), nullptr);
+    EXPECT_EQ(list.RemoveAt(4), nullptr);
+    EXPECT_EQ(list.RemoveAt(-1), nullptr);
+    EXPECT_EQ(list.GetCount(), 4);
+}
+
+TEST(KVPointerListTest, SetCapacityKeepsPrefixAndClearRestarts) {
+    KVPointerList list;
+    Filled(list, {1, 2, 3, 4, 5});
+    list.SetCapacity(3);
+    EXPECT_EQ(Ids(list), (std::vector<int>{1, 2, 3}));
+    EXPECT_EQ(list.GetAt(3), nullptr);
+    list.SetCapacity(10);
+    EXPECT_EQ(list.GetCapacity(), 10);
+    EXPECT_EQ(list.GetAt(9), nullptr);
+    EXPECT_EQ(Ids(list), (std::vector<int>{1, 2, 3}));
+    list.SetCapacity(0);
+    EXPECT_EQ(list.GetCount(), 0);
+    EXPECT_EQ(list.GetAt(0), nullptr);
+
+    Filled(list, {1, 2, 3, 4, 5, 6, 7, 8, 9});
+    list.Clear();
+    EXPECT_EQ(list.GetCount(), 0);
+    EXPECT_EQ(list.GetCapacity(), 0);
+    EXPECT_EQ(list.Add(P(7)), 0);
+    EXPECT_EQ(list.GetCapacity(), 4);
+}
+
+// Counts destructions, to show which operations delete items and which do not.
+struct Tracked {
+    explicit Tracked(int& deaths) : deaths(deaths) {}
+    ~Tracked() { ++deaths; }
+    int& deaths;
+};
+
+TEST(KVObjectPointerListTest, TypedAccessAndHolderDeletesItems) {
+    int deaths = 0;
+    auto list = std::make_unique<KVObjectPointerList<Tracked>>();
+    Tracked* a = new Tracked(deaths);
+    Tracked* b = new Tracked(deaths);
+    list->Add(a);
+    list->Add(b);
+    EXPECT_EQ(list->GetAt(1), b);
+    EXPECT_EQ(list->Remove(a), 0);
+    EXPECT_EQ(list->GetAt(0), b);
+    EXPECT_EQ(deaths, 0); // removing never deletes
+    delete a;
+
+    // Clear through the base: the virtual override runs and frees only the array.
+    KVPointerList* base = list.get();
+    base->Clear();
+    EXPECT_EQ(list->GetCount(), 0);
+    EXPECT_EQ(deaths, 1);
+    delete b;
+    EXPECT_EQ(deaths, 2);
+
+    // The holder pattern: delete over GetAt(0..count-1), then Clear().
+    for (int i = 0; i < 5; ++i)
+        list->Add(new Tracked(deaths));
+    for (int i = 0; i < list->GetCount(); ++i)
+        delete list->GetAt(i);
+    list->Clear();
+    EXPECT_EQ(deaths, 7);
+}
+
+} // namespace

@@ -1,0 +1,212 @@
+#include "PtrList.h"
+#include "EnumerableList.h"
+#include "EnumerablePtrRefList.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+
+struct Item {
+    int key;
+};
+
+int ByKey(Item* a, Item* b) {
+    return a->key < b->key ? -1 : (a->key > b->key ? 1 : 0);
+}
+
+// Items live in a fixed array, so their addresses rise with their index.
+class PtrListTest : public ::testing::Test {
+protected:
+    Item pool[8] = {{0}, {1}, {2}, {3}, {4}, {5}, {6}, {7}};
+
+    void Fill(KV::PtrList<Item>& list, const std::vector<int>& indexes) {
+        for (int i : indexes)
+            list.Add(&pool[i]);
+    }
+    std::vector<int> Indexes(const KV::PtrList<Item>& list) const {
+        std::vector<int> out;
+        for (int i = 0; i < list.GetCount(); ++i)
+            out.push_back(static_cast<int>(list.GetAt(i) - pool));
+        return out;
+    }
+};
+
+TEST_F(PtrListTest, EditingOperations) {
+    struct Case {
+        const char* name;
+        std::vector<int> start;
+        void (*edit)(KV::PtrList<Item>&, Item*);
+        std::vector<int> expected;
+    };
+    const std::vector<Case> cases = {
+        {"insert front", {1, 2}, [](KV::PtrList<Item>& l, Item* p) { l.InsertAt(0, &p[5]); }, {5, 1, 2}},
+        {"insert middle", {1, 2}, [](KV::PtrList<Item>& l, Item* p) { l.InsertAt(1, &p[5]); }, {1, 5, 2}},
+        {"insert end", {1, 2}, [](KV::PtrList<Item>& l, Item* p) { l.InsertAt(2, &p[5]); }, {1, 2, 5}},
+        {"insert past end appends", {1}, [](KV::PtrList<Item>& l, Item* p) { l.InsertAt(9, &p[5]); }, {1, 5}},
+        {"insert into full grows",
+         {1, 2, 3, 4},
+         [](KV::PtrList<Item>& l, Item* p) { l.InsertAt(2, &p[5]); },
+         {1, 2, 5, 3, 4}},
+        {"remove at", {1, 2, 3}, [](KV::PtrList<Item>& l, Item*) { l.RemoveAt(0); }, {2, 3}},
+        {"remove at outside", {1, 2, 3}, [](KV::PtrList<Item>& l, Item*) { l.RemoveAt(3); }, {1, 2, 3}},
+        {"remove first copy", {3, 1, 3}, [](KV::PtrList<Item>& l, Item* p) { l.Remove(&p[3]); }, {1, 3}},
+        {"remove absent", {1, 2}, [](KV::PtrList<Item>& l, Item* p) { l.Remove(&p[7]); }, {1, 2}},
+        {"set at", {1, 2}, [](KV::PtrList<Item>& l, Item* p) { l.SetAt(1, &p[6]); }, {1, 6}},
+        {"set at outside", {1, 2}, [](KV::PtrList<Item>& l, Item* p) { l.SetAt(2, &p[6]); }, {1, 2}},
+        {"swap", {1, 2, 3}, [](KV::PtrList<Item>& l, Item*) { l.Swap(0, 2); }, {3, 2, 1}},
+        {"shrink", {1, 2, 3, 4, 5}, [](KV::PtrList<Item>& l, Item*) { l.SetCapacity(2); }, {1, 2}},
+        {"sort by address", {4, 0, 7, 2, 2}, [](KV::PtrList<Item>& l, Item*) { l.Sort(); }, {0, 2, 2, 4, 7}},
+        {"sort empty", {}, [](KV::PtrList<Item>& l, Item*) { l.Sort(); }, {}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        KV::PtrList<Item> list;
+        Fill(list, c.start);
+        c.edit(list, pool);
+        EXPECT_EQ(Indexes(list), c.expected);
+        if (list.GetCount() > 0) {
+            EXPECT_EQ(list.First(), &pool[c.expected.front()]);
+            EXPECT_EQ(list.Last(), &pool[c.expected.back()]);
+        }
+    }
+}
+
+TEST_F(PtrListTest, FindUsesIdentityOrComparerFromStart) {
+    KV::PtrList<Item> list;
+    Fill(list, {3, 1, 3, 5});
+    EXPECT_EQ(list.Find(&pool[3]), 0);
+    EXPECT_EQ(list.Find(&pool[3], 1), 2);
+    EXPECT_EQ(list.Find(&pool[3], 3), -1);
+    EXPECT_EQ(list.Find(&pool[6]), -1);
+
+    Item sameKey{5}; // a different object with an equal key
+    EXPECT_EQ(list.Find(&sameKey), -1);
+    EXPECT_EQ(list.Find(&sameKey, 0, ByKey), 3);
+    EXPECT_TRUE(list.Remove(&sameKey, ByKey));
+    EXPECT_FALSE(list.Remove(&sameKey, ByKey));
+    EXPECT_EQ(Indexes(list), (std::vector<int>{3, 1, 3}));
+}
+
+TEST_F(PtrListTest, EmptyListAnswersNull) {
+    KV::PtrList<Item> list;
+    EXPECT_EQ(list.First(), nullptr);
+    EXPECT_EQ(list.Last(), nullptr);
+    EXPECT_EQ(list.GetAt(0), nullptr);
+    EXPECT_EQ(list.RemoveAt(0), nullptr);
+    EXPECT_EQ(list.Find(&pool[0]), -1);
+}
+
+TEST(PtrListSort, MatchesStableReferenceOnManyShapes) {
+    std::mt19937 random(12345);
+    const std::vector<int> sizes = {1, 2, 3, 7, 64, 1000};
+    for (int size : sizes) {
+        for (int shape = 0; shape < 4; ++shape) {
+            SCOPED_TRACE("size " + std::to_string(size) + " shape " + std::to_string(shape));
+            std::vector<Item> items(static_cast<size_t>(size));
+            for (int i = 0; i < size; ++i) {
+                switch (shape) {
+                case 0:
+                    items[i].key = static_cast<int>(random() % 1000);
+                    break; // random
+                case 1:
+                    items[i].key = static_cast<int>(random() % 3);
+                    break; // many duplicates
+                case 2:
+                    items[i].key = i;
+                    break; // sorted
+                default:
+                    items[i].key = size - i;
+                    break; // reversed
+                }
+            }
+            KV::PtrList<Item> list;
+            for (Item& item : items)
+                list.Add(&item);
+            list.Sort(ByKey);
+            std::vector<int> keys, expected;
+            for (int i = 0; i < list.GetCount(); ++i)
+                keys.push_back(list.GetAt(i)->key);
+            for (const Item& item : items)
+                expected.push_back(item.key);
+            std::sort(expected.begin(), expected.end());
+            EXPECT_EQ(keys, expected);
+        }
+    }
+}
+
+struct Counted {
+    explicit Counted(int& deaths) : deaths(deaths) {}
+    ~Counted() { ++deaths; }
+    int& deaths;
+};
+
+TEST(PtrListOwnership, DeleteAllDeletesClearDoesNot) {
+    int deaths = 0;
+    KV::PtrList<Counted> list;
+    for (int i = 0; i < 6; ++i)
+        list.Add(new Counted(deaths));
+    Counted* kept = list.RemoveAt(0);
+    list.DeleteAll();
+    EXPECT_EQ(deaths, 5);
+    EXPECT_EQ(list.GetCount(), 0);
+    EXPECT_EQ(list.GetCapacity(), 0);
+
+    list.Add(kept);
+    list.Clear();
+    EXPECT_EQ(deaths, 5);
+    delete kept;
+    EXPECT_EQ(list.Add(nullptr), 0);
+    EXPECT_EQ(list.GetCapacity(), 4);
+}
+
+TEST_F(PtrListTest, EnumeratorIsASnapshotOfThePointers) {
+    KV::PtrList<Item> list;
+    Fill(list, {2, 4, 6, 1, 3});
+    std::unique_ptr<KV::EnumerablePtrRefList<Item>> snapshot(list.GetEnumerator());
+    EXPECT_EQ(snapshot->GetCount(), 5);
+    EXPECT_EQ(snapshot->GetCapacity(), 8); // starts at 4 and grows by the shared rule
+    list.RemoveAt(0);
+    list.Add(&pool[7]);
+
+    std::vector<int> seen;
+    for (snapshot->Reset(); snapshot->HasCurrent(); snapshot->MoveNext())
+        seen.push_back(static_cast<int>(snapshot->Current() - pool));
+    EXPECT_EQ(seen, (std::vector<int>{2, 4, 6, 1, 3}));
+    EXPECT_EQ(snapshot->Current(), nullptr); // past the end
+
+    KV::PtrList<Item> empty;
+    std::unique_ptr<KV::EnumerablePtrRefList<Item>> none(empty.GetEnumerator());
+    EXPECT_FALSE(none->HasCurrent());
+    EXPECT_EQ(none->GetCapacity(), 4);
+}
+
+TEST(EnumerableListTest, AddAllAddRangeAndCursor) {
+    KV::EnumerableList<int> source;
+    const int values[] = {5, 6, 7};
+    source.AddRange(values, 3);
+    source.AddRange(values, 0);
+    source.AddRange(values, -2);
+    EXPECT_EQ(source.GetCount(), 3);
+
+    KV::EnumerableList<int> target;
+    target.Add(1);
+    source.MoveNext(); // AddAll restarts the other's cursor
+    target.AddAll(source);
+    target.AddAll(target); // adding itself copies the items once
+    std::vector<int> seen;
+    for (target.Reset(); target.HasCurrent(); target.MoveNext())
+        seen.push_back(target.Current());
+    EXPECT_EQ(seen, (std::vector<int>{1, 5, 6, 7, 1, 5, 6, 7}));
+
+    target.Reset();
+    EXPECT_TRUE(target.MoveNext());
+    EXPECT_EQ(target.Current(), 5);
+}
+
+} // namespace
