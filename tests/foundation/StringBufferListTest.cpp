@@ -1,0 +1,202 @@
+#include "StringBufferList.h"
+#include "FoundationTestSupport.h"
+#include "StringBufferException.h"
+
+#include <cerrno>
+#include <cstring>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace std::string_literals;
+using Lines = std::vector<std::string>;
+
+Lines LinesOf(const StringBufferList& list) {
+    Lines lines;
+    for (int i = 0; i < list.GetCount(); ++i)
+        lines.push_back(Bytes(list.GetItem(i)));
+    return lines;
+}
+
+StringBuffer Sb(const std::string& bytes) {
+    return StringBuffer(bytes.data(), static_cast<int32_t>(bytes.size()));
+}
+
+std::string SystemText(int error) {
+    return std::strerror(error);
+}
+
+// Runs f and returns the message of the StringBufferException it throws ("" when none).
+template <typename F> std::string ThrownMessage(F f) {
+    try {
+        f();
+    } catch (const StringBufferException& e) {
+        return e.what();
+    }
+    return "";
+}
+
+TEST(StringBufferListSplit, RunsOfSeparatorsCountAsOne) {
+    struct Case {
+        std::string text, separators;
+        Lines pieces;
+    };
+    const std::vector<Case> cases = {
+        {"a b c", " ", {"a", "b", "c"}},
+        {"  a   b  ", " ", {"a", "b"}},
+        {"a,;b;,c", ",;", {"a", "b", "c"}},
+        {"a\r\n\r\nb\rc\n", "\r\n", {"a", "b", "c"}},
+        {"abc", "x", {"abc"}},
+        {",,,", ",", {}},
+        {"", ",", {}},
+        {"a,b", "", {}},
+        {"a,b\0c,d"s, ",", {"a", "b"}}, // the text ends at its first NUL
+        {"\0a,b"s, ",", {}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE("'" + c.text + "' by '" + c.separators + "'");
+        StringBufferList list;
+        list.Add(StringBuffer("kept"));
+        EXPECT_EQ(list.Split(Sb(c.text), Sb(c.separators)), static_cast<int>(c.pieces.size()));
+        Lines expected = {"kept"};
+        expected.insert(expected.end(), c.pieces.begin(), c.pieces.end());
+        EXPECT_EQ(LinesOf(list), expected);
+    }
+}
+
+TEST(StringBufferListItems, MissingEntriesThrowWithTheirIndex) {
+    StringBufferList list;
+    list.Add(StringBuffer("x"));
+    list.Add(StringBuffer(""));
+    list.Add(StringBuffer("z"));
+    EXPECT_EQ(Bytes(list.GetItem(1)), "");
+    const std::vector<int> missing = {3, 4, 5, 100, -1}; // 3 is an empty slot below the capacity 4
+    for (int index : missing) {
+        SCOPED_TRACE(index);
+        EXPECT_EQ(ThrownMessage([&] { list.GetItem(index); }),
+                  "Item at index " + std::to_string(index) + " does not exist");
+    }
+    list.Clear();
+    EXPECT_EQ(list.GetCount(), 0);
+    EXPECT_EQ(ThrownMessage([&] { list.GetItem(0); }), "Item at index 0 does not exist");
+}
+
+TEST(StringBufferListFiles, LoadSplitsAtCrAndLfAsASet) {
+    struct Case {
+        const char* name;
+        std::string bytes;
+        Lines lines;
+    };
+    const std::vector<Case> cases = {
+        {"crlf and blank lines", "a\r\n\r\nb\nc", {"a", "b", "c"}},
+        {"no final break", "one\r\ntwo", {"one", "two"}},
+        {"final break", "one\r\ntwo\r\n", {"one", "two"}},
+        {"cr only", "x\ry\r", {"x", "y"}},
+        {"lf cr pairs", "p\n\rq", {"p", "q"}},
+        {"only breaks", "\r\n\r\n\n", {}},
+        {"empty file", "", {}},
+        {"spaces and tabs stay", " a \t\r\n", {" a \t"}},
+        {"final nul dropped", "a\nb\0"s, {"a", "b"}},
+        {"text ends at first nul", "a\nb\0c\nd"s, {"a", "b"}},
+        {"high bytes kept", "\xef\xbb\xbfx\xe9\n", {"\xef\xbb\xbfx\xe9"}},
+    };
+    ScratchFolder folder;
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const std::string path = folder.File("in.txt");
+        WriteFileBytes(path, c.bytes);
+        StringBufferList list;
+        list.Add(StringBuffer("first"));
+        list.LoadFromFile(StringBuffer(path.c_str()));
+        Lines expected = {"first"};
+        expected.insert(expected.end(), c.lines.begin(), c.lines.end());
+        EXPECT_EQ(LinesOf(list), expected);
+    }
+}
+
+TEST(StringBufferListFiles, SaveEndsEveryLineWithCrLf) {
+    struct Case {
+        const char* name;
+        std::string existing;
+        Lines lines;
+        bool append;
+        std::string expected;
+    };
+    const std::vector<Case> cases = {
+        {"two lines", "", {"x", "y"}, false, "x\r\ny\r\n"},
+        {"empty list writes nothing", "old", {}, false, ""},
+        {"empty line", "", {"", "a"}, false, "\r\na\r\n"},
+        {"shorter content truncates", "a much longer old text\r\n", {"new"}, false, "new\r\n"},
+        {"append keeps old", "x\r\ny\r\n", {"x", "y"}, true, "x\r\ny\r\nx\r\ny\r\n"},
+        {"append without final break", "old", {"new"}, true, "oldnew\r\n"},
+        {"embedded nul written by length", "", {"a\0b"s}, false, "a\0b\r\n"s},
+    };
+    ScratchFolder folder;
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const std::string path = folder.File("out.txt");
+        WriteFileBytes(path, c.existing);
+        StringBufferList list;
+        for (const std::string& line : c.lines)
+            list.Add(Sb(line));
+        EXPECT_TRUE(list.SaveToFile(StringBuffer(path.c_str()), c.append, true));
+        EXPECT_EQ(ReadFileBytes(path), c.expected);
+    }
+}
+
+TEST(StringBufferListFiles, RoundTripAndAppendCreatesMissingFile) {
+    ScratchFolder folder;
+    const StringBuffer path(folder.File("new.txt").c_str());
+    StringBufferList out;
+    out.Split(StringBuffer("alpha beta\tgamma\n\x01\x7f\xff"), StringBuffer("\n"));
+    ASSERT_TRUE(out.SaveToFile(path, true, false));
+    ASSERT_TRUE(out.SaveToFile(path, true, false));
+
+    StringBufferList in;
+    in.LoadFromFile(path);
+    EXPECT_EQ(LinesOf(in), (Lines{"alpha beta\tgamma", "\x01\x7f\xff", "alpha beta\tgamma", "\x01\x7f\xff"}));
+}
+
+TEST(StringBufferListFiles, FailuresCarryTheSystemText) {
+    ScratchFolder folder;
+    const StringBuffer missingFolder(folder.File("absent/out.txt").c_str());
+    const StringBuffer missingFile(folder.File("absent.txt").c_str());
+    const StringBuffer directory(folder.path.string().c_str());
+    StringBufferList lines;
+    lines.Add(StringBuffer("line"));
+
+    struct Case {
+        const char* name;
+        std::function<void()> action;
+        std::string message;
+    };
+    const std::vector<Case> cases = {
+        {"load missing", [&] { lines.LoadFromFile(missingFile); },
+         "Unable to open file - " + SystemText(ENOENT)},
+        {"load folder", [&] { lines.LoadFromFile(directory); },
+         "Unable to open file - " + SystemText(EISDIR)},
+        {"save into missing folder", [&] { lines.SaveToFile(missingFolder, false, true); },
+         "Unable to create file - " + SystemText(ENOENT)},
+        {"save onto folder", [&] { lines.SaveToFile(directory, false, true); },
+         "Unable to create file - " + SystemText(EISDIR)},
+        {"write fails", [&] { lines.SaveToFile(StringBuffer("/dev/full"), false, true); },
+         "Error saving file - " + SystemText(ENOSPC)},
+        {"write fails appending", [&] { lines.SaveToFile(StringBuffer("/dev/full"), true, true); },
+         "Error saving file - " + SystemText(ENOSPC)},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(ThrownMessage(c.action), c.message);
+    }
+    EXPECT_EQ(LinesOf(lines), Lines{"line"}); // failed loads add nothing
+
+    EXPECT_FALSE(lines.SaveToFile(missingFolder, false, false));
+    EXPECT_FALSE(lines.SaveToFile(directory, true, false));
+    EXPECT_FALSE(lines.SaveToFile(StringBuffer("/dev/full"), false, false));
+    StringBufferList empty;
+    EXPECT_TRUE(empty.SaveToFile(StringBuffer("/dev/full"), false, true)); // nothing to write
+}
+
+} // namespace
