@@ -44,35 +44,32 @@ TEST_P(Growth, RunsFourEightSixteenThenStepsOfSixteen) {
     }
 }
 
+template <typename List, typename Add> int CapacityAfterAdds(int n, Add add) {
+    List list;
+    for (int i = 0; i < n; ++i)
+        add(list, i);
+    return list.GetCapacity();
+}
+
+int PointerListCapacity(int n) {
+    return CapacityAfterAdds<KVPointerList>(n, [](KVPointerList& l, int i) { l.Add(P(i)); });
+}
+int PtrListCapacity(int n) {
+    return CapacityAfterAdds<KV::PtrList<int>>(n, [](KV::PtrList<int>& l, int i) { l.Add(&slots[i]); });
+}
+int PtrListInsertCapacity(int n) {
+    return CapacityAfterAdds<KV::PtrList<int>>(n,
+                                               [](KV::PtrList<int>& l, int i) { l.InsertAt(0, &slots[i]); });
+}
+int EnumerableListCapacity(int n) {
+    return CapacityAfterAdds<KV::EnumerableList<int>>(n, [](KV::EnumerableList<int>& l, int i) { l.Add(i); });
+}
+
 INSTANTIATE_TEST_SUITE_P(AllLists, Growth,
-                         ::testing::Values(ListKind{"KVPointerList",
-                                                    [](int n) {
-                                                        KVPointerList list;
-                                                        for (int i = 0; i < n; ++i)
-                                                            list.Add(P(i));
-                                                        return list.GetCapacity();
-                                                    }},
-                                           ListKind{"PtrList",
-                                                    [](int n) {
-                                                        KV::PtrList<int> list;
-                                                        for (int i = 0; i < n; ++i)
-                                                            list.Add(&slots[i]);
-                                                        return list.GetCapacity();
-                                                    }},
-                                           ListKind{"PtrListInsertAt",
-                                                    [](int n) {
-                                                        KV::PtrList<int> list;
-                                                        for (int i = 0; i < n; ++i)
-                                                            list.InsertAt(0, &slots[i]);
-                                                        return list.GetCapacity();
-                                                    }},
-                                           ListKind{"EnumerableList",
-                                                    [](int n) {
-                                                        KV::EnumerableList<int> list;
-                                                        for (int i = 0; i < n; ++i)
-                                                            list.Add(i);
-                                                        return list.GetCapacity();
-                                                    }}),
+                         ::testing::Values(ListKind{"KVPointerList", PointerListCapacity},
+                                           ListKind{"PtrList", PtrListCapacity},
+                                           ListKind{"PtrListInsertAt", PtrListInsertCapacity},
+                                           ListKind{"EnumerableList", EnumerableListCapacity}),
                          [](const ::testing::TestParamInfo<ListKind>& info) { return info.param.name; });
 
 TEST(GrowthRule, StepDependsOnCurrentCapacity) {
