@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <ostream>
 #include <set>
 #include <string>
 
@@ -29,6 +30,8 @@ const ServiceCalls services[] = {
     {"signal", startSignal, ZyrReader_IsSignalInitialised, ZyrReader_SignalShutdown},
     {"parsing", startParsing, ZyrReader_IsParsingInitialised, ZyrReader_ParseShutdown},
 };
+
+void PrintTo(const ServiceCalls& s, std::ostream* out) { *out << s.name; }
 
 class ServiceState : public ::testing::TestWithParam<ServiceCalls> {
 protected:

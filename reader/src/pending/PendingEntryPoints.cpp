@@ -81,17 +81,4 @@ ZYRREADER_API int32_t ZyrReader_ImagePostProcessImageTwoSided(bool, const ZyrIma
 
 ZYRREADER_API int32_t ZyrReader_DocumentProcessingComplete(void) { return ZYR_ERR_NOT_INITIALISED; }
 
-
-// ---- Core (reader/src/core/), being written now: settings and image conversion. ----
-
-ZYRREADER_API int32_t ZyrReader_LL_LoadSettings(ZyrReaderSettings*) { return ZYR_ERR_NOT_INITIALISED; }
-
-ZYRREADER_API int32_t ZyrReader_LL_LoadSettingsFromIniFile(ZyrReaderSettings*, const char*) {
-    return ZYR_ERR_NOT_INITIALISED;
-}
-
-ZYRREADER_API int32_t ZyrReader_ImageConvertFormat(int32_t, const uint8_t*, uint32_t, uint8_t*, uint32_t*) {
-    return ZYR_ERR_NOT_INITIALISED;
-}
-
 } // extern "C"

@@ -1,0 +1,76 @@
+// Test images: a picture model, independent encoders (PNG and JPEG through the codec libraries,
+// BMP written here byte by byte), a reference JPEG decode, and a strict reader for the BMP files
+// the library produces.
+#ifndef GLYPHOR_TESTS_READER_IMAGE_FIXTURES_H
+#define GLYPHOR_TESTS_READER_IMAGE_FIXTURES_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace fixtures {
+
+struct Rgba {
+    uint8_t r, g, b, a;
+    bool operator==(const Rgba& o) const { return r == o.r && g == o.g && b == o.b && a == o.a; }
+};
+
+struct Picture {
+    int width = 0;
+    int height = 0;
+    std::vector<Rgba> pixels; // top-down
+
+    Rgba& at(int x, int y) { return pixels[size_t(y) * size_t(width) + size_t(x)]; }
+    const Rgba& at(int x, int y) const { return pixels[size_t(y) * size_t(width) + size_t(x)]; }
+};
+
+enum class Pattern {
+    Grey,        // r = g = b, opaque
+    Colour,      // every channel varies independently, opaque
+    ColourAlpha, // colour with alpha from 0 to 255
+    GreyAlpha,   // grey with alpha
+    Levels       // grey restricted to `levels` evenly spaced values (for low bit depths)
+};
+
+Picture makePicture(int width, int height, Pattern pattern, int levels = 256);
+
+// The picture as an opaque client sees it: alpha composited over white, rounded to nearest.
+Picture flattenedOverWhite(const Picture& picture);
+
+// PNG. colourType/bitDepth as libpng's constants. For palette images the picture's distinct
+// colours become the palette (alpha through tRNS); 16-bit samples repeat the 8-bit value in the
+// high byte and put noise in the low byte.
+std::vector<uint8_t> encodePng(const Picture& picture, int colourType, int bitDepth, bool interlaced = false);
+
+// JPEG through libjpeg (grey: one component).
+std::vector<uint8_t> encodeJpeg(const Picture& picture, bool grey, int quality = 90, bool progressive = false);
+// The same bytes through libjpeg alone, as RGB (or grey repeated into r, g, b).
+Picture decodeJpegReference(const std::vector<uint8_t>& jpeg);
+
+struct BmpOptions {
+    int bitsPerPixel = 24;     // 1, 4, 8 (palette), 16, 24, 32
+    bool topDown = false;
+    bool rle = false;          // RLE8 / RLE4 for 8 / 4 bits
+    int headerSize = 40;       // 12 (OS/2), 40, 108 or 124
+    bool bitfields = false;    // BI_BITFIELDS with the masks below (16 and 32 bits)
+    uint32_t masks[4] = {0, 0, 0, 0};
+    bool omitLastPadding = false;
+};
+// The picture's colours must fit the format (distinct colours <= palette size, 5/6 bits, ...).
+std::vector<uint8_t> encodeBmp(const Picture& picture, const BmpOptions& options);
+
+struct BmpFile {
+    int width = 0;
+    int height = 0;
+    int bitsPerPixel = 0;
+    Picture picture; // opaque
+};
+// Reads the library's BMP output, checking every header field; returns false with a reason.
+bool readOutputBmp(const std::vector<uint8_t>& bmp, BmpFile& file, std::string& problem);
+
+// First position and values where two pictures differ, or "" when equal.
+std::string firstDifference(const Picture& expected, const Picture& actual, int tolerance = 0);
+
+} // namespace fixtures
+
+#endif
