@@ -1,0 +1,565 @@
+#include "CHexEdit.h"
+#include "HexClipboard.h"
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QImage>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMimeData>
+#include <QScrollBar>
+#include <QTest>
+#include <QTimer>
+#include <QWheelEvent>
+
+#include <memory>
+#include <numeric>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace {
+
+// The view inside a window next to a line edit that can take the focus away. Rows are fixed at
+// eight bytes; pixel positions come from the view's own layout, so any fixed-pitch font works.
+class HexViewTest : public testing::Test {
+protected:
+    void SetUp() override {
+        window = std::make_unique<QWidget>();
+        edit = new CHexEdit(window.get());
+        other = new QLineEdit(window.get());
+        edit->setGeometry(0, 0, 480, 200);
+        other->setGeometry(0, 210, 100, 24);
+        window->resize(500, 240);
+        HexLayout::Options options;
+        options.autoBytesPerRow = false;
+        options.bytesPerRow = 8;
+        edit->SetLayoutOptions(options);
+        window->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+        window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        edit->setFocus();
+        QGuiApplication::clipboard()->clear();
+    }
+
+    void Load(std::vector<uint8_t> data, bool readOnly = false) {
+        edit->SetReadOnly(readOnly);
+        edit->SetData(data.data(), static_cast<int32_t>(data.size()));
+        QApplication::processEvents();
+    }
+
+    static std::vector<uint8_t> Counting(int n) {
+        std::vector<uint8_t> v(static_cast<size_t>(n));
+        std::iota(v.begin(), v.end(), uint8_t{0});
+        return v;
+    }
+
+    const HexLayout& L() const { return edit->Editor().Layout(); }
+    QWidget* Client() const { return edit->viewport(); }
+
+    // Centre of a cell; offset counts from the first visible byte.
+    QPoint HexCell(int offset, int cell) const {
+        const int cw = L().CharWidth();
+        return {L().HexColumnX() + (3 * (offset % 8) + cell) * cw + cw / 2,
+                offset / 8 * L().LineHeight() + L().LineHeight() / 2};
+    }
+    QPoint CharCell(int offset) const {
+        return {L().CharColumnX() + offset % 8 * L().CharWidth() + L().CharWidth() / 2,
+                offset / 8 * L().LineHeight() + L().LineHeight() / 2};
+    }
+
+    void Click(QPoint p, Qt::KeyboardModifiers mods = {}) {
+        QTest::mouseClick(Client(), Qt::LeftButton, mods, p);
+    }
+    void Key(Qt::Key key, Qt::KeyboardModifiers mods = {}, int times = 1) {
+        for (int i = 0; i < times; ++i)
+            QTest::keyClick(edit, key, mods);
+    }
+
+    int32_t Caret() const { return edit->Editor().CaretPosition(); }
+    int Mode() const { return edit->Editor().CaretMode(); }
+    std::pair<int32_t, int32_t> Selection() const {
+        return {edit->Editor().SelectionStart(), edit->Editor().SelectionEnd()};
+    }
+
+    static QByteArray Clip(const char* mime) {
+        const QMimeData* m = QGuiApplication::clipboard()->mimeData();
+        return m ? m->data(QString::fromLatin1(mime)) : QByteArray();
+    }
+    static void SetClip(const QByteArray* binary, const QByteArray* text) {
+        auto* m = new QMimeData;
+        if (binary)
+            m->setData(QString::fromLatin1(HexClipboard::kBinaryMime), *binary);
+        if (text)
+            m->setData(QString::fromLatin1(HexClipboard::kTextMime), *text);
+        QGuiApplication::clipboard()->setMimeData(m);
+    }
+
+    QImage Render() const {
+        QImage image(Client()->size(), QImage::Format_RGB32);
+        Client()->render(&image);
+        return image;
+    }
+    static int Count(const QImage& image, const QRect& r, const QColor& c, bool equal) {
+        int n = 0;
+        for (int y = r.top(); y <= r.bottom(); ++y)
+            for (int x = r.left(); x <= r.right(); ++x)
+                n += (image.pixelColor(x, y) == c) == equal;
+        return n;
+    }
+    QRect HexRect(int offset, int cells = 2) const {
+        return {L().HexColumnX() + 3 * (offset % 8) * L().CharWidth(), offset / 8 * L().LineHeight(),
+                cells * L().CharWidth(), L().LineHeight()};
+    }
+    QRect CharRect(int offset) const {
+        return {L().CharColumnX() + offset % 8 * L().CharWidth(), offset / 8 * L().LineHeight(),
+                L().CharWidth(), L().LineHeight()};
+    }
+
+    struct MenuEntry {
+        QString text;
+        bool enabled;
+    };
+    // Opens the context menu, records its entries and where it opened, optionally runs one entry.
+    std::vector<MenuEntry> OpenMenu(QContextMenuEvent::Reason reason, QPoint* openedAt = nullptr,
+                                    const QString& choose = QString()) {
+        std::vector<MenuEntry> entries;
+        QTimer::singleShot(0, [&] {
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            if (!menu)
+                return;
+            if (openedAt)
+                *openedAt = menu->pos();
+            QAction* chosen = nullptr;
+            for (QAction* a : menu->actions()) {
+                entries.push_back({a->text(), a->isEnabled()});
+                if (a->text() == choose)
+                    chosen = a;
+            }
+            if (chosen)
+                chosen->trigger();
+            menu->close();
+        });
+        const QPoint local(30, 10);
+        QContextMenuEvent event(reason, local, Client()->mapToGlobal(local));
+        QApplication::sendEvent(
+            reason == QContextMenuEvent::Keyboard ? static_cast<QWidget*>(edit) : Client(), &event);
+        return entries;
+    }
+
+    std::unique_ptr<QWidget> window;
+    CHexEdit* edit = nullptr;
+    QLineEdit* other = nullptr;
+};
+
+TEST_F(HexViewTest, NineBytesPaintTwoRowsTheSecondWithOneByte) {
+    Load({'A', 'B', 'C', 'D', 'E', 'F', 'G', 'H', 'I'});
+    other->setFocus(); // no caret in the picture
+    ASSERT_EQ(L().VisibleRows(), 2);
+    const QImage image = Render();
+    const QColor bg = edit->palette().color(QPalette::Base);
+    const int lh = L().LineHeight();
+    for (int row : {0, 1})
+        EXPECT_GT(Count(image, QRect(0, row * lh, L().HexColumnX(), lh), bg, false), 0)
+            << "address of row " << row;
+    EXPECT_GT(Count(image, HexRect(8), bg, false), 0) << "ninth byte drawn";
+    EXPECT_GT(Count(image, CharRect(8), bg, false), 0);
+    EXPECT_EQ(Count(image, HexRect(9), bg, false), 0) << "nothing after the last byte";
+    EXPECT_EQ(Count(image, CharRect(9), bg, false), 0);
+    EXPECT_EQ(Count(image, QRect(0, 2 * lh, image.width(), image.height() - 2 * lh), bg, false), 0);
+}
+
+TEST_F(HexViewTest, BackgroundIsButtonFaceOnlyWhenReadOnly) {
+    QPalette palette = edit->palette();
+    palette.setColor(QPalette::Button, QColor(200, 100, 50));
+    palette.setColor(QPalette::Base, QColor(10, 200, 30));
+    edit->setPalette(palette);
+    for (bool readOnly : {true, false}) {
+        Load(Counting(3), readOnly);
+        const QImage image = Render();
+        EXPECT_EQ(image.pixelColor(image.width() - 2, image.height() - 2),
+                  readOnly ? QColor(200, 100, 50) : QColor(10, 200, 30))
+            << "read-only " << readOnly;
+    }
+    Load({});
+    other->setFocus();
+    const QImage empty = Render();
+    EXPECT_EQ(Count(empty, empty.rect(), QColor(10, 200, 30), false), 0)
+        << "an empty buffer is only background";
+}
+
+TEST_F(HexViewTest, SelectionShowsInTheCaretsColumn) {
+    QPalette palette = edit->palette();
+    palette.setColor(QPalette::Highlight, QColor(255, 0, 0));
+    edit->setPalette(palette);
+    Load(Counting(16));
+    edit->SetSelection(1, 3);
+    other->setFocus();
+    QImage image = Render();
+    const QColor red(255, 0, 0);
+    EXPECT_EQ(Count(image, HexRect(0, 3), red, true), 0);
+    EXPECT_GT(Count(image, HexRect(1, 3), red, true), 0);
+    EXPECT_GT(Count(image, HexRect(2, 3), red, true), 0);
+    EXPECT_EQ(Count(image, HexRect(3, 3), red, true), 0);
+    EXPECT_EQ(Count(image, CharRect(1), red, true), 0) << "characters unmarked while the caret is in hex";
+
+    edit->setFocus();
+    Key(Qt::Key_Tab);
+    ASSERT_EQ(Mode(), HexModeCharacter);
+    EXPECT_TRUE(edit->hasFocus()) << "Tab switches columns instead of leaving";
+    image = Render();
+    EXPECT_GT(Count(image, CharRect(1), red, true), 0);
+    EXPECT_EQ(Count(image, HexRect(1, 3), red, true), 0);
+}
+
+struct ClickCase {
+    const char* name;
+    enum Column { Address, Hex, Char } column;
+    int offset, cell;
+    int32_t pos;
+    int mode;
+};
+
+void PrintTo(const ClickCase& c, std::ostream* os) {
+    *os << c.name;
+}
+
+class HexViewClick : public HexViewTest, public testing::WithParamInterface<ClickCase> {};
+
+TEST_P(HexViewClick, PutsCaretOnByteAndNibble) {
+    const ClickCase& c = GetParam();
+    Load(Counting(40));
+    edit->SetSelection(0, 4);
+    QPoint p;
+    if (c.column == ClickCase::Address)
+        p = {L().CharWidth() * 2, c.offset / 8 * L().LineHeight() + 2};
+    else if (c.column == ClickCase::Hex)
+        p = HexCell(c.offset, c.cell);
+    else
+        p = CharCell(c.offset);
+    Click(p);
+    EXPECT_EQ(Caret(), c.pos);
+    EXPECT_EQ(Mode(), c.mode);
+    EXPECT_EQ(Selection(), std::make_pair(-1, -1)) << "a click clears the selection";
+    EXPECT_TRUE(edit->IsCaretVisible());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Columns, HexViewClick,
+    testing::Values(ClickCase{"Address", ClickCase::Address, 16, 0, 16, HexModeAddress},
+                    ClickCase{"HexDigitHigh", ClickCase::Hex, 11, 0, 11, HexModeHigh},
+                    ClickCase{"HexSecondDigitHigh", ClickCase::Hex, 11, 1, 11, HexModeHigh},
+                    ClickCase{"HexSpaceLow", ClickCase::Hex, 11, 2, 11, HexModeLow},
+                    ClickCase{"Character", ClickCase::Char, 21, 0, 21, HexModeCharacter}),
+    [](const testing::TestParamInfo<ClickCase>& info) { return info.param.name; });
+
+TEST_F(HexViewTest, CaretWalksNibblesRowsAndScrollsAlong) {
+    Load(Counting(256));
+    Click(HexCell(0, 0));
+    Key(Qt::Key_Right, {}, 15);
+    EXPECT_EQ(std::make_pair(Caret(), Mode()), std::make_pair(7, int(HexModeLow)));
+    Key(Qt::Key_Right);
+    EXPECT_EQ(std::make_pair(Caret(), Mode()), std::make_pair(8, int(HexModeHigh))) << "onto the next row";
+
+    const int rows = L().VisibleRows();
+    ASSERT_GT(rows, 2);
+    Key(Qt::Key_Down, {}, rows - 2);
+    EXPECT_EQ(edit->Editor().Top(), 0);
+    Key(Qt::Key_Down);
+    EXPECT_EQ(edit->Editor().Top(), 8) << "leaving the last visible row scrolls one row";
+    EXPECT_EQ(edit->verticalScrollBar()->value(), 1);
+    EXPECT_EQ(Caret(), 8 * rows) << "the scroll does not move the caret again";
+    EXPECT_TRUE(edit->IsCaretVisible());
+
+    Key(Qt::Key_Up, {}, rows);
+    EXPECT_EQ(edit->Editor().Top(), 0);
+    EXPECT_EQ(Caret(), 0);
+    Key(Qt::Key_End, Qt::ControlModifier);
+    EXPECT_EQ(Caret(), 255);
+    EXPECT_EQ(edit->Editor().Top(), (32 - rows) * 8);
+    EXPECT_TRUE(edit->IsCaretVisible());
+}
+
+TEST_F(HexViewTest, ShiftArrowsSelectAndHexCopyIsInclusive) {
+    Load(Counting(64));
+    Click(HexCell(0, 0));
+    Key(Qt::Key_Right, Qt::ShiftModifier, 4);
+    EXPECT_EQ(Selection(), std::make_pair(0, 2));
+    Key(Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(Selection(), std::make_pair(0, 10));
+    Key(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(Clip(HexClipboard::kBinaryMime),
+              QByteArray(reinterpret_cast<const char*>(Counting(11).data()), 11));
+    EXPECT_EQ(Clip(HexClipboard::kTextMime), QByteArray("00 01 02 03 04 05 06 07 08 09 0A "));
+}
+
+TEST_F(HexViewTest, CharacterCopyIsExclusiveWithDotsForUnprintable) {
+    Load({'H', 'i', 0x00, '!', 0x80, 'z'});
+    Click(CharCell(1));
+    Key(Qt::Key_Right, Qt::ShiftModifier, 4);
+    ASSERT_EQ(Selection(), std::make_pair(1, 5));
+    OpenMenu(QContextMenuEvent::Mouse, nullptr, QStringLiteral("Copy"));
+    EXPECT_EQ(Clip(HexClipboard::kBinaryMime), QByteArray("i\0!\x80", 4));
+    EXPECT_EQ(Clip(HexClipboard::kTextMime), QByteArray("i.!."));
+}
+
+TEST_F(HexViewTest, DraggingSelectsAndScrollsPastEitherEdge) {
+    Load(Counting(256));
+    QTest::mousePress(Client(), Qt::LeftButton, {}, HexCell(9, 0));
+    QTest::mouseMove(Client(), HexCell(20, 0));
+    EXPECT_EQ(Selection(), std::make_pair(9, 21)) << "hex drag ends one past the byte under the pointer";
+    EXPECT_FALSE(edit->IsCaretVisible());
+
+    const QPoint below(HexCell(0, 0).x(), Client()->height() + 5);
+    QTest::mouseMove(Client(), below);
+    QTest::mouseMove(Client(), below + QPoint(0, 1));
+    EXPECT_EQ(edit->Editor().Top(), 16) << "one row per move below the client";
+    EXPECT_EQ(Selection().second, Caret() + 1);
+    EXPECT_GE(Caret(), 16 + 8 * (L().VisibleRows() - 1));
+
+    const QPoint above(HexCell(0, 0).x(), -5);
+    QTest::mouseMove(Client(), above);
+    EXPECT_EQ(edit->Editor().Top(), 8);
+    EXPECT_EQ(Selection(), std::make_pair(9, 9)) << "back on the first visible row, high nibble of byte 8";
+    QTest::mouseRelease(Client(), Qt::LeftButton, {}, above);
+
+    const int32_t top = edit->Editor().Top();
+    QTest::mouseMove(Client(), below);
+    EXPECT_EQ(edit->Editor().Top(), top) << "moves without the button do nothing";
+}
+
+TEST_F(HexViewTest, ShiftClickExtendsFromCaretAndPlainClickClears) {
+    Load(Counting(32));
+    Click(HexCell(2, 0));
+    Click(HexCell(13, 0), Qt::ShiftModifier);
+    EXPECT_EQ(Selection(), std::make_pair(2, 14));
+    EXPECT_FALSE(edit->IsCaretVisible()) << "no caret over a selection";
+    Click(CharCell(13), Qt::ShiftModifier);
+    EXPECT_EQ(Selection(), std::make_pair(13, 13)) << "the new start is the caret";
+    Click(HexCell(4, 0));
+    EXPECT_EQ(Selection(), std::make_pair(-1, -1));
+    EXPECT_TRUE(edit->IsCaretVisible());
+}
+
+struct PasteCase {
+    const char* name;
+    bool binary, text;
+    std::vector<uint8_t> expected;
+};
+
+void PrintTo(const PasteCase& c, std::ostream* os) {
+    *os << c.name;
+}
+
+class HexViewPaste : public HexViewTest, public testing::WithParamInterface<PasteCase> {};
+
+TEST_P(HexViewPaste, TakesBinaryFirstThenText) {
+    const PasteCase& c = GetParam();
+    Load({1, 2, 3});
+    Click(HexCell(1, 0));
+    const QByteArray binary("\xB0\x00\xB1", 3), text("tx");
+    SetClip(c.binary ? &binary : nullptr, c.text ? &text : nullptr);
+    Key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(edit->Editor().Data(), c.expected);
+    EXPECT_EQ(Caret(), 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, HexViewPaste,
+                         testing::Values(PasteCase{"Both", true, true, {1, 0xB0, 0x00, 0xB1, 2, 3}},
+                                         PasteCase{"BinaryOnly", true, false, {1, 0xB0, 0x00, 0xB1, 2, 3}},
+                                         PasteCase{"TextOnly", false, true, {1, 't', 'x', 2, 3}},
+                                         PasteCase{"Neither", false, false, {1, 2, 3}}),
+                         [](const testing::TestParamInfo<PasteCase>& info) { return info.param.name; });
+
+TEST_F(HexViewTest, PasteReplacesSelectionAndCutRemovesIt) {
+    Load(Counting(8));
+    edit->SetSelection(2, 5);
+    const QByteArray binary("\xEE", 1);
+    SetClip(&binary, nullptr);
+    edit->Paste();
+    EXPECT_EQ(edit->Editor().Data(), (std::vector<uint8_t>{0, 1, 0xEE, 5, 6, 7}));
+
+    Click(CharCell(3));
+    Key(Qt::Key_Right, Qt::ShiftModifier, 2);
+    Key(Qt::Key_X, Qt::ControlModifier);
+    EXPECT_EQ(edit->Editor().Data(), (std::vector<uint8_t>{0, 1, 0xEE, 7}));
+    EXPECT_EQ(Clip(HexClipboard::kBinaryMime), QByteArray("\x05\x06", 2));
+}
+
+TEST_F(HexViewTest, InsertDeleteAndBackspaceKeys) {
+    Load({0x10, 0x20, 0x30, 0x40});
+    Click(HexCell(1, 0));
+    Key(Qt::Key_Insert);
+    EXPECT_EQ(edit->Editor().Data(), (std::vector<uint8_t>{0x10, 0, 0x20, 0x30, 0x40}));
+    edit->SetSelection(2, 4);
+    Key(Qt::Key_Insert);
+    EXPECT_EQ(edit->Editor().Data(), (std::vector<uint8_t>{0x10, 0, 0, 0, 0x20, 0x30, 0x40}))
+        << "as many zero bytes as the selection is long";
+    Key(Qt::Key_Delete);
+    EXPECT_EQ(edit->Editor().Data(), (std::vector<uint8_t>{0x10, 0, 0, 0x20, 0x30, 0x40}));
+    edit->SetSelection(1, 3);
+    Key(Qt::Key_Delete);
+    EXPECT_EQ(edit->Editor().Data(), (std::vector<uint8_t>{0x10, 0x20, 0x30, 0x40}));
+    Key(Qt::Key_Backspace);
+    EXPECT_EQ(edit->Editor().Data(), (std::vector<uint8_t>{0x20, 0x30, 0x40}));
+    EXPECT_EQ(Caret(), 0);
+    Key(Qt::Key_Backspace);
+    EXPECT_EQ(edit->Editor().Length(), 3) << "nothing before offset 0";
+}
+
+TEST_F(HexViewTest, HexEntryTakesLowerCaseDigitsOnly) {
+    Load({0x00, 0x00, 0x00});
+    Click(HexCell(0, 0));
+    QTest::keyClicks(edit, "aFb");
+    EXPECT_EQ(edit->Editor().Data(), (std::vector<uint8_t>{0xAB, 0x00, 0x00}));
+    QTest::keyClicks(edit, "C9");
+    EXPECT_EQ(edit->Editor().Data(), (std::vector<uint8_t>{0xAB, 0x90, 0x00}));
+    Key(Qt::Key_Tab);
+    QTest::keyClicks(edit, "Z");
+    EXPECT_EQ(edit->Editor().Data(), (std::vector<uint8_t>{0xAB, 'Z', 0x00}))
+        << "any byte in the character column";
+}
+
+TEST_F(HexViewTest, ReadOnlyIgnoresEditingKeys) {
+    const std::vector<uint8_t> data = Counting(6);
+    Load(data, true);
+    Click(HexCell(1, 0));
+    edit->SetSelection(1, 3);
+    const QByteArray binary("\x77", 1);
+    SetClip(&binary, nullptr);
+    for (Qt::Key key : {Qt::Key_Insert, Qt::Key_Delete, Qt::Key_Backspace, Qt::Key_A, Qt::Key_5})
+        Key(key);
+    Key(Qt::Key_V, Qt::ControlModifier);
+    Key(Qt::Key_X, Qt::ControlModifier);
+    edit->Cut();
+    edit->Clear();
+    edit->Paste();
+    edit->Insert(0, 4);
+    edit->DeleteRange(0, 4);
+    EXPECT_EQ(edit->Editor().Data(), data);
+    EXPECT_EQ(Clip(HexClipboard::kBinaryMime), binary);
+}
+
+struct MenuCase {
+    const char* name;
+    bool readOnly, data, select, clipboard;
+    std::vector<bool> enabled; // Clear, Cut, Copy, Paste, Select All
+};
+
+void PrintTo(const MenuCase& c, std::ostream* os) {
+    *os << c.name;
+}
+
+class HexViewMenu : public HexViewTest, public testing::WithParamInterface<MenuCase> {};
+
+TEST_P(HexViewMenu, GreysEntriesByState) {
+    const MenuCase& c = GetParam();
+    Load(c.data ? Counting(10) : std::vector<uint8_t>{}, c.readOnly);
+    if (c.select)
+        edit->SetSelection(2, 5);
+    const QByteArray text("x");
+    if (c.clipboard)
+        SetClip(nullptr, &text);
+    const auto entries = OpenMenu(QContextMenuEvent::Mouse);
+    ASSERT_EQ(entries.size(), 5u);
+    const char* names[] = {"Clear", "Cut", "Copy", "Paste", "Select All"};
+    for (size_t i = 0; i < entries.size(); ++i) {
+        EXPECT_EQ(entries[i].text, QString::fromLatin1(names[i]));
+        EXPECT_EQ(entries[i].enabled, c.enabled[i]) << names[i];
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    States, HexViewMenu,
+    testing::Values(
+        MenuCase{"ReadOnlyWithSelection", true, true, true, true, {false, false, true, false, true}},
+        MenuCase{"ReadOnlyNoSelection", true, true, false, true, {false, false, false, false, true}},
+        MenuCase{"EditableWithSelection", false, true, true, true, {true, true, true, true, true}},
+        MenuCase{"EditableEmptyClipboard", false, true, true, false, {true, true, true, false, true}},
+        MenuCase{"EmptyBuffer", false, false, false, true, {false, false, false, true, true}},
+        MenuCase{"EmptyBufferIgnoresSelection", false, false, true, true, {false, false, false, true, true}}),
+    [](const testing::TestParamInfo<MenuCase>& info) { return info.param.name; });
+
+TEST_F(HexViewTest, MenuFromKeyboardOpensAtCornerAndRunsCommands) {
+    Load(Counting(10));
+    QPoint at;
+    const auto entries = OpenMenu(QContextMenuEvent::Keyboard, &at, QStringLiteral("Select All"));
+    ASSERT_EQ(entries.size(), 5u);
+    EXPECT_EQ(at, edit->mapToGlobal(QPoint(5, 5)));
+    EXPECT_EQ(Selection(), std::make_pair(0, 10));
+    EXPECT_FALSE(edit->IsCaretVisible());
+    OpenMenu(QContextMenuEvent::Mouse, nullptr, QStringLiteral("Clear"));
+    EXPECT_EQ(edit->Editor().Length(), 0);
+}
+
+TEST_F(HexViewTest, CaretOnlyWithFocusAndInsideClient) {
+    Load(Counting(512));
+    Click(HexCell(0, 0));
+    EXPECT_TRUE(edit->IsCaretVisible());
+    other->setFocus();
+    EXPECT_FALSE(edit->IsCaretVisible());
+    edit->setFocus();
+    EXPECT_TRUE(edit->IsCaretVisible());
+    // Scroll far enough that the caret's row drops above the client, then back.
+    for (int i = 0; i < 3; ++i)
+        edit->verticalScrollBar()->triggerAction(QAbstractSlider::SliderPageStepAdd);
+    EXPECT_TRUE(edit->IsCaretVisible()) << "the caret follows top";
+    EXPECT_EQ(Caret(), edit->Editor().Top());
+    Key(Qt::Key_Up);
+    EXPECT_EQ(Caret(), edit->Editor().Top());
+    EXPECT_TRUE(edit->IsCaretVisible());
+
+    Click(HexCell(8 * 5, 0));
+    ASSERT_TRUE(edit->IsCaretVisible());
+    edit->resize(edit->width(), 3 * L().LineHeight());
+    EXPECT_FALSE(edit->IsCaretVisible()) << "row 5 is below a client of about two rows";
+}
+
+TEST_F(HexViewTest, WheelScrollsOneRowPerMessageWhateverTheTurn) {
+    Load(Counting(512));
+    auto wheel = [&](int delta) {
+        const QPointF pos(20, 20);
+        QWheelEvent event(pos, Client()->mapToGlobal(pos), QPoint(), QPoint(0, delta), Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(Client(), &event);
+    };
+    wheel(-360);
+    EXPECT_EQ(edit->Editor().Top(), 8);
+    wheel(-15);
+    EXPECT_EQ(edit->Editor().Top(), 16);
+    wheel(120);
+    EXPECT_EQ(edit->Editor().Top(), 8);
+    EXPECT_EQ(edit->verticalScrollBar()->value(), 1);
+    wheel(120);
+    wheel(120);
+    EXPECT_EQ(edit->Editor().Top(), 0);
+}
+
+TEST_F(HexViewTest, ScrollBarFollowsAndDrivesTop) {
+    Load(Counting(800));
+    QScrollBar* bar = edit->verticalScrollBar();
+    const int rows = L().VisibleRows();
+    EXPECT_TRUE(bar->isEnabled());
+    EXPECT_EQ(bar->maximum(), 100 - rows);
+    EXPECT_EQ(bar->pageStep(), rows);
+    bar->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    EXPECT_EQ(edit->Editor().Top(), 8);
+    bar->triggerAction(QAbstractSlider::SliderPageStepAdd);
+    EXPECT_EQ(edit->Editor().Top(), 8 + rows * 8);
+    bar->setSliderPosition(40);
+    EXPECT_EQ(edit->Editor().Top(), 320);
+    EXPECT_EQ(Caret(), 320) << "the caret moved with top from offset 0";
+    bar->triggerAction(QAbstractSlider::SliderToMaximum);
+    EXPECT_EQ(edit->Editor().Top(), 320) << "jumps to an end are not scroll messages here";
+    EXPECT_EQ(bar->value(), 40);
+
+    Load(Counting(9));
+    EXPECT_FALSE(bar->isEnabled());
+}
+
+} // namespace
