@@ -1,0 +1,14 @@
+// What the export tests share: the golden files' folder, saving from a string, the XML check.
+#ifndef GLYPHOR_TESTS_AAMVA_EXPORT_TEST_SUPPORT_H
+#define GLYPHOR_TESTS_AAMVA_EXPORT_TEST_SUPPORT_H
+
+#include "ZyrReaderLowLevelAPI.h"
+
+#include <string>
+
+extern const std::string kData;
+
+// Runs the system's XML parser on the file; empty when it is well-formed, else its complaint.
+std::string XmlProblems(const std::string& path);
+
+#endif
