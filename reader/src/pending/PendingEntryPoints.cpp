@@ -28,13 +28,6 @@ ZYRREADER_API int32_t ZyrReader_ImagePluginDecode(bool, uint64_t, const ZyrImage
 }
 
 
-// ---- AAMVA parser (reader/src/aamva/): delete this one when the parser lands. ----
-
-ZYRREADER_API int32_t ZyrReader_ParseAAMVA(const uint8_t*, int32_t, AAMVARecord**, int32_t) {
-    return ZYR_ERR_NOT_INITIALISED;
-}
-
-
 // ---- Virtual reader and capture (reader/src/capture/): delete these nine when capture lands. ----
 
 ZYRREADER_API int32_t ZyrReader_CameraUpdateSettings(ZyrReaderSettings*) { return ZYR_ERR_NOT_INITIALISED; }

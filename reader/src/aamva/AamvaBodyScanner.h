@@ -1,0 +1,38 @@
+// Splits the bytes after the header into subfiles and elements. Designator offsets are only
+// hints on real cards, so subfiles are found by their own markers ("DLDAQ", "ZVZVA") and
+// elements by their separators, never by declared positions.
+#ifndef ZYR_AAMVA_BODY_SCANNER_H
+#define ZYR_AAMVA_BODY_SCANNER_H
+
+#include "AamvaBody.h"
+#include "AamvaHeader.h"
+
+#include <string_view>
+
+namespace zyr {
+
+class AamvaBodyScanner {
+public:
+    AamvaBodyScanner(std::string_view data, const AamvaHeader& header);
+
+    AamvaBody scan();
+
+private:
+    bool isSeparator(char c) const;
+    bool isTerminatorAt(std::size_t at) const;
+    bool elementIdAt(std::size_t at) const;
+    bool subfileStartAt(std::size_t at) const;
+    bool unopenedJurisdictionSubfileAt(std::size_t at) const;
+    int unusedDesignator(std::string_view type) const;
+    bool finished(const AamvaBody& body) const;
+    void openSubfile(AamvaBody& body, std::string_view type, std::size_t start, bool prefixed);
+    std::size_t readElement(AamvaBody& body, std::size_t at, bool subfileJustOpened);
+
+    std::string_view data_;
+    const AamvaHeader& header_;
+    std::vector<bool> designatorUsed_;
+};
+
+} // namespace zyr
+
+#endif

@@ -1,0 +1,45 @@
+// ZyrReader_ParseAAMVA: parses card data into a record owned by the object registry.
+
+#include "ZyrReaderLowLevelAPI.h"
+#include "aamva/AamvaParser.h"
+#include "aamva/AamvaRecordBuilder.h"
+#include "core/ErrorReporter.h"
+#include "core/Log.h"
+#include "core/ObjectRegistry.h"
+#include "core/ParseService.h"
+
+#include <new>
+
+using namespace zyr;
+
+extern "C" {
+
+ZYRREADER_API int32_t ZyrReader_ParseAAMVA(const uint8_t* data, int32_t length, AAMVARecord** record,
+                                           int32_t /*reserved*/) {
+    if (!ParseService::instance().initialised())
+        return ZYR_ERR_NOT_INITIALISED;
+    if (record == nullptr || length < 0 || (data == nullptr && length > 0))
+        return ZYR_ERR_BAD_ARGUMENT;
+    try {
+        AamvaDocument document;
+        const int32_t result = AamvaParser::parse(data, static_cast<std::size_t>(length), document);
+        if (result != ZYR_OK) {
+            Log::write(ZYR_LOG_PARSE, LogError, "%d bytes not parsed: %s", length,
+                       ErrorReporter::text(result));
+            return result;
+        }
+        AamvaRecordPtr built = AamvaRecordBuilder::build(document);
+        AAMVARecord* raw = built.get();
+        if (!ObjectRegistry::instance().add(raw, [raw]() { AamvaRecordDeleter()(raw); }))
+            return ZYR_ERR_OUT_OF_MEMORY;
+        built.release();
+        *record = raw;
+        Log::write(ZYR_LOG_PARSE, LogInfo, "%d bytes parsed: version %d, IIN %s, %d data items", length,
+                   static_cast<int32_t>(raw->Version), raw->IIN, raw->DataItemCount);
+        return ZYR_OK;
+    } catch (const std::bad_alloc&) {
+        return ZYR_ERR_OUT_OF_MEMORY;
+    }
+}
+
+} // extern "C"

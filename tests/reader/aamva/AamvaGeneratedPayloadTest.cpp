@@ -1,0 +1,193 @@
+// Generated cards of every version, US and Canadian, with variations of the holder's data: the
+// whole record and every data item must come back as described.
+#include "AamvaPayloadWriter.h"
+#include "AamvaTestSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+using namespace glyphor::samples;
+
+namespace {
+
+struct CardCase {
+    std::string label;
+    AamvaPayloadDescription card;
+    int32_t hair;
+    int32_t eye;
+    std::string issuer;
+};
+
+std::string replaceCommas(std::string s) {
+    for (char& c : s)
+        if (c == ',')
+            c = ' ';
+    return s;
+}
+
+AAMVADate expectedDate(const AamvaPayloadDate& d) {
+    return d.year ? date(d.year, d.month, d.day) : noDate();
+}
+
+std::string expectedCountry(const AamvaPayloadDescription& card) {
+    if (card.version == 2 && card.canadian)
+        return "CDN";
+    return card.canadian ? "CAN" : "USA";
+}
+
+void expectRecordMatches(const AAMVARecord& r, const CardCase& c) {
+    const AamvaPayloadDescription& card = c.card;
+    const std::string middle = replaceCommas(card.middleNames);
+    const std::string given = card.firstName + (middle.empty() ? "" : " " + middle);
+    std::string full;
+    if (card.version <= 1) {
+        full = card.familyName + "," + card.firstName + "," + card.middleNames;
+        if (!card.suffix.empty())
+            full += "," + card.suffix;
+    } else {
+        full = given + " " + card.familyName + (card.suffix.empty() ? "" : " " + card.suffix);
+    }
+    EXPECT_STREQ(r.LicenceNumber, card.licenceNumber.c_str());
+    EXPECT_STREQ(r.FullName, full.c_str());
+    EXPECT_STREQ(r.Surname, card.familyName.c_str());
+    EXPECT_STREQ(r.Forename, card.firstName.c_str());
+    EXPECT_STREQ(r.MiddleName, middle.c_str());
+    EXPECT_STREQ(r.NameSuffix, card.suffix.c_str());
+    EXPECT_STREQ(r.GivenNames, given.c_str());
+    const char* sex = card.sex == AamvaPayloadSex::Male     ? "Male"
+                      : card.sex == AamvaPayloadSex::Female ? "Female"
+                                                            : "Unknown";
+    EXPECT_STREQ(r.Sex, sex);
+    EXPECT_EQ(r.ShortSex, sex[0] == 'U' ? 'X' : sex[0]);
+    EXPECT_EQ(r.DateOfBirth, expectedDate(card.birth));
+    EXPECT_EQ(r.IssueDate, expectedDate(card.issue));
+    EXPECT_EQ(r.ExpiryDate, expectedDate(card.expiry));
+    const std::string street = card.street + (card.street2.empty() ? "" : ", " + card.street2);
+    EXPECT_STREQ(r.AddressStreet, street.c_str());
+    EXPECT_STREQ(r.AddressCity, card.city.c_str());
+    EXPECT_STREQ(r.AddressState, card.jurisdictionCode.c_str());
+    EXPECT_STREQ(r.AddressPostalCode, card.postalCode.c_str());
+    EXPECT_STREQ(r.AddressCountry, expectedCountry(card).c_str());
+    const AAMVAMeasure height{card.height, card.heightMetric ? AAMVA_UNIT_CENTIMETRES : AAMVA_UNIT_INCHES};
+    EXPECT_EQ(r.Height, height);
+    // 2003 and 2005 cards only carry a weight range.
+    const bool weightRangeOnly = card.version == 2 || card.version == 3;
+    const AAMVAMeasure weight{card.weight, card.weightMetric ? AAMVA_UNIT_KILOGRAMS : AAMVA_UNIT_POUNDS};
+    EXPECT_EQ(r.Weight, weightRangeOnly ? noMeasure() : weight);
+    EXPECT_EQ(unpacked(r.HairColour), c.hair);
+    EXPECT_EQ(unpacked(r.EyeColour), c.eye);
+    EXPECT_STREQ(r.FileType, card.version == 0 ? "AAMVA" : "ANSI ");
+    EXPECT_STREQ(r.IIN, card.iin.c_str());
+    EXPECT_STREQ(r.IssuerName, c.issuer.c_str());
+    EXPECT_EQ(unpacked(r.Version), static_cast<uint32_t>(card.version));
+    EXPECT_EQ(unpacked(r.JurisdictionVersion),
+              card.version <= 1 ? AAMVA_NOT_PRESENT : static_cast<uint32_t>(card.jurisdictionVersion));
+}
+
+void expectItemsMatch(const AAMVARecord& r, const AamvaPayloadDescription& card) {
+    const std::vector<AamvaPayloadElement> elements = AamvaPayloadWriter::elements(card);
+    ASSERT_EQ(unpacked(r.DataItemCount), static_cast<int32_t>(elements.size()));
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        const AAMVADataItem& item = r.DataItems[i];
+        EXPECT_STREQ(item.ID, elements[i].id.c_str()) << "item " << i;
+        EXPECT_STREQ(item.Value, elements[i].value.c_str()) << "item " << i;
+        if (elements[i].id[0] == 'Z') {
+            EXPECT_STREQ(item.Name, "Jurisdiction-specific element");
+        } else {
+            EXPECT_STRNE(item.Name, "Unknown element") << elements[i].id;
+        }
+        EXPECT_STRNE(item.Name, "");
+    }
+}
+
+class GeneratedCard : public ::testing::TestWithParam<CardCase> {};
+
+TEST_P(GeneratedCard, RecordAndItemsMatchTheDescription) {
+    const CardCase& c = GetParam();
+    const std::string payload = AamvaPayloadWriter::write(c.card);
+    ParsedRecord parsed = parseRecord(payload);
+    ASSERT_EQ(parsed.code, ZYR_OK) << payload;
+    expectRecordMatches(*parsed.record, c);
+    expectItemsMatch(*parsed.record, c.card);
+}
+
+// Every cut of a card is reported as truncated, except where the bytes left form a complete
+// card: the whole card less its final CR, and a cut exactly between the two subfiles (that
+// cannot be told from a card whose count promises a subfile it lacks).
+TEST_P(GeneratedCard, EveryCutIsTruncated) {
+    const CardCase& c = GetParam();
+    const std::string payload = AamvaPayloadWriter::write(c.card);
+    const std::size_t countAt = c.card.version <= 1 ? 17 : 19;
+    std::size_t firstEnd = payload.size();
+    if (!c.card.jurisdictionElements.empty())
+        firstEnd = std::stoul(payload.substr(countAt + 4, 4)) + std::stoul(payload.substr(countAt + 8, 4));
+    for (std::size_t length = 1; length < payload.size(); ++length) {
+        const int32_t code = parseRecord(payload.substr(0, length)).code;
+        const bool complete = length == payload.size() - 1 || length == firstEnd || length == firstEnd - 1;
+        EXPECT_EQ(code, complete ? ZYR_OK : ZYR_ERR_AAMVA_TRUNCATED)
+            << "cut at " << length << " of " << payload.size() << ": " << payload.substr(0, length);
+    }
+}
+
+std::vector<CardCase> cases() {
+    std::vector<CardCase> out;
+    for (int version = 0; version <= 11; ++version) {
+        const std::string v = "v" + std::to_string(version);
+        out.push_back({v + "_Virginia", AamvaPayloadDescription::typical(version, false), AAMVA_HAIR_BROWN,
+                       AAMVA_EYE_GREEN, "Virginia"});
+        out.push_back({v + "_Ontario", AamvaPayloadDescription::typical(version, true), AAMVA_HAIR_BROWN,
+                       AAMVA_EYE_GREEN, "Ontario"});
+    }
+    for (int version : {1, 2, 3, 4, 9, 10}) {
+        const std::string v = "v" + std::to_string(version);
+
+        AamvaPayloadDescription man = AamvaPayloadDescription::typical(version, false);
+        man.iin = "636015";
+        man.jurisdictionCode = "TX";
+        man.familyName = "DELACROIX";
+        man.firstName = "ANTHONY";
+        man.middleNames = "PAUL,RENE";
+        man.suffix = "JR";
+        man.sex = AamvaPayloadSex::Male;
+        man.height = 76;
+        man.weight = 212;
+        man.eyeColour = "BLU";
+        man.hairColour = "BLK";
+        man.birth = {2000, 2, 29};
+        man.issue = {2012, 12, 1};
+        man.expiry = {2030, 1, 31};
+        man.subfileType = "ID";
+        out.push_back({v + "_TexasIdCardWithSuffix", man, AAMVA_HAIR_BLACK, AAMVA_EYE_BLUE, "Texas"});
+
+        AamvaPayloadDescription plain = AamvaPayloadDescription::typical(version, true);
+        plain.iin = "604428";
+        plain.jurisdictionCode = "QC";
+        plain.middleNames = "";
+        plain.sex = AamvaPayloadSex::Unspecified;
+        plain.heightMetric = false;
+        plain.height = 63;
+        plain.weightMetric = false;
+        plain.weight = 118;
+        plain.hairColour = "GRY";
+        plain.eyeColour = "HAZ";
+        plain.jurisdictionElements.clear();
+        out.push_back(
+            {v + "_QuebecWithoutJurisdictionSubfile", plain, AAMVA_HAIR_GREY, AAMVA_EYE_HAZEL, "Quebec"});
+    }
+    AamvaPayloadDescription enhanced = AamvaPayloadDescription::typical(10, false);
+    enhanced.subfileType = "EN";
+    enhanced.iin = "636001";
+    enhanced.heightMetric = true;
+    enhanced.height = 181;
+    enhanced.weightMetric = true;
+    enhanced.weight = 84;
+    out.push_back({"v10_NewYorkEnhanced", enhanced, AAMVA_HAIR_BROWN, AAMVA_EYE_GREEN, "New York"});
+    return out;
+}
+
+INSTANTIATE_TEST_SUITE_P(Cards, GeneratedCard, ::testing::ValuesIn(cases()),
+                         [](const ::testing::TestParamInfo<CardCase>& info) { return info.param.label; });
+
+} // namespace

@@ -1,0 +1,116 @@
+// The library's parse entry point: service state, argument checks, error codes and the life of
+// the records it hands out.
+#include "AamvaPayloadWriter.h"
+#include "ZyrReaderLowLevelAPI.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+using glyphor::samples::AamvaPayloadDescription;
+using glyphor::samples::AamvaPayloadWriter;
+
+namespace {
+
+AAMVARecord* const kUntouched = reinterpret_cast<AAMVARecord*>(static_cast<uintptr_t>(0x1234));
+
+const std::string& typicalCard() {
+    static const std::string payload = AamvaPayloadWriter::write(AamvaPayloadDescription::typical(9, false));
+    return payload;
+}
+
+int32_t parse(const std::string& bytes, AAMVARecord** record) {
+    return ZyrReader_ParseAAMVA(reinterpret_cast<const uint8_t*>(bytes.data()),
+                                static_cast<int32_t>(bytes.size()), record, 0);
+}
+
+class ParseApi : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_EQ(ZyrReader_ParseInitialise(), ZYR_OK); }
+    void TearDown() override { ZyrReader_DestroyCachedData(); }
+};
+
+TEST(ParseApiState, ParsingBeforeInitialiseIsRefused) {
+    ZyrReader_ParseShutdown();
+    EXPECT_FALSE(ZyrReader_IsParsingInitialised());
+    AAMVARecord* record = kUntouched;
+    EXPECT_EQ(parse(typicalCard(), &record), ZYR_ERR_NOT_INITIALISED);
+    EXPECT_EQ(record, kUntouched);
+}
+
+TEST(ParseApiState, InitialiseAndShutdown) {
+    EXPECT_EQ(ZyrReader_ParseInitialise(), ZYR_OK);
+    EXPECT_EQ(ZyrReader_ParseInitialise(), ZYR_OK);
+    EXPECT_TRUE(ZyrReader_IsParsingInitialised());
+    EXPECT_EQ(ZyrReader_ParseShutdown(), ZYR_OK);
+    EXPECT_FALSE(ZyrReader_IsParsingInitialised());
+    EXPECT_EQ(ZyrReader_ParseShutdown(), ZYR_ERR_NOT_INITIALISED);
+    AAMVARecord* record = kUntouched;
+    EXPECT_EQ(parse(typicalCard(), &record), ZYR_ERR_NOT_INITIALISED);
+}
+
+TEST_F(ParseApi, RecordIsFilledAndReleasedOnce) {
+    AAMVARecord* record = nullptr;
+    ASSERT_EQ(parse(typicalCard(), &record), ZYR_OK);
+    ASSERT_NE(record, nullptr);
+    EXPECT_STREQ(record->LicenceNumber, "T51148823");
+    EXPECT_STREQ(record->Surname, "HOLLOWAY");
+    EXPECT_STREQ(record->IssuerName, "Virginia");
+    EXPECT_EQ(static_cast<uint32_t>(record->Version), 9u);
+    ASSERT_EQ(static_cast<int32_t>(record->DataItemCount),
+              static_cast<int32_t>(
+                  AamvaPayloadWriter::elements(AamvaPayloadDescription::typical(9, false)).size()));
+    EXPECT_STREQ(record->DataItems[0].ID, "DCA");
+    EXPECT_EQ(ZyrReader_DestroyCachedObject(record), ZYR_OK);
+    EXPECT_EQ(ZyrReader_DestroyCachedObject(record), ZYR_ERR_UNKNOWN_HANDLE);
+}
+
+TEST_F(ParseApi, RecordsAreIndependent) {
+    AAMVARecord* us = nullptr;
+    AAMVARecord* canada = nullptr;
+    ASSERT_EQ(parse(typicalCard(), &us), ZYR_OK);
+    ASSERT_EQ(parse(AamvaPayloadWriter::write(AamvaPayloadDescription::typical(4, true)), &canada), ZYR_OK);
+    ASSERT_NE(us, canada);
+    EXPECT_EQ(ZyrReader_DestroyCachedObject(us), ZYR_OK);
+    EXPECT_STREQ(canada->IssuerName, "Ontario");
+    EXPECT_STREQ(canada->DataItems[canada->DataItemCount - 1].ID, "ZOA");
+    EXPECT_EQ(ZyrReader_DestroyCachedObject(canada), ZYR_OK);
+}
+
+// Records not released by the client are freed with the library's cached data.
+TEST_F(ParseApi, CachedDataReleasesLeftRecords) {
+    AAMVARecord* record = nullptr;
+    ASSERT_EQ(parse(typicalCard(), &record), ZYR_OK);
+    ASSERT_EQ(parse(typicalCard(), &record), ZYR_OK);
+    ZyrReader_DestroyCachedData();
+    EXPECT_EQ(ZyrReader_DestroyCachedObject(record), ZYR_ERR_UNKNOWN_HANDLE);
+}
+
+TEST_F(ParseApi, FailuresLeaveTheHandleAlone) {
+    const std::string card = typicalCard();
+    const auto* bytes = reinterpret_cast<const uint8_t*>(card.data());
+    struct Row {
+        const char* label;
+        const uint8_t* data;
+        int32_t length;
+        bool withRecord;
+        int32_t code;
+    } rows[] = {
+        {"null data with a length", nullptr, 10, true, ZYR_ERR_BAD_ARGUMENT},
+        {"negative length", bytes, -1, true, ZYR_ERR_BAD_ARGUMENT},
+        {"no handle to fill", bytes, static_cast<int32_t>(card.size()), false, ZYR_ERR_BAD_ARGUMENT},
+        {"nothing", nullptr, 0, true, ZYR_ERR_AAMVA_EMPTY},
+        {"zero length", bytes, 0, true, ZYR_ERR_AAMVA_EMPTY},
+        {"not a card", reinterpret_cast<const uint8_t*>("%BC^?"), 5, true, ZYR_ERR_NOT_AAMVA},
+        {"cut short", bytes, static_cast<int32_t>(card.size() / 2), true, ZYR_ERR_AAMVA_TRUNCATED},
+    };
+    for (const Row& row : rows) {
+        AAMVARecord* record = kUntouched;
+        EXPECT_EQ(ZyrReader_ParseAAMVA(row.data, row.length, row.withRecord ? &record : nullptr, 0), row.code)
+            << row.label;
+        EXPECT_EQ(record, kUntouched) << row.label;
+    }
+}
+
+} // namespace
