@@ -7,10 +7,12 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
+#include <QDialog>
 #include <QImage>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
 #include <QTimer>
@@ -501,8 +503,16 @@ TEST_F(HexViewTest, CaretOnlyWithFocusAndInsideClient) {
     Load(Counting(512));
     Click(HexCell(0, 0));
     EXPECT_TRUE(edit->IsCaretVisible());
+    const QImage withCaret = Render();
     other->setFocus();
     EXPECT_FALSE(edit->IsCaretVisible());
+    const QImage withoutCaret = Render();
+    const QRect caret(L().HexColumnX(), 0, 2, L().LineHeight());
+    int changed = 0;
+    for (int y = caret.top(); y <= caret.bottom(); ++y)
+        for (int x = caret.left(); x <= caret.right(); ++x)
+            changed += withCaret.pixel(x, y) != withoutCaret.pixel(x, y);
+    EXPECT_EQ(changed, caret.width() * caret.height()) << "the caret inverts its whole bar";
     edit->setFocus();
     EXPECT_TRUE(edit->IsCaretVisible());
     // Scroll far enough that the caret's row drops above the client, then back.
@@ -560,6 +570,28 @@ TEST_F(HexViewTest, ScrollBarFollowsAndDrivesTop) {
 
     Load(Counting(9));
     EXPECT_FALSE(bar->isEnabled());
+}
+
+TEST(HexViewInDialog, KeepsEnterAndEscapeFromTheDialog) {
+    QDialog dialog;
+    auto* ok = new QPushButton(QStringLiteral("OK"), &dialog);
+    ok->setDefault(true);
+    QObject::connect(ok, &QPushButton::clicked, &dialog, &QDialog::accept);
+    auto* edit = new CHexEdit(&dialog);
+    edit->setGeometry(0, 30, 300, 100);
+    const std::vector<uint8_t> data{1, 2, 3};
+    edit->SetData(data.data(), 3);
+    dialog.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
+    dialog.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    edit->setFocus();
+    for (Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape}) {
+        QTest::keyClick(edit, key);
+        EXPECT_TRUE(dialog.isVisible()) << key;
+    }
+    EXPECT_EQ(dialog.result(), 0);
+    EXPECT_EQ(edit->Editor().Data(), data) << "hex column ignores control characters";
 }
 
 } // namespace
