@@ -1,0 +1,63 @@
+// Any bytes: the parser answers one of its four codes, stays inside the input, and a record
+// built from a success has every text field terminated and one data item per element.
+#include "AamvaParser.h"
+#include "AamvaRecordBuilder.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+namespace {
+
+template <std::size_t N> void requireTerminated(const char (&field)[N]) {
+    if (std::memchr(field, 0, N) == nullptr)
+        __builtin_trap();
+}
+
+void requireSound(const zyr::AamvaDocument& document) {
+    const zyr::AamvaRecordPtr record = zyr::AamvaRecordBuilder::build(document);
+    const AAMVARecord& r = *record;
+    requireTerminated(r.LicenceNumber);
+    requireTerminated(r.FullName);
+    requireTerminated(r.Surname);
+    requireTerminated(r.Forename);
+    requireTerminated(r.MiddleName);
+    requireTerminated(r.NameSuffix);
+    requireTerminated(r.GivenNames);
+    requireTerminated(r.Sex);
+    requireTerminated(r.AddressStreet);
+    requireTerminated(r.AddressCity);
+    requireTerminated(r.AddressState);
+    requireTerminated(r.AddressPostalCode);
+    requireTerminated(r.AddressCountry);
+    requireTerminated(r.FileType);
+    requireTerminated(r.IIN);
+    requireTerminated(r.IssuerName);
+    if (r.DataItemCount <= 0 || static_cast<std::size_t>(r.DataItemCount) != document.body.elements.size())
+        __builtin_trap();
+    for (int32_t i = 0; i < r.DataItemCount; ++i) {
+        requireTerminated(r.DataItems[i].ID);
+        requireTerminated(r.DataItems[i].Name);
+        requireTerminated(r.DataItems[i].Value);
+        if (std::strlen(r.DataItems[i].ID) != 3 || r.DataItems[i].Name[0] == '\0')
+            __builtin_trap();
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
+    zyr::AamvaDocument document;
+    switch (zyr::AamvaParser::parse(data, size, document)) {
+    case ZYR_OK:
+        requireSound(document);
+        break;
+    case ZYR_ERR_AAMVA_EMPTY:
+    case ZYR_ERR_NOT_AAMVA:
+    case ZYR_ERR_AAMVA_TRUNCATED:
+        break;
+    default:
+        __builtin_trap();
+    }
+    return 0;
+}
