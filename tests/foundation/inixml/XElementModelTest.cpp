@@ -1,0 +1,175 @@
+#include "IniTestSupport.h"
+#include "XmlTestSupport.h"
+
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+using KV::XLib::XWriteOptions;
+
+TEST(XmlNames, SetNameSplitsAtTheFirstColon) {
+    struct Case {
+        const char* given;
+        const char* prefix;
+        const char* local;
+        const char* name;
+    };
+    const Case cases[] = {
+        {"n", "", "n", "n"},         {"p:n", "p", "n", "p:n"}, {"a:b:c", "a", "b:c", "a:b:c"},
+        {":n", "", "n", "n"},        {"p:", "p", "", "p:"},    {"", "", "", ""},
+    };
+    for (const Case& c : cases) {
+        XAttribute attribute(X("old:name"));
+        attribute.SetName(X(c.given));
+        EXPECT_EQ(Std(attribute.GetPrefix()), c.prefix) << c.given;
+        EXPECT_EQ(Std(attribute.GetLocalName()), c.local) << c.given;
+        EXPECT_EQ(Std(attribute.GetName()), c.name) << c.given;
+    }
+    XElement e(X("x:y"));
+    EXPECT_EQ(Std(e.GetPrefix()), "x");
+    e.SetLocalName(X("z"));
+    EXPECT_EQ(Std(e.GetName()), "x:z");
+}
+
+TEST(XmlTree, NodeTypesParentsAndOwnership) {
+    auto doc = std::make_unique<XDocument>(X("Doc"));
+    XElement* child = new XElement(X("C"));
+    XAttribute* attribute = new XAttribute(X("a"), X("1"));
+    doc->AddChild(child);
+    child->AddAttribute(attribute);
+
+    EXPECT_EQ(doc->GetNodeType(), 3);
+    EXPECT_EQ(child->GetNodeType(), 2);
+    EXPECT_EQ(attribute->GetNodeType(), 1);
+    EXPECT_TRUE(doc->IsRoot());
+    EXPECT_FALSE(child->IsRoot());
+    EXPECT_EQ(child->GetParent(), doc.get());
+    EXPECT_EQ(attribute->GetParent(), child);
+    EXPECT_EQ(doc->ChildCount(), 1);
+    EXPECT_EQ(doc->AttributeCount(), 0);
+    EXPECT_TRUE(child->HasNoChildren());
+    EXPECT_EQ(child->GetLink(), nullptr);
+    child->SetLink(attribute);
+    EXPECT_EQ(child->GetLink(), attribute);
+    doc.reset(); // frees the whole tree; the sanitizer build reports any leak
+}
+
+TEST(XmlTree, AddChildAtPosition) {
+    XElement root(X("R"));
+    root.AddChild(new XElement(X("B")));
+    root.AddChild(new XElement(X("A")), 0);
+    root.AddChild(new XElement(X("D")), 99);
+    root.AddChild(new XElement(X("C")), 2);
+    root.AddAttribute(new XAttribute(X("y")));
+    root.AddAttribute(new XAttribute(X("x")), 0);
+    EXPECT_EQ(Std(root.ToString()), "<R x=\"\" y=\"\">\r\n\t<A />\r\n\t<B />\r\n\t<C />\r\n\t<D />\r\n</R>\r\n");
+}
+
+TEST(XmlTree, SettersReuseTheFirstMatch) {
+    XElement root(X("R"));
+    root.AddAttribute(new XAttribute(X("k"), X("1")));
+    root.AddAttribute(new XAttribute(X("k"), X("2")));
+    root.SetAttribute(X("k"), X("3"));
+    root.SetAttribute(X("K"), X("4")); // names are case-sensitive
+    EXPECT_EQ(root.AttributeCount(), 3);
+
+    root.SetChildText(X("T"), X("a"), true);
+    root.SetChildText(X("T"), X("b<"), false);
+    root.SetChildText(X("t"), X("c"), true);
+    EXPECT_EQ(root.ChildCount(), 2);
+    root.SetText(XString(), true); // empty text: children are written
+    EXPECT_EQ(Std(root.ToString()),
+              "<R k=\"3\" k=\"2\" K=\"4\">\r\n\t<T><![CDATA[b<]]></T>\r\n\t<t>c</t>\r\n</R>\r\n");
+}
+
+TEST(XmlSave, LinesResplitWithCrLf) {
+    TempFolder folder;
+    const std::string file = folder.File("lines.xml");
+    WriteBytes(file, std::string(4096, 'x')); // longer than what is saved: must be truncated
+
+    XDocument doc(X("R"));
+    XElement* text = new XElement(X("T"));
+    text->SetText(X("one\ntwo\r\rthree\r\n"), false);
+    doc.AddChild(text);
+    ASSERT_TRUE(doc.SaveToFile(X(file)));
+    EXPECT_EQ(ReadBytes(file),
+              "<?xml version=\"1.0\"?>\r\n<R>\r\n\t<T><![CDATA[one\r\ntwo\r\nthree\r\n]]></T>\r\n</R>\r\n");
+
+    XWriteOptions oneLine;
+    oneLine.noLineBreaks = true;
+    oneLine.indentWithTabs = false;
+    text->SetText(X("x"), true);
+    ASSERT_TRUE(doc.SaveToFile(X(file), oneLine));
+    EXPECT_EQ(ReadBytes(file), "<?xml version=\"1.0\"?><R><T>x</T></R>\r\n");
+}
+
+TEST(XmlSave, FileErrorsGiveFalse) {
+    TempFolder folder;
+    XDocument doc(X("R"));
+    EXPECT_FALSE(doc.SaveToFile(X(folder.File("missing/folder/x.xml"))));
+    EXPECT_FALSE(doc.SaveToFile(X(folder.path.string())));
+    EXPECT_FALSE(doc.SaveToFile(XString()));
+    EXPECT_TRUE(std::filesystem::is_directory(folder.path));
+}
+
+// Runs xmllint and returns its standard output; exit status in *status.
+std::string RunXmllint(const std::string& arguments, int* status) {
+    std::string out;
+    FILE* pipe = ::popen(("xmllint " + arguments + " 2>&1").c_str(), "r");
+    if (!pipe) {
+        *status = -1;
+        return out;
+    }
+    char chunk[4096];
+    size_t n;
+    while ((n = std::fread(chunk, 1, sizeof chunk, pipe)) > 0)
+        out.append(chunk, n);
+    *status = ::pclose(pipe);
+    return out;
+}
+
+std::string XPathString(const std::string& file, const std::string& path) {
+    int status = 0;
+    std::string out = RunXmllint("--xpath 'string(" + path + ")' '" + file + "'", &status);
+    EXPECT_EQ(status, 0) << out;
+    if (!out.empty() && out.back() == '\n')
+        out.pop_back(); // xmllint ends the string with a newline of its own
+    return out;
+}
+
+// A real parser must read back exactly the text that went in, with either quote character.
+TEST(XmlSave, ParsesBackWithARealParser) {
+    const std::string specials = "a&b <c> \"d\" 'e' ]]> x;y & end";
+    const std::string code = "if (a < b && c > d) { s = \"q'\"; }";
+    XDocument doc(X("Root"));
+    doc.SetAttribute(X("attr"), X(specials));
+    doc.SetChildText(X("Escaped"), X(specials), true);
+    doc.SetChildText(X("Cdata"), X(code), false);
+    XElement* holder = new XElement(X("p:Holder"));
+    holder->AddAttribute(new XAttribute(X("xmlns:p"), X("urn:glyphor:test")));
+    holder->SetAttribute(X("v"), X("<\"'>&"));
+    holder->SetChildText(X("p:Inner"), X("&amp;lt;"), true); // decoded twice on the way in: "<"
+    doc.AddChild(holder);
+
+    TempFolder folder;
+    const std::string file = folder.File("specials.xml");
+    for (char32_t quote : {U'"', U'\''}) {
+        SCOPED_TRACE(static_cast<char>(quote));
+        XWriteOptions options;
+        options.quote = quote;
+        ASSERT_TRUE(doc.SaveToFile(X(file), options));
+
+        int status = 0;
+        const std::string check = RunXmllint("--noout '" + file + "'", &status);
+        ASSERT_EQ(status, 0) << check << "\n" << ReadBytes(file);
+
+        EXPECT_EQ(XPathString(file, "/Root/@attr"), specials);
+        EXPECT_EQ(XPathString(file, "/Root/Escaped"), specials);
+        EXPECT_EQ(XPathString(file, "/Root/Cdata"), code);
+        EXPECT_EQ(XPathString(file, "/Root/*[local-name()=\"Holder\"]/@v"), "<\"'>&");
+        EXPECT_EQ(XPathString(file, "/Root/*[local-name()=\"Holder\"]/*[local-name()=\"Inner\"]"), "<");
+    }
+}
+
+} // namespace

@@ -1,0 +1,200 @@
+#include "IniTestSupport.h"
+#include "XEscaping.h"
+#include "XmlTestSupport.h"
+
+#include <functional>
+#include <memory>
+
+namespace {
+
+using KV::XLib::XWriteOptions;
+
+TEST(XmlWrite, SmallTreeMatchesTheReferenceBytes) {
+    XDocument doc(X("R"));
+    XElement* a = new XElement(X("A"));
+    a->SetText(X("x&y"), true);
+    a->SetAttribute(X("k"), X("1"));
+    doc.AddChild(a);
+
+    const std::string expected = "<?xml version=\"1.0\"?>\r\n<R>\r\n\t<A k=\"1\">x&amp;y</A>\r\n</R>\r\n";
+    EXPECT_EQ(Std(doc.ToString()), expected);
+
+    TempFolder folder;
+    const std::string file = folder.File("small.xml");
+    ASSERT_TRUE(doc.SaveToFile(X(file)));
+    EXPECT_EQ(ReadBytes(file), expected);
+}
+
+struct WriteCase {
+    const char* label;
+    std::function<void(XElement&)> build; // fills a root element named "E"
+    XWriteOptions options;
+    std::string expected;
+};
+
+XWriteOptions Options(bool noLineBreaks, bool indentWithTabs, char32_t quote = U'"') {
+    XWriteOptions options;
+    options.noLineBreaks = noLineBreaks;
+    options.indentWithTabs = indentWithTabs;
+    options.quote = quote;
+    return options;
+}
+
+XElement* Child(XElement& parent, const char* name) {
+    XElement* child = new XElement(X(name));
+    parent.AddChild(child);
+    return child;
+}
+
+const XWriteOptions defaults = Options(false, true);
+
+class XmlWriteElement : public ::testing::TestWithParam<WriteCase> {};
+
+TEST_P(XmlWriteElement, Layout) {
+    XElement root(X("E"));
+    GetParam().build(root);
+    XString out;
+    root.Write(out, GetParam().options);
+    EXPECT_EQ(Std(out), GetParam().expected);
+}
+
+const WriteCase writeCases[] = {
+    {"EmptyElement", [](XElement&) {}, defaults, "<E />\r\n"},
+    {"EmptyWithAttribute", [](XElement& e) { e.SetAttribute(X("k"), X("v")); }, defaults, "<E k=\"v\" />\r\n"},
+    {"AttributesInOrder",
+     [](XElement& e) {
+         e.SetAttribute(X("b"), X("2"));
+         e.SetAttribute(X("a"), X("1"));
+     },
+     defaults, "<E b=\"2\" a=\"1\" />\r\n"},
+    {"AttributeSpecials", [](XElement& e) { e.SetAttribute(X("k"), X("a\"b'c<d>&")); }, defaults,
+     "<E k=\"a&quot;b&apos;c&lt;d&gt;&amp;\" />\r\n"},
+    {"EscapedText", [](XElement& e) { e.SetText(X("1 < 2"), true); }, defaults, "<E>1 &lt; 2</E>\r\n"},
+    {"CdataText", [](XElement& e) { e.SetText(X("1 < 2"), false); }, defaults, "<E><![CDATA[1 < 2]]></E>\r\n"},
+    {"CdataEndMarkerNotSplit", [](XElement& e) { e.SetText(X("a]]>b"), false); }, defaults,
+     "<E><![CDATA[a]]>b]]></E>\r\n"},
+    {"TextWinsOverChildren",
+     [](XElement& e) {
+         Child(e, "Hidden");
+         e.SetText(X("t"), true);
+     },
+     defaults, "<E>t</E>\r\n"},
+    {"NestedIndentsOneTabPerLevel",
+     [](XElement& e) {
+         XElement* a = Child(e, "A");
+         Child(*a, "B")->SetText(X("b"), true);
+         Child(*a, "C");
+         Child(e, "D");
+     },
+     defaults, "<E>\r\n\t<A>\r\n\t\t<B>b</B>\r\n\t\t<C />\r\n\t</A>\r\n\t<D />\r\n</E>\r\n"},
+    {"NoIndent",
+     [](XElement& e) { Child(*Child(e, "A"), "B"); },
+     Options(false, false), "<E>\r\n<A>\r\n<B />\r\n</A>\r\n</E>\r\n"},
+    {"NoLineBreaks",
+     [](XElement& e) {
+         Child(e, "A")->SetText(X("x"), true);
+         Child(e, "B");
+     },
+     Options(true, true), "<E>\t<A>x</A>\t<B /></E>"},
+    {"OtherQuote", [](XElement& e) { e.SetAttribute(X("k"), X("it's")); }, Options(false, true, U'\''),
+     "<E k='it&apos;s' />\r\n"},
+    {"PrefixedNames",
+     [](XElement& e) {
+         e.SetPrefix(X("p"));
+         e.SetAttribute(X("xmlns:p"), X("urn:x"));
+         Child(e, "p:n");
+     },
+     defaults, "<p:E xmlns:p=\"urn:x\">\r\n\t<p:n />\r\n</p:E>\r\n"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Cases, XmlWriteElement, ::testing::ValuesIn(writeCases),
+                         [](const auto& info) { return std::string(info.param.label); });
+
+// The closing tag takes the indent whenever the element has children, even though they were
+// replaced by its text.
+TEST(XmlWrite, TextElementWithChildrenKeepsClosingIndent) {
+    XElement root(X("R"));
+    XElement* a = Child(root, "A");
+    Child(*a, "Hidden");
+    a->SetText(X("t"), true);
+    EXPECT_EQ(Std(root.ToString()), "<R>\r\n\t<A>t\t</A>\r\n</R>\r\n");
+}
+
+TEST(XmlWrite, DocumentDeclarationAndDoctype) {
+    XDocument doc(X("Root"));
+    EXPECT_EQ(Std(doc.ToString()), "<?xml version=\"1.0\"?>\r\n<Root />\r\n");
+    doc.SetDocType(X("DOCTYPE Root SYSTEM \"root.dtd\""));
+    EXPECT_EQ(Std(doc.ToString()),
+              "<?xml version=\"1.0\"?>\r\n<!DOCTYPE Root SYSTEM \"root.dtd\">\r\n<Root />\r\n");
+
+    XString out;
+    doc.Write(out, Options(true, false, U'\''));
+    EXPECT_EQ(Std(out), "<?xml version='1.0'?><!DOCTYPE Root SYSTEM \"root.dtd\"><Root />");
+}
+
+struct EscapeCase {
+    std::string raw;
+    std::string escaped;
+};
+
+TEST(XmlEscaping, FiveEntitiesOnly) {
+    const EscapeCase cases[] = {
+        {"", ""},
+        {"plain text 123", "plain text 123"},
+        {"&", "&amp;"},
+        {"<>\"'", "&lt;&gt;&quot;&apos;"},
+        {"&lt;", "&amp;lt;"},
+        {"a&&b", "a&amp;&amp;b"},
+        {"\t\r\n\x01\xE9", "\t\r\n\x01\xE9"},
+    };
+    for (const EscapeCase& c : cases) {
+        EXPECT_EQ(Std(KV::XLib::EscapeText(X(c.raw))), c.escaped) << c.raw;
+        if (c.raw.find('&') == std::string::npos) {
+            EXPECT_EQ(Std(KV::XLib::UnescapeText(X(c.escaped))), c.raw) << c.escaped;
+        }
+    }
+}
+
+TEST(XmlEscaping, UnescapeDecodesAmpersandFirst) {
+    const EscapeCase cases[] = {
+        // {stored, given}
+        {"<", "&amp;lt;"},
+        {"\"'", "&amp;quot;&amp;apos;"},
+        {"&amp;", "&amp;amp;"},
+        {"&", "&amp;"},
+        {"&unknown; &#60;", "&unknown; &#60;"},
+        {"&lt", "&lt"},
+        {"<<", "&lt;&lt;"},
+    };
+    for (const EscapeCase& c : cases) {
+        EXPECT_EQ(Std(KV::XLib::UnescapeText(X(c.escaped))), c.raw) << c.escaped;
+
+        XElement e(X("E"));
+        e.SetText(X(c.escaped), true);
+        EXPECT_EQ(Std(e.GetRawText()), c.raw);
+        XAttribute attribute(X("a"));
+        attribute.SetValue(X(c.escaped));
+        EXPECT_EQ(Std(attribute.GetValue()), c.raw);
+    }
+}
+
+TEST(XmlText, EscapedFlagDecidesStorageAndOutput) {
+    XElement e(X("E"));
+    EXPECT_TRUE(e.IsTextEscaped());
+    EXPECT_FALSE(e.HasText());
+
+    e.SetText(X("a &amp; b"), true);
+    EXPECT_EQ(Std(e.GetRawText()), "a & b");
+    EXPECT_EQ(Std(e.GetText()), "a &amp; b");
+
+    e.AppendText(X(" <c>"), false);
+    EXPECT_FALSE(e.IsTextEscaped());
+    EXPECT_EQ(Std(e.GetRawText()), "a & b <c>");
+    EXPECT_EQ(Std(e.GetText()), "a & b <c>");
+
+    e.AppendText(X("&gt;"), true);
+    EXPECT_EQ(Std(e.GetRawText()), "a & b <c>>");
+    EXPECT_EQ(Std(e.ToString()), "<E>a &amp; b &lt;c&gt;&gt;</E>\r\n");
+}
+
+} // namespace

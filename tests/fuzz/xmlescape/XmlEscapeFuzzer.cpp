@@ -1,0 +1,104 @@
+// Escaping must give text any XML parser decodes back to the input; unescaping must be defined
+// for any text; and writing elements with arbitrary names, text and options must not fail.
+#include "BaseString.h"
+#include "XDocumentBase.h"
+#include "XEscaping.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+using namespace KV::XLib;
+
+namespace {
+
+using String = KV::BaseString<char>;
+
+String Make(const std::string& s) { return String(s.c_str(), static_cast<int>(s.size())); }
+
+std::string Std(const String& s) { return std::string(s.GetBuffer(), static_cast<size_t>(s.GetLength())); }
+
+void Check(bool condition) {
+    if (!condition)
+        std::abort();
+}
+
+// Standard XML decoding of the five predefined entities, one pass, as a parser does it.
+std::string ParserDecode(const std::string& text) {
+    static const char* const names[][2] = {{"&amp;", "&"}, {"&gt;", ">"}, {"&lt;", "<"}, {"&quot;", "\""}, {"&apos;", "'"}};
+    std::string out;
+    for (size_t i = 0; i < text.size();) {
+        if (text[i] != '&') {
+            out += text[i++];
+            continue;
+        }
+        bool matched = false;
+        for (const auto& entity : names) {
+            const size_t n = std::strlen(entity[0]);
+            if (text.compare(i, n, entity[0]) == 0) {
+                out += entity[1];
+                i += n;
+                matched = true;
+                break;
+            }
+        }
+        Check(matched); // a bare "&" is not well-formed
+    }
+    return out;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    if (size > 4096)
+        return 0;
+    const std::string input(reinterpret_cast<const char*>(data), size);
+    const String text = Make(input);
+
+    const std::string escaped = Std(EscapeText(text));
+    Check(escaped.find_first_of("<>\"'") == std::string::npos);
+    Check(ParserDecode(escaped) == input);
+
+    const std::string unescaped = Std(UnescapeText(text));
+    Check(unescaped.size() <= input.size());
+    if (input.find('&') == std::string::npos) {
+        Check(unescaped == input);
+        Check(Std(UnescapeText(EscapeText(text))) == input);
+    }
+
+    // Build a small tree from the input: the first bytes steer options, the rest is split into a
+    // name, an attribute value and text.
+    if (size < 2)
+        return 0;
+    XWriteOptions options;
+    options.noLineBreaks = data[0] & 1;
+    options.indentWithTabs = data[0] & 2;
+    options.quote = (data[0] & 4) ? U'\'' : U'"';
+    const bool cdata = data[0] & 8;
+    const size_t cut1 = 2 + (size > 2 ? data[1] % (size - 1) : 0);
+    const std::string name = input.substr(2, cut1 > 2 ? cut1 - 2 : 0);
+    const std::string rest = input.substr(std::min(cut1, size));
+    const std::string value = rest.substr(0, rest.size() / 2);
+    const std::string body = rest.substr(rest.size() / 2);
+
+    XDocumentBase<char> doc(Make(name));
+    doc.SetAttribute(Make("a"), Make(value));
+    doc.SetChildText(Make(name), Make(body), !cdata);
+    doc.SetChildText(Make("empty"), String(), true);
+    XElementBase<char>* nested = new XElementBase<char>(Make("n"));
+    nested->AddChild(new XElementBase<char>(Make(value)));
+    doc.AddChild(nested);
+
+    String out;
+    doc.Write(out, options);
+    const std::string xml = Std(out);
+    Check(xml.compare(0, 15, options.quote == U'"' ? "<?xml version=\"" : "<?xml version='") == 0);
+    const std::string attribute =
+        std::string(" a=") + static_cast<char>(options.quote) + Std(EscapeText(doc.GetAttribute(0)->GetValue())) +
+        static_cast<char>(options.quote);
+    Check(xml.find(attribute) != std::string::npos);
+    if (options.noLineBreaks)
+        Check(xml.find("\r\n") == std::string::npos || input.find("\r\n") != std::string::npos);
+    return 0;
+}
