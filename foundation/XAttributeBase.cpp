@@ -1,7 +1,6 @@
 #include "XAttributeBase.h"
 
 #include "XEscaping.h"
-#include "XStringOps.h"
 
 namespace KV {
 namespace XLib {
@@ -17,12 +16,11 @@ template <typename C> int XAttributeBase<C>::GetNodeType() const { return XNodeA
 
 template <typename C> void XAttributeBase<C>::Write(String& out, const XWriteOptions& options) const {
     const C quote = static_cast<C>(options.quote);
-    std::basic_string<C> piece = detail::ToStd(this->GetName());
-    piece += static_cast<C>('=');
-    piece += quote;
-    piece += detail::ToStd(EscapeText(value));
-    piece += quote;
-    detail::Append(out, piece);
+    out += this->GetName();
+    out += static_cast<C>('=');
+    out += quote;
+    out += EscapeText(value);
+    out += quote;
 }
 
 template <typename C> BaseString<C> XAttributeBase<C>::ToString() const {
@@ -33,7 +31,7 @@ template <typename C> BaseString<C> XAttributeBase<C>::ToString() const {
     return out;
 }
 
-template <typename C> bool XAttributeBase<C>::HasValue() const { return value.GetLength() != 0; }
+template <typename C> bool XAttributeBase<C>::HasValue() const { return !value.IsEmpty(); }
 
 template <typename C> BaseString<C> XAttributeBase<C>::GetValue() const { return value; }
 

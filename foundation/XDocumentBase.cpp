@@ -1,7 +1,5 @@
 #include "XDocumentBase.h"
 
-#include "XStringOps.h"
-
 namespace KV {
 namespace XLib {
 
@@ -11,12 +9,19 @@ template <typename C> int XDocumentBase<C>::GetNodeType() const { return XNodeDo
 
 template <typename C> void XDocumentBase<C>::Write(String& out, const XWriteOptions& options) const {
     const C quote = static_cast<C>(options.quote);
-    const std::basic_string<C> lineBreak = options.noLineBreaks ? std::basic_string<C>() : detail::Lit<C>("\r\n");
-    std::basic_string<C> head = detail::Lit<C>("<?xml version=") + quote + detail::Lit<C>("1.0") + quote +
-                                detail::Lit<C>("?>") + lineBreak;
-    if (docType.GetLength() != 0)
-        head += detail::Lit<C>("<!") + detail::ToStd(docType) + static_cast<C>('>') + lineBreak;
-    detail::Append(out, head);
+    const String lineBreak = this->LineEnd(options);
+    out += this->Literal("<?xml version=");
+    out += quote;
+    out += this->Literal("1.0");
+    out += quote;
+    out += this->Literal("?>");
+    out += lineBreak;
+    if (!docType.IsEmpty()) {
+        out += this->Literal("<!");
+        out += docType;
+        out += static_cast<C>('>');
+        out += lineBreak;
+    }
     this->WriteElement(out, this, options, 0);
 }
 

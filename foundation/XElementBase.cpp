@@ -1,9 +1,9 @@
 #include "XElementBase.h"
 
 #include "XEscaping.h"
-#include "XStringOps.h"
 
 #include <fcntl.h>
+#include <string>
 #include <unistd.h>
 
 namespace KV {
@@ -11,16 +11,21 @@ namespace XLib {
 
 namespace {
 
-template <typename C> std::basic_string<C> LineBreak(const XWriteOptions& options) {
-    return options.noLineBreaks ? std::basic_string<C>() : detail::Lit<C>("\r\n");
-}
-
 bool IsLineBreak(char c) { return c == '\r' || c == '\n'; }
 
-// Writes all of data or reports failure; a short write counts as failure.
+// A short write counts as a failure.
 bool WriteAll(int fd, const std::string& data) {
     const ssize_t written = ::write(fd, data.data(), data.size());
     return written >= 0 && static_cast<size_t>(written) == data.size();
+}
+
+// Text is 8-bit on disk: each unit keeps its low byte.
+template <typename C> std::string Narrow(const BaseString<C>& text) {
+    std::string out;
+    out.reserve(static_cast<size_t>(text.Length()));
+    for (int i = 0; i < text.Length(); ++i)
+        out += static_cast<char>(text[i]);
+    return out;
 }
 
 } // namespace
@@ -54,7 +59,7 @@ template <typename C> bool XElementBase<C>::HasNoChildren() const { return Child
 
 template <typename C> bool XElementBase<C>::IsTextEscaped() const { return textEscaped; }
 
-template <typename C> bool XElementBase<C>::HasText() const { return text.GetLength() != 0; }
+template <typename C> bool XElementBase<C>::HasText() const { return !text.IsEmpty(); }
 
 template <typename C> BaseString<C> XElementBase<C>::GetRawText() const { return text; }
 
@@ -69,44 +74,54 @@ template <typename C> void XElementBase<C>::SetText(const String& value, bool es
 
 template <typename C> void XElementBase<C>::AppendText(const String& value, bool escaped) {
     textEscaped = escaped;
-    detail::Append(text, detail::ToStd(escaped ? UnescapeText(value) : value));
+    text += escaped ? UnescapeText(value) : value;
 }
 
 template <typename C>
 void XElementBase<C>::WriteElement(String& out, const XElementBase* e, const XWriteOptions& options,
                                    int depth) const {
-    const std::basic_string<C> indent(options.indentWithTabs && depth >= 1 ? depth : 0, static_cast<C>('\t'));
-    const std::basic_string<C> name = detail::ToStd(e->GetName());
-    std::basic_string<C> piece = indent + static_cast<C>('<') + name;
+    String indent;
+    if (options.indentWithTabs)
+        for (int i = 0; i < depth; ++i)
+            indent += static_cast<C>('\t');
+    const String name = e->GetName();
+    const String lineEnd = this->LineEnd(options);
+
+    out += indent;
+    out += static_cast<C>('<');
+    out += name;
     for (int i = 0; i < e->AttributeCount(); ++i) {
-        String attribute;
-        e->GetAttribute(i)->Write(attribute, options);
-        piece += static_cast<C>(' ');
-        piece += detail::ToStd(attribute);
+        out += static_cast<C>(' ');
+        e->GetAttribute(i)->Write(out, options);
     }
     if (e->HasNoChildren() && !e->HasText()) {
-        piece += detail::Lit<C>(" />") + LineBreak<C>(options);
-        detail::Append(out, piece);
+        out += this->Literal(" />");
+        out += lineEnd;
         return;
     }
-    piece += static_cast<C>('>');
+    out += static_cast<C>('>');
     if (e->HasText()) {
         // A text element stays on one line, and its children are not written.
-        if (e->IsTextEscaped())
-            piece += detail::ToStd(e->GetText());
-        else
-            piece += detail::Lit<C>("<![CDATA[") + detail::ToStd(e->GetRawText()) + detail::Lit<C>("]]>");
-        detail::Append(out, piece);
+        if (e->IsTextEscaped()) {
+            out += e->GetText();
+        } else {
+            out += this->Literal("<![CDATA[");
+            out += e->GetRawText();
+            out += this->Literal("]]>");
+        }
     } else {
-        detail::Append(out, piece + LineBreak<C>(options));
+        out += lineEnd;
         for (int i = 0; i < e->ChildCount(); ++i)
             WriteElement(out, e->GetChild(i), options, depth + 1);
     }
     // The closing tag lines up with the opening one whenever the element has children, even when
     // its text was written in their place.
-    std::basic_string<C> closing = e->HasNoChildren() ? std::basic_string<C>() : indent;
-    closing += detail::Lit<C>("</") + name + static_cast<C>('>') + LineBreak<C>(options);
-    detail::Append(out, closing);
+    if (!e->HasNoChildren())
+        out += indent;
+    out += this->Literal("</");
+    out += name;
+    out += static_cast<C>('>');
+    out += lineEnd;
 }
 
 template <typename C> int XElementBase<C>::ChildCount() const { return children ? children->GetCount() : 0; }
@@ -136,23 +151,23 @@ template <typename C> void XElementBase<C>::AddChild(XElementBase* element, int 
 }
 
 template <typename C> XElementBase<C>* XElementBase<C>::GetChild(int index) const {
-    return index >= 0 && index < ChildCount() ? children->GetAt(index) : nullptr;
+    return children ? children->GetAt(index) : nullptr;
 }
 
 template <typename C> XAttributeBase<C>* XElementBase<C>::GetAttribute(int index) const {
-    return index >= 0 && index < AttributeCount() ? attributes->GetAt(index) : nullptr;
+    return attributes ? attributes->GetAt(index) : nullptr;
 }
 
 template <typename C> XElementBase<C>* XElementBase<C>::FindChild(const String& name) const {
     for (int i = 0; i < ChildCount(); ++i)
-        if (detail::Equals(children->GetAt(i)->GetName(), name))
+        if (children->GetAt(i)->GetName() == name)
             return children->GetAt(i);
     return nullptr;
 }
 
 template <typename C> XAttributeBase<C>* XElementBase<C>::FindAttribute(const String& name) const {
     for (int i = 0; i < AttributeCount(); ++i)
-        if (detail::Equals(attributes->GetAt(i)->GetName(), name))
+        if (attributes->GetAt(i)->GetName() == name)
             return attributes->GetAt(i);
     return nullptr;
 }
@@ -183,13 +198,10 @@ template <typename C> bool XElementBase<C>::SaveToFile(const String& file) const
 template <typename C> bool XElementBase<C>::SaveToFile(const String& file, const XWriteOptions& options) const {
     String document;
     Write(document, options);
-    const std::basic_string<C> wide = detail::ToStd(document);
-    const std::basic_string<C> path = detail::ToStd(file);
-    // Text is 8-bit on disk: keep the low byte of each unit, as for file names.
-    std::string bytes(wide.begin(), wide.end());
-    std::string name(path.begin(), path.end());
+    const std::string bytes = Narrow(document);
+    const std::string path = Narrow(file);
 
-    const int fd = ::open(name.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
+    const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
     if (fd < 0)
         return false;
     bool ok = ::lseek(fd, 0, SEEK_SET) == 0 && ::ftruncate(fd, 0) == 0;

@@ -1,7 +1,5 @@
 #include "XObjectBase.h"
 
-#include "XStringOps.h"
-
 namespace KV {
 namespace XLib {
 
@@ -16,20 +14,22 @@ template <typename C> BaseString<C> XObjectBase<C>::GetPrefix() const { return p
 template <typename C> void XObjectBase<C>::SetPrefix(const String& value) { prefix = value; }
 
 template <typename C> BaseString<C> XObjectBase<C>::GetName() const {
-    if (prefix.GetLength() == 0)
+    if (prefix.IsEmpty())
         return localName;
-    return detail::FromStd(detail::ToStd(prefix) + static_cast<C>(':') + detail::ToStd(localName));
+    String name(prefix);
+    name += static_cast<C>(':');
+    name += localName;
+    return name;
 }
 
 template <typename C> void XObjectBase<C>::SetName(const String& name) {
-    const std::basic_string<C> text = detail::ToStd(name);
-    const size_t colon = text.find(static_cast<C>(':'));
-    if (colon == std::basic_string<C>::npos) {
+    const int colon = name.Find(static_cast<C>(':'));
+    if (colon < 0) {
         prefix = String();
         localName = name;
     } else {
-        prefix = detail::FromStd(text.substr(0, colon));
-        localName = detail::FromStd(text.substr(colon + 1));
+        prefix = name.SubString(0, colon);
+        localName = name.SubString(colon + 1);
     }
 }
 

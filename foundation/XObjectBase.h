@@ -42,6 +42,18 @@ protected:
     explicit XObjectBase(const String& name);
     ~XObjectBase() = default;
 
+    // An ASCII literal in the node's character type.
+    static String Literal(const char* ascii) {
+        String out;
+        for (; *ascii; ++ascii)
+            out += static_cast<C>(*ascii);
+        return out;
+    }
+    // CR LF, or nothing when the options turn line breaks off.
+    static String LineEnd(const XWriteOptions& options) {
+        return options.noLineBreaks ? String() : Literal("\r\n");
+    }
+
 private:
     String localName;
     String prefix;

@@ -13,5 +13,5 @@ using XAttribute = KV::XLib::XAttributeBase<char>;
 inline XString X(const std::string& text) { return XString(text.c_str(), static_cast<int>(text.size())); }
 
 inline std::string Std(const XString& text) {
-    return std::string(text.GetBuffer(), static_cast<size_t>(text.GetLength()));
+    return std::string(text.GetBuffer(), static_cast<size_t>(text.Length()));
 }

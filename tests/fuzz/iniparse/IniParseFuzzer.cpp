@@ -37,6 +37,8 @@ std::string Dump(KVIniFile& ini) {
     for (int s = 0; sections && s < sections->GetCount(); ++s) {
         KVIniSection* section = sections->GetAt(s);
         out += "[" + std::string(section->GetName().str()) + "]\n";
+        if (ini.FindSection(section->GetName().str(), false) == nullptr)
+            std::abort();
         auto* keys = section->GetKeys();
         for (int k = 0; k < keys->GetCount(); ++k) {
             KVIniKey* key = keys->GetAt(k);
@@ -44,8 +46,9 @@ std::string Dump(KVIniFile& ini) {
             // Typed reads of arbitrary text must be defined.
             (void)key->GetValueInt();
             (void)key->GetValueBool();
-            if (ini.FindKey(section->GetName().str(), key->GetName().str(), false) == nullptr)
-                std::abort(); // a stored key must be found by its names
+            KVIniKey* found = section->FindKey(key->GetName().str(), false);
+            if (found == nullptr || !(found->GetName() == key->GetName()))
+                std::abort(); // a stored key must be found by its name
         }
     }
     return out;

@@ -17,7 +17,7 @@ using String = KV::BaseString<char>;
 
 String Make(const std::string& s) { return String(s.c_str(), static_cast<int>(s.size())); }
 
-std::string Std(const String& s) { return std::string(s.GetBuffer(), static_cast<size_t>(s.GetLength())); }
+std::string Std(const String& s) { return std::string(s.GetBuffer(), static_cast<size_t>(s.Length())); }
 
 void Check(bool condition) {
     if (!condition)
