@@ -13,7 +13,9 @@ bool FileExists(const char* path) {
     return ::stat(path, &info) == 0;
 }
 
-bool IsEmpty(const char* text) { return text == nullptr || *text == '\0'; }
+bool IsEmpty(const char* text) {
+    return text == nullptr || *text == '\0';
+}
 
 } // namespace
 
@@ -25,7 +27,9 @@ KVIniFile::~KVIniFile() {
     sections = nullptr;
 }
 
-StringBuffer KVIniFile::GetFileName() const { return fileName; }
+StringBuffer KVIniFile::GetFileName() const {
+    return fileName;
+}
 
 void KVIniFile::SetByteShift(bool on, int amount) {
     shiftOn = on;
@@ -60,7 +64,8 @@ bool KVIniFile::Reload() {
 
 void KVIniFile::ShiftLine(StringBuffer& line, int amount) const {
     for (int i = 0; i < line.size(); ++i)
-        line.setChar(static_cast<uint32_t>(i), static_cast<char>(static_cast<unsigned char>(line[i]) + amount));
+        line.setChar(static_cast<uint32_t>(i),
+                     static_cast<char>(static_cast<unsigned char>(line[i]) + amount));
 }
 
 void KVIniFile::Parse() {
@@ -90,7 +95,8 @@ void KVIniFile::Parse() {
         if (equals < 0 || !current)
             continue;
         StringBuffer key = line.SubString(0, static_cast<uint32_t>(equals));
-        StringBuffer value = line.SubString(static_cast<uint32_t>(equals + 1), static_cast<uint32_t>(length - equals - 1));
+        StringBuffer value =
+            line.SubString(static_cast<uint32_t>(equals + 1), static_cast<uint32_t>(length - equals - 1));
         key.trim();
         value.trim();
         current->AddKey(new KVIniKey(key.str(), value.str()));

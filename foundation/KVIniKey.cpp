@@ -6,9 +6,13 @@
 
 KVIniKey::KVIniKey(const char* name, const char* value) : name(name ? name : ""), value(value ? value : "") {}
 
-StringBuffer KVIniKey::GetName() const { return name; }
+StringBuffer KVIniKey::GetName() const {
+    return name;
+}
 
-StringBuffer KVIniKey::GetValue() const { return value; }
+StringBuffer KVIniKey::GetValue() const {
+    return value;
+}
 
 int KVIniKey::GetValueInt() const {
     long v = std::strtol(value.str(), nullptr, 10);
@@ -19,10 +23,18 @@ int KVIniKey::GetValueInt() const {
     return static_cast<int>(v);
 }
 
-bool KVIniKey::GetValueBool() const { return value.size() == 4 && strncasecmp(value.str(), "true", 4) == 0; }
+bool KVIniKey::GetValueBool() const {
+    return value.size() == 4 && strncasecmp(value.str(), "true", 4) == 0;
+}
 
-void KVIniKey::SetValue(const char* text) { value = text ? text : ""; }
+void KVIniKey::SetValue(const char* text) {
+    value = text ? text : "";
+}
 
-void KVIniKey::SetValue(int number) { value = StringBuffer(number); }
+void KVIniKey::SetValue(int number) {
+    value = StringBuffer(number);
+}
 
-void KVIniKey::SetValue(bool flag) { value = flag ? "true" : "false"; }
+void KVIniKey::SetValue(bool flag) {
+    value = flag ? "true" : "false";
+}

@@ -11,11 +11,17 @@ KVIniSection::~KVIniSection() {
     keys = nullptr;
 }
 
-StringBuffer KVIniSection::GetName() const { return name; }
+StringBuffer KVIniSection::GetName() const {
+    return name;
+}
 
-KVObjectPointerList<KVIniKey>* KVIniSection::GetKeys() const { return keys; }
+KVObjectPointerList<KVIniKey>* KVIniSection::GetKeys() const {
+    return keys;
+}
 
-void KVIniSection::AddKey(KVIniKey* key) { keys->Add(key); }
+void KVIniSection::AddKey(KVIniKey* key) {
+    keys->Add(key);
+}
 
 KVIniKey* KVIniSection::FindKey(const char* keyName, bool create) {
     StringBuffer wanted(keyName ? keyName : "");

@@ -12,7 +12,9 @@ XAttributeBase<C>::XAttributeBase(const String& name, const String& text) : XObj
     SetValue(text);
 }
 
-template <typename C> int XAttributeBase<C>::GetNodeType() const { return XNodeAttribute; }
+template <typename C> int XAttributeBase<C>::GetNodeType() const {
+    return XNodeAttribute;
+}
 
 template <typename C> void XAttributeBase<C>::Write(String& out, const XWriteOptions& options) const {
     const C quote = static_cast<C>(options.quote);
@@ -31,11 +33,17 @@ template <typename C> BaseString<C> XAttributeBase<C>::ToString() const {
     return out;
 }
 
-template <typename C> bool XAttributeBase<C>::HasValue() const { return !value.IsEmpty(); }
+template <typename C> bool XAttributeBase<C>::HasValue() const {
+    return !value.IsEmpty();
+}
 
-template <typename C> BaseString<C> XAttributeBase<C>::GetValue() const { return value; }
+template <typename C> BaseString<C> XAttributeBase<C>::GetValue() const {
+    return value;
+}
 
-template <typename C> void XAttributeBase<C>::SetValue(const String& text) { value = UnescapeText(text); }
+template <typename C> void XAttributeBase<C>::SetValue(const String& text) {
+    value = UnescapeText(text);
+}
 
 template class XAttributeBase<char>;
 

@@ -5,7 +5,9 @@ namespace XLib {
 
 template <typename C> XDocumentBase<C>::XDocumentBase(const String& rootName) : XElementBase<C>(rootName) {}
 
-template <typename C> int XDocumentBase<C>::GetNodeType() const { return XNodeDocument; }
+template <typename C> int XDocumentBase<C>::GetNodeType() const {
+    return XNodeDocument;
+}
 
 template <typename C> void XDocumentBase<C>::Write(String& out, const XWriteOptions& options) const {
     const C quote = static_cast<C>(options.quote);
@@ -25,7 +27,9 @@ template <typename C> void XDocumentBase<C>::Write(String& out, const XWriteOpti
     this->WriteElement(out, this, options, 0);
 }
 
-template <typename C> void XDocumentBase<C>::SetDocType(const String& text) { docType = text; }
+template <typename C> void XDocumentBase<C>::SetDocType(const String& text) {
+    docType = text;
+}
 
 template class XDocumentBase<char>;
 

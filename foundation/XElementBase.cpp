@@ -11,7 +11,9 @@ namespace XLib {
 
 namespace {
 
-bool IsLineBreak(char c) { return c == '\r' || c == '\n'; }
+bool IsLineBreak(char c) {
+    return c == '\r' || c == '\n';
+}
 
 // A short write counts as a failure.
 bool WriteAll(int fd, const std::string& data) {
@@ -43,7 +45,9 @@ template <typename C> XElementBase<C>::~XElementBase() {
     }
 }
 
-template <typename C> int XElementBase<C>::GetNodeType() const { return XNodeElement; }
+template <typename C> int XElementBase<C>::GetNodeType() const {
+    return XNodeElement;
+}
 
 template <typename C> void XElementBase<C>::Write(String& out, const XWriteOptions& options) const {
     WriteElement(out, this, options, 0);
@@ -55,13 +59,21 @@ template <typename C> BaseString<C> XElementBase<C>::ToString() const {
     return out;
 }
 
-template <typename C> bool XElementBase<C>::HasNoChildren() const { return ChildCount() == 0; }
+template <typename C> bool XElementBase<C>::HasNoChildren() const {
+    return ChildCount() == 0;
+}
 
-template <typename C> bool XElementBase<C>::IsTextEscaped() const { return textEscaped; }
+template <typename C> bool XElementBase<C>::IsTextEscaped() const {
+    return textEscaped;
+}
 
-template <typename C> bool XElementBase<C>::HasText() const { return !text.IsEmpty(); }
+template <typename C> bool XElementBase<C>::HasText() const {
+    return !text.IsEmpty();
+}
 
-template <typename C> BaseString<C> XElementBase<C>::GetRawText() const { return text; }
+template <typename C> BaseString<C> XElementBase<C>::GetRawText() const {
+    return text;
+}
 
 template <typename C> BaseString<C> XElementBase<C>::GetText() const {
     return textEscaped ? EscapeText(text) : text;
@@ -124,7 +136,9 @@ void XElementBase<C>::WriteElement(String& out, const XElementBase* e, const XWr
     out += lineEnd;
 }
 
-template <typename C> int XElementBase<C>::ChildCount() const { return children ? children->GetCount() : 0; }
+template <typename C> int XElementBase<C>::ChildCount() const {
+    return children ? children->GetCount() : 0;
+}
 
 template <typename C> int XElementBase<C>::AttributeCount() const {
     return attributes ? attributes->GetCount() : 0;
@@ -195,7 +209,8 @@ template <typename C> bool XElementBase<C>::SaveToFile(const String& file) const
     return SaveToFile(file, XWriteOptions());
 }
 
-template <typename C> bool XElementBase<C>::SaveToFile(const String& file, const XWriteOptions& options) const {
+template <typename C>
+bool XElementBase<C>::SaveToFile(const String& file, const XWriteOptions& options) const {
     String document;
     Write(document, options);
     const std::string bytes = Narrow(document);

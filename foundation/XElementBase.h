@@ -33,7 +33,8 @@ public:
     virtual void SetText(const String& text, bool escaped);
     virtual void AppendText(const String& text, bool escaped);
     // Appends the XML of e at the given depth (TABs before its lines when indenting).
-    virtual void WriteElement(String& out, const XElementBase* e, const XWriteOptions& options, int depth) const;
+    virtual void WriteElement(String& out, const XElementBase* e, const XWriteOptions& options,
+                              int depth) const;
     virtual int ChildCount() const;
     virtual int AttributeCount() const;
     // Inserts at position (appends when position is negative or past the end), sets the parent,
@@ -59,7 +60,7 @@ public:
 private:
     String text;
     bool textEscaped = true;
-    PtrList<XElementBase>* children = nullptr;         // owned
+    PtrList<XElementBase>* children = nullptr;        // owned
     PtrList<XAttributeBase<C>>* attributes = nullptr; // owned
 };
 

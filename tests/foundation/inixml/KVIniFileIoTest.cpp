@@ -131,6 +131,20 @@ TEST(IniLoad, FailuresLeaveMemoryAlone) {
     EXPECT_STREQ(ini.GetFileName().str(), good.c_str());
 }
 
+// A path that exists but cannot be read as a file fails in the reading layer, in both modes.
+TEST(IniLoad, UnreadableFileThrowsEvenInQuietMode) {
+    TempFolder folder;
+    const std::string target = folder.path.string();
+    for (bool throwOnError : {true, false}) {
+        KVIniFile ini;
+        ini.SetString("Old", "k", "v");
+        ExpectThrowStartingWith<StringBufferException>([&] { ini.Load(target.c_str(), throwOnError); },
+                                                       "Unable to open file - ");
+        EXPECT_STREQ(ini.GetFileName().str(), target.c_str());
+        EXPECT_EQ(Dump(ini), ""); // sections are dropped before the read is tried
+    }
+}
+
 TEST(IniLoad, ReplacesEverySection) {
     TempFolder folder;
     const std::string file = folder.File("a.ini");

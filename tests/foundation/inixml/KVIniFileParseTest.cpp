@@ -18,6 +18,10 @@ std::string LoadAndDump(const TempFolder& folder, const std::string& bytes) {
     return Dump(ini);
 }
 
+void PrintTo(const ParseCase& c, std::ostream* os) {
+    *os << c.label;
+}
+
 class IniParse : public ::testing::TestWithParam<ParseCase> {};
 
 TEST_P(IniParse, StoresWhatTheLinesSay) {
@@ -71,7 +75,8 @@ TEST(IniParse, LineEndingsDoNotMatter) {
     EXPECT_EQ(reference, "[Camera]\nExposure=10\n[Light]\nMode=IR\nGain=3\n");
 
     // Mixed endings within one file.
-    EXPECT_EQ(LoadAndDump(folder, "[Camera]\rExposure = 10\n# note\r\n[Light]\n\rMode=IR\r\rGain=3"), reference);
+    EXPECT_EQ(LoadAndDump(folder, "[Camera]\rExposure = 10\n# note\r\n[Light]\n\rMode=IR\r\rGain=3"),
+              reference);
 }
 
 } // namespace

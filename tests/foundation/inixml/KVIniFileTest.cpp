@@ -13,12 +13,23 @@ struct TypedCase {
 // Typed reads of a stored value: the integer read is lenient, the boolean one strict.
 TEST(IniTypedValues, ConvertStoredText) {
     const TypedCase cases[] = {
-        {"12", 12, false},       {"-5", -5, false},          {"7x", 7, false},
-        {"12abc", 12, false},    {"abc", 0, false},          {"", 0, false},
-        {"  42", 42, false},     {"1", 1, false},            {"true", 0, true},
-        {"TRUE", 0, true},       {"True", 0, true},          {"tRuE", 0, true},
-        {"yes", 0, false},       {"true ", 0, false},        {"truex", 0, false},
-        {"99999999999", INT_MAX, false}, {"-99999999999", INT_MIN, false},
+        {"12", 12, false},
+        {"-5", -5, false},
+        {"7x", 7, false},
+        {"12abc", 12, false},
+        {"abc", 0, false},
+        {"", 0, false},
+        {"  42", 42, false},
+        {"1", 1, false},
+        {"true", 0, true},
+        {"TRUE", 0, true},
+        {"True", 0, true},
+        {"tRuE", 0, true},
+        {"yes", 0, false},
+        {"true ", 0, false},
+        {"truex", 0, false},
+        {"99999999999", INT_MAX, false},
+        {"-99999999999", INT_MIN, false},
     };
     for (const TypedCase& c : cases) {
         KVIniKey key("k", c.value);

@@ -16,8 +16,8 @@ TEST(XmlNames, SetNameSplitsAtTheFirstColon) {
         const char* name;
     };
     const Case cases[] = {
-        {"n", "", "n", "n"},         {"p:n", "p", "n", "p:n"}, {"a:b:c", "a", "b:c", "a:b:c"},
-        {":n", "", "n", "n"},        {"p:", "p", "", "p:"},    {"", "", "", ""},
+        {"n", "", "n", "n"},  {"p:n", "p", "n", "p:n"}, {"a:b:c", "a", "b:c", "a:b:c"},
+        {":n", "", "n", "n"}, {"p:", "p", "", "p:"},    {"", "", "", ""},
     };
     for (const Case& c : cases) {
         XAttribute attribute(X("old:name"));
@@ -63,7 +63,8 @@ TEST(XmlTree, AddChildAtPosition) {
     root.AddChild(new XElement(X("C")), 2);
     root.AddAttribute(new XAttribute(X("y")));
     root.AddAttribute(new XAttribute(X("x")), 0);
-    EXPECT_EQ(Std(root.ToString()), "<R x=\"\" y=\"\">\r\n\t<A />\r\n\t<B />\r\n\t<C />\r\n\t<D />\r\n</R>\r\n");
+    EXPECT_EQ(Std(root.ToString()),
+              "<R x=\"\" y=\"\">\r\n\t<A />\r\n\t<B />\r\n\t<C />\r\n\t<D />\r\n</R>\r\n");
 }
 
 TEST(XmlTree, SettersReuseTheFirstMatch) {

@@ -48,6 +48,10 @@ XElement* Child(XElement& parent, const char* name) {
 
 const XWriteOptions defaults = Options(false, true);
 
+void PrintTo(const WriteCase& c, std::ostream* os) {
+    *os << c.label;
+}
+
 class XmlWriteElement : public ::testing::TestWithParam<WriteCase> {};
 
 TEST_P(XmlWriteElement, Layout) {
@@ -60,7 +64,8 @@ TEST_P(XmlWriteElement, Layout) {
 
 const WriteCase writeCases[] = {
     {"EmptyElement", [](XElement&) {}, defaults, "<E />\r\n"},
-    {"EmptyWithAttribute", [](XElement& e) { e.SetAttribute(X("k"), X("v")); }, defaults, "<E k=\"v\" />\r\n"},
+    {"EmptyWithAttribute", [](XElement& e) { e.SetAttribute(X("k"), X("v")); }, defaults,
+     "<E k=\"v\" />\r\n"},
     {"AttributesInOrder",
      [](XElement& e) {
          e.SetAttribute(X("b"), X("2"));
@@ -70,7 +75,8 @@ const WriteCase writeCases[] = {
     {"AttributeSpecials", [](XElement& e) { e.SetAttribute(X("k"), X("a\"b'c<d>&")); }, defaults,
      "<E k=\"a&quot;b&apos;c&lt;d&gt;&amp;\" />\r\n"},
     {"EscapedText", [](XElement& e) { e.SetText(X("1 < 2"), true); }, defaults, "<E>1 &lt; 2</E>\r\n"},
-    {"CdataText", [](XElement& e) { e.SetText(X("1 < 2"), false); }, defaults, "<E><![CDATA[1 < 2]]></E>\r\n"},
+    {"CdataText", [](XElement& e) { e.SetText(X("1 < 2"), false); }, defaults,
+     "<E><![CDATA[1 < 2]]></E>\r\n"},
     {"CdataEndMarkerNotSplit", [](XElement& e) { e.SetText(X("a]]>b"), false); }, defaults,
      "<E><![CDATA[a]]>b]]></E>\r\n"},
     {"TextWinsOverChildren",
@@ -87,9 +93,8 @@ const WriteCase writeCases[] = {
          Child(e, "D");
      },
      defaults, "<E>\r\n\t<A>\r\n\t\t<B>b</B>\r\n\t\t<C />\r\n\t</A>\r\n\t<D />\r\n</E>\r\n"},
-    {"NoIndent",
-     [](XElement& e) { Child(*Child(e, "A"), "B"); },
-     Options(false, false), "<E>\r\n<A>\r\n<B />\r\n</A>\r\n</E>\r\n"},
+    {"NoIndent", [](XElement& e) { Child(*Child(e, "A"), "B"); }, Options(false, false),
+     "<E>\r\n<A>\r\n<B />\r\n</A>\r\n</E>\r\n"},
     {"NoLineBreaks",
      [](XElement& e) {
          Child(e, "A")->SetText(X("x"), true);
@@ -158,12 +163,8 @@ TEST(XmlEscaping, FiveEntitiesOnly) {
 TEST(XmlEscaping, UnescapeDecodesAmpersandFirst) {
     const EscapeCase cases[] = {
         // {stored, given}
-        {"<", "&amp;lt;"},
-        {"\"'", "&amp;quot;&amp;apos;"},
-        {"&amp;", "&amp;amp;"},
-        {"&", "&amp;"},
-        {"&unknown; &#60;", "&unknown; &#60;"},
-        {"&lt", "&lt"},
+        {"<", "&amp;lt;"},  {"\"'", "&amp;quot;&amp;apos;"},        {"&amp;", "&amp;amp;"},
+        {"&", "&amp;"},     {"&unknown; &#60;", "&unknown; &#60;"}, {"&lt", "&lt"},
         {"<<", "&lt;&lt;"},
     };
     for (const EscapeCase& c : cases) {

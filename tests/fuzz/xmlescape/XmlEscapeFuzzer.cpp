@@ -15,9 +15,13 @@ namespace {
 
 using String = KV::BaseString<char>;
 
-String Make(const std::string& s) { return String(s.c_str(), static_cast<int>(s.size())); }
+String Make(const std::string& s) {
+    return String(s.c_str(), static_cast<int>(s.size()));
+}
 
-std::string Std(const String& s) { return std::string(s.GetBuffer(), static_cast<size_t>(s.Length())); }
+std::string Std(const String& s) {
+    return std::string(s.GetBuffer(), static_cast<size_t>(s.Length()));
+}
 
 void Check(bool condition) {
     if (!condition)
@@ -26,7 +30,8 @@ void Check(bool condition) {
 
 // Standard XML decoding of the five predefined entities, one pass, as a parser does it.
 std::string ParserDecode(const std::string& text) {
-    static const char* const names[][2] = {{"&amp;", "&"}, {"&gt;", ">"}, {"&lt;", "<"}, {"&quot;", "\""}, {"&apos;", "'"}};
+    static const char* const names[][2] = {
+        {"&amp;", "&"}, {"&gt;", ">"}, {"&lt;", "<"}, {"&quot;", "\""}, {"&apos;", "'"}};
     std::string out;
     for (size_t i = 0; i < text.size();) {
         if (text[i] != '&') {
@@ -94,9 +99,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     doc.Write(out, options);
     const std::string xml = Std(out);
     Check(xml.compare(0, 15, options.quote == U'"' ? "<?xml version=\"" : "<?xml version='") == 0);
-    const std::string attribute =
-        std::string(" a=") + static_cast<char>(options.quote) + Std(EscapeText(doc.GetAttribute(0)->GetValue())) +
-        static_cast<char>(options.quote);
+    const std::string attribute = std::string(" a=") + static_cast<char>(options.quote) +
+                                  Std(EscapeText(doc.GetAttribute(0)->GetValue())) +
+                                  static_cast<char>(options.quote);
     Check(xml.find(attribute) != std::string::npos);
     if (options.noLineBreaks)
         Check(xml.find("\r\n") == std::string::npos || input.find("\r\n") != std::string::npos);
