@@ -303,7 +303,8 @@ typedef struct AAMVAMeasure {
 
 typedef struct AAMVADataItem {
     char ID[4];       /* three-character element identifier, NUL-terminated */
-    char Name[3000];  /* descriptive name of the element */
+    char Name[3000];  /* descriptive name of the element; "Jurisdiction-specific element" for Z..
+                         IDs and "Unknown element" for IDs no standard version defines */
     char Value[3000]; /* the value as it stood in the data */
 } AAMVADataItem;
 
@@ -333,14 +334,15 @@ typedef struct AAMVARecord {
     int32_t EyeColour;    /* AAMVA_EYE_* code, -1 when absent */
     char FileType[6];     /* "ANSI " or "AAMVA" */
     char IIN[7];
-    char IssuerName[3000];
+    char IssuerName[3000]; /* issuing jurisdiction of the IIN, e.g. "Virginia"; "Unknown" if not listed */
     uint32_t Version;             /* AAMVA standard version 0..; AAMVA_NOT_PRESENT when unknown */
     uint32_t JurisdictionVersion; /* AAMVA_NOT_PRESENT where the version has none */
     int32_t DataItemCount;
     AAMVADataItem* DataItems;     /* DataItemCount items in order of appearance, library-owned */
 } AAMVARecord;
 
-/* Hair colour codes (AAMVA element DAZ). */
+/* Hair colour codes (AAMVA element DAZ): the standard's three-letter codes, the older two-letter
+ * codes and whole words map to these; other text maps to UNKNOWN. */
 #define AAMVA_HAIR_BALD 0
 #define AAMVA_HAIR_BLACK 1
 #define AAMVA_HAIR_BLOND 2
@@ -351,7 +353,7 @@ typedef struct AAMVARecord {
 #define AAMVA_HAIR_WHITE 7
 #define AAMVA_HAIR_UNKNOWN 8
 
-/* Eye colour codes (AAMVA element DAY). */
+/* Eye colour codes (AAMVA element DAY), mapped the same way. */
 #define AAMVA_EYE_BLACK 0
 #define AAMVA_EYE_BLUE 1
 #define AAMVA_EYE_BROWN 2
@@ -435,7 +437,7 @@ ZYRREADER_API int32_t ZyrReader_ParseShutdown(void);
 
 /* Parses an AAMVA DL/ID card data stream into a library-owned record, released with
  * ZyrReader_DestroyCachedObject. *record is set only on success.
- *   data, length  the bytes to parse (length 0 gives ZYR_ERR_AAMVA_EMPTY)
+ *   data, length  the bytes to parse (length 0, or only blanks, gives ZYR_ERR_AAMVA_EMPTY)
  *   reserved      pass 0
  * ZYR_ERR_NOT_INITIALISED before ZyrReader_ParseInitialise; ZYR_ERR_NOT_AAMVA, ZYR_ERR_AAMVA_TRUNCATED
  * and ZYR_ERR_AAMVA_EMPTY for bytes that cannot be parsed. */

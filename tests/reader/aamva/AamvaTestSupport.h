@@ -1,10 +1,12 @@
-// Shared helpers of the parser tests: parse bytes into a record, read its fields as strings.
+// Shared helpers of the parser tests: parse bytes into a record, and render a record's fields
+// as text so that whole records compare in one assertion with a readable difference.
 #ifndef GLYPHOR_TESTS_AAMVA_TEST_SUPPORT_H
 #define GLYPHOR_TESTS_AAMVA_TEST_SUPPORT_H
 
 #include "AamvaRecordBuilder.h"
 
 #include <cstdint>
+#include <map>
 #include <ostream>
 #include <string>
 
@@ -38,7 +40,17 @@ template <class T> T unpacked(T value) {
     return value;
 }
 
-// "ID=value" for each data item, joined by "|", for compact comparisons.
+// "ID=value" for each data item, joined by "|".
 std::string itemList(const AAMVARecord& record);
+
+// Every field of a record as text, by short name: licence, full, surname, forename, middle,
+// suffix, given, sex, short, birth, issue, expiry (YYYY-MM-DD, "-" when absent), street, city,
+// state, postal, country, height, weight ("69 in", "175 cm", "134 lb", "61 kg", "-"), hair, eye,
+// fileType, iin, issuer, version, jversion ("-" when absent), items (as itemList).
+using Fields = std::map<std::string, std::string>;
+Fields describe(const AAMVARecord& record);
+
+// base with the given fields replaced.
+Fields with(Fields base, const Fields& changes);
 
 #endif
