@@ -1,0 +1,200 @@
+#include "SampleCatalogue.h"
+
+#include "AamvaSamplePayload.h"
+
+namespace glyphor::samples {
+namespace {
+
+using ZXing::BarcodeFormat;
+using ZXing::CharacterSet;
+
+struct FormatSpec {
+    const char* tag;
+    BarcodeFormat format;
+    const char* payload;
+};
+
+// Known contents for every format the plug-ins read and zxing-cpp can write.
+const FormatSpec kFormats[] = {
+    {"pdf417", BarcodeFormat::PDF417, "GLYPHOR PDF417 SAMPLE 0001"},
+    {"qrcode", BarcodeFormat::QRCode, "GLYPHOR QR SAMPLE 42"},
+    {"datamatrix", BarcodeFormat::DataMatrix, "GLYPHOR DM 1234567890"},
+    {"aztec", BarcodeFormat::Aztec, "GLYPHOR AZTEC SAMPLE"},
+    {"code128", BarcodeFormat::Code128, "GLY-128-0042"},
+    {"code39", BarcodeFormat::Code39, "GLYPHOR-39"},
+    {"code93", BarcodeFormat::Code93, "GLYPHOR-93"},
+    {"ean13", BarcodeFormat::EAN13, "5901234123457"},
+    {"ean8", BarcodeFormat::EAN8, "96385074"},
+    {"upca", BarcodeFormat::UPCA, "036000291452"},
+    {"upce", BarcodeFormat::UPCE, "01234565"},
+    {"itf", BarcodeFormat::ITF, "0123456789"},
+};
+
+// Bytes that only survive a decoder that keeps every byte: NULs, a high byte, control bytes.
+std::string binaryPayload() {
+    std::string bytes("GLY\0\x01\x02\xff\x80\x00\x7f"
+                      "END\n",
+                      14);
+    return bytes;
+}
+
+Sample base(const std::string& name, const std::string& variant, const FormatSpec& f) {
+    Sample s;
+    s.name = name;
+    s.variant = variant;
+    s.symbols.push_back({f.format, f.payload});
+    if (isLinear(f.format))
+        s.module = 3;
+    return s;
+}
+
+std::vector<Sample> build() {
+    std::vector<Sample> all;
+    for (const FormatSpec& f : kFormats) {
+        const std::string tag = f.tag;
+        const bool linear = isLinear(f.format);
+
+        all.push_back(base(tag + "-plain", "plain", f));
+
+        Sample rotated = base(tag + "-rotated", "rotated", f);
+        rotated.angle = linear ? 90 : 17;
+        all.push_back(rotated);
+
+        Sample upsideDown = base(tag + "-upside-down", "rotated", f);
+        upsideDown.angle = 180;
+        upsideDown.type = FileType::Jpeg;
+        all.push_back(upsideDown);
+
+        Sample scaled = base(tag + "-scaled", "scaled", f);
+        scaled.module = linear ? 2 : 2.5;
+        scaled.barHeight = 60;
+        scaled.type = FileType::Bmp;
+        all.push_back(scaled);
+
+        Sample noisy = base(tag + "-noisy", "noisy", f);
+        noisy.noise = 50;
+        noisy.type = FileType::Jpeg;
+        all.push_back(noisy);
+
+        Sample faint = base(tag + "-low-contrast", "low-contrast", f);
+        faint.dark = 120;
+        faint.light = 175;
+        all.push_back(faint);
+
+        // A full ID-1 card at 600 dpi with a small symbol in its corner.
+        Sample document = base(tag + "-document", "document", f);
+        document.width = 2024;
+        document.height = 1276;
+        document.module = linear ? 3 : 4;
+        document.corner = true;
+        all.push_back(document);
+    }
+
+    auto two = [&](const std::string& name, BarcodeFormat format, const char* first, const char* second) {
+        Sample s;
+        s.name = name;
+        s.variant = "multi";
+        s.module = isLinear(format) ? 3 : 4;
+        s.symbols = {{format, first}, {format, second}};
+        all.push_back(s);
+    };
+    two("two-pdf417", BarcodeFormat::PDF417, "FIRST PDF417", "SECOND PDF417");
+    two("two-qrcode", BarcodeFormat::QRCode, "FIRST QR", "SECOND QR");
+    two("two-datamatrix", BarcodeFormat::DataMatrix, "FIRST DM", "SECOND DM");
+    two("two-code128", BarcodeFormat::Code128, "FIRST-128", "SECOND-128");
+
+    Sample mixed;
+    mixed.name = "mixed-formats";
+    mixed.variant = "multi";
+    mixed.module = 3;
+    mixed.symbols = {{BarcodeFormat::QRCode, "MIXED QR"}, {BarcodeFormat::Code128, "MIXED-128"}};
+    all.push_back(mixed);
+
+    Sample empty;
+    empty.name = "no-symbol";
+    empty.variant = "empty";
+    all.push_back(empty);
+
+    const std::string utf8 = "Gr\xc3\xbc\xc3\x9f"
+                             "e aus Glyphor \xe2\x82\xac";
+    for (auto [name, format] : {std::pair{"eci-utf8-qrcode", BarcodeFormat::QRCode},
+                                std::pair{"eci-utf8-pdf417", BarcodeFormat::PDF417}}) {
+        Sample s;
+        s.name = name;
+        s.variant = "eci";
+        s.symbols = {{format, utf8, CharacterSet::UTF8, 26}};
+        all.push_back(s);
+    }
+
+    for (auto [name, format] : {std::pair{"binary-qrcode", BarcodeFormat::QRCode},
+                                std::pair{"binary-pdf417", BarcodeFormat::PDF417},
+                                std::pair{"binary-datamatrix", BarcodeFormat::DataMatrix},
+                                std::pair{"binary-aztec", BarcodeFormat::Aztec}}) {
+        Sample s;
+        s.name = name;
+        s.variant = "binary";
+        s.symbols = {{format, binaryPayload()}};
+        all.push_back(s);
+    }
+    Sample controls;
+    controls.name = "binary-code128";
+    controls.variant = "binary";
+    controls.module = 3;
+    controls.symbols = {{BarcodeFormat::Code128, std::string("AB\0\x01"
+                                                             "CD",
+                                                             6)}};
+    all.push_back(controls);
+
+    Sample aamva;
+    aamva.name = "aamva-pdf417";
+    aamva.variant = "aamva";
+    aamva.module = 2;
+    aamva.symbols = {{BarcodeFormat::PDF417, aamvaSamplePayload()}};
+    all.push_back(aamva);
+
+    Sample aamvaCard = aamva;
+    aamvaCard.name = "aamva-pdf417-document";
+    aamvaCard.variant = "document";
+    aamvaCard.width = 2024;
+    aamvaCard.height = 1276;
+    aamvaCard.module = 3;
+    aamvaCard.corner = true;
+    aamvaCard.type = FileType::Jpeg;
+    all.push_back(aamvaCard);
+
+    Sample colour = base("colour-qrcode", "colour", kFormats[1]);
+    colour.colour = true;
+    all.push_back(colour);
+    return all;
+}
+
+} // namespace
+
+bool isLinear(ZXing::BarcodeFormat format) {
+    return (ZXing::BarcodeFormats(ZXing::BarcodeFormat::LinearCodes)).testFlag(format);
+}
+
+const std::vector<Sample>& sampleCatalogue() {
+    static const std::vector<Sample> catalogue = build();
+    return catalogue;
+}
+
+const Sample* findSample(const std::string& name) {
+    for (const Sample& s : sampleCatalogue())
+        if (s.name == name)
+            return &s;
+    return nullptr;
+}
+
+std::string fileNameOf(const Sample& sample) {
+    switch (sample.type) {
+    case FileType::Jpeg:
+        return sample.name + ".jpg";
+    case FileType::Bmp:
+        return sample.name + ".bmp";
+    default:
+        return sample.name + ".png";
+    }
+}
+
+} // namespace glyphor::samples
