@@ -116,3 +116,94 @@ bool writeBmp(const std::string& path, const RasterImage& image) {
 }
 
 } // namespace glyphor::samples
+
+namespace glyphor::samples {
+namespace {
+
+bool readPng(const std::string& path, RasterImage& image) {
+    png_image png{};
+    png.version = PNG_IMAGE_VERSION;
+    if (!png_image_begin_read_from_file(&png, path.c_str()))
+        return false;
+    const bool grey = (png.format & PNG_FORMAT_FLAG_COLOR) == 0;
+    png.format = grey ? PNG_FORMAT_GRAY : PNG_FORMAT_RGB;
+    image.width = int(png.width);
+    image.height = int(png.height);
+    image.channels = grey ? 1 : 3;
+    image.pixels.resize(PNG_IMAGE_SIZE(png));
+    const bool ok = png_image_finish_read(&png, nullptr, image.pixels.data(), 0, nullptr) != 0;
+    png_image_free(&png);
+    return ok;
+}
+
+bool readJpeg(const std::string& path, RasterImage& image) {
+    File file(std::fopen(path.c_str(), "rb"));
+    if (!file)
+        return false;
+    jpeg_decompress_struct cinfo{};
+    jpeg_error_mgr jerr{};
+    cinfo.err = jpeg_std_error(&jerr); // only our own files are read here
+    jpeg_create_decompress(&cinfo);
+    jpeg_stdio_src(&cinfo, file.get());
+    jpeg_read_header(&cinfo, TRUE);
+    cinfo.out_color_space = cinfo.num_components == 1 ? JCS_GRAYSCALE : JCS_RGB;
+    jpeg_start_decompress(&cinfo);
+    image.width = int(cinfo.output_width);
+    image.height = int(cinfo.output_height);
+    image.channels = int(cinfo.output_components);
+    const size_t rowBytes = size_t(image.width) * size_t(image.channels);
+    image.pixels.resize(rowBytes * size_t(image.height));
+    while (cinfo.output_scanline < cinfo.output_height) {
+        JSAMPROW row = image.pixels.data() + cinfo.output_scanline * rowBytes;
+        jpeg_read_scanlines(&cinfo, &row, 1);
+    }
+    jpeg_finish_decompress(&cinfo);
+    jpeg_destroy_decompress(&cinfo);
+    return true;
+}
+
+uint32_t get32(const std::vector<uint8_t>& b, size_t at) {
+    return uint32_t(b[at]) | uint32_t(b[at + 1]) << 8 | uint32_t(b[at + 2]) << 16 | uint32_t(b[at + 3]) << 24;
+}
+
+bool readBmp(const std::vector<uint8_t>& bytes, RasterImage& image) {
+    if (bytes.size() < 54 || bytes[28] != 24)
+        return false;
+    const uint32_t offset = get32(bytes, 10);
+    image.width = int(get32(bytes, 18));
+    image.height = int(get32(bytes, 22));
+    image.channels = 3;
+    const size_t rowBytes = (size_t(image.width) * 3 + 3) & ~size_t(3);
+    if (image.width <= 0 || image.height <= 0 || offset + rowBytes * size_t(image.height) > bytes.size())
+        return false;
+    image.pixels.resize(size_t(image.width) * size_t(image.height) * 3);
+    for (int y = 0; y < image.height; ++y) {
+        const uint8_t* in = bytes.data() + offset + rowBytes * size_t(image.height - 1 - y);
+        uint8_t* out = image.pixels.data() + size_t(y) * size_t(image.width) * 3;
+        for (int x = 0; x < image.width; ++x) {
+            out[3 * x] = in[3 * x + 2];
+            out[3 * x + 1] = in[3 * x + 1];
+            out[3 * x + 2] = in[3 * x];
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+bool readImageFile(const std::string& path, RasterImage& image) {
+    File file(std::fopen(path.c_str(), "rb"));
+    if (!file)
+        return false;
+    std::vector<uint8_t> bytes;
+    uint8_t chunk[65536];
+    for (size_t n; (n = std::fread(chunk, 1, sizeof chunk, file.get())) > 0;)
+        bytes.insert(bytes.end(), chunk, chunk + n);
+    if (bytes.size() >= 2 && bytes[0] == 'B' && bytes[1] == 'M')
+        return readBmp(bytes, image);
+    if (bytes.size() >= 2 && bytes[0] == 0xFF && bytes[1] == 0xD8)
+        return readJpeg(path, image);
+    return readPng(path, image);
+}
+
+} // namespace glyphor::samples

@@ -20,3 +20,11 @@ bool writeJpeg(const std::string& path, const RasterImage& image, int quality);
 bool writeBmp(const std::string& path, const RasterImage& image); // 24-bit, bottom-up rows
 
 } // namespace glyphor::samples
+
+namespace glyphor::samples {
+
+// Reads back a PNG, JPEG or 24-bit BMP as written above (chosen by the file's first bytes); grey
+// files give one channel, colour files three. False when the file is missing or not one of those.
+bool readImageFile(const std::string& path, RasterImage& image);
+
+} // namespace glyphor::samples

@@ -77,8 +77,8 @@ std::vector<Sample> build() {
         all.push_back(noisy);
 
         Sample faint = base(tag + "-low-contrast", "low-contrast", f);
-        faint.dark = 120;
-        faint.light = 175;
+        faint.dark = 140;
+        faint.light = 200;
         all.push_back(faint);
 
         // A full ID-1 card at 600 dpi with a small symbol in its corner.

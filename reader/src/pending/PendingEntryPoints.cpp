@@ -8,26 +8,6 @@
 
 extern "C" {
 
-// ---- Decoder plug-in host (reader/src/plugins/): delete these four when the host lands. ----
-
-ZYRREADER_API int32_t ZyrReader_ImagePluginLoad(const char*, const char*, uint64_t*, uint64_t) {
-    return ZYR_ERR_NOT_INITIALISED;
-}
-
-ZYRREADER_API int32_t ZyrReader_ImagePluginGetRequiredImages(uint64_t, const char*, char*, int32_t) {
-    return ZYR_ERR_NOT_INITIALISED;
-}
-
-ZYRREADER_API int32_t ZyrReader_ImagePluginGetImageSettings(uint64_t, ZyrImageSettings*, int32_t) {
-    return ZYR_ERR_NOT_INITIALISED;
-}
-
-ZYRREADER_API int32_t ZyrReader_ImagePluginDecode(bool, uint64_t, const ZyrImage*, const char*, int32_t, const char*,
-                                                  ZyrDecodeCallback, void*, int32_t, int32_t, int32_t) {
-    return ZYR_ERR_NOT_INITIALISED;
-}
-
-
 // ---- Virtual reader and capture (reader/src/capture/): delete these nine when capture lands. ----
 
 ZYRREADER_API int32_t ZyrReader_CameraUpdateSettings(ZyrReaderSettings*) { return ZYR_ERR_NOT_INITIALISED; }

@@ -1,0 +1,161 @@
+// What every decoder plug-in owes the test bench, checked through the public reader calls.
+#include "PluginTestSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+using namespace plugintest;
+
+namespace {
+
+struct PluginCase {
+    const char* name;
+    const char* image; // the one required image
+    const char* light;
+    uint32_t lightMask;
+    const char* ownSample; // a plain sample of a format it reads
+    const char* ownPayload;
+    const char* twoSample; // an image with two symbols it reads
+};
+
+const PluginCase kPlugins[] = {
+    {"ZXing", "VISIBLE_DOC", "IMAGE_VISIBLE", ZYR_LIGHT_VISIBLE, "aztec-plain", "GLYPHOR AZTEC SAMPLE",
+     "mixed-formats"},
+    {"Pdf417", "VISIBLE_DOC", "IMAGE_VISIBLE", ZYR_LIGHT_VISIBLE, "pdf417-plain",
+     "GLYPHOR PDF417 SAMPLE 0001", "two-pdf417"},
+    {"QRCode", "VISIBLE_DOC", "IMAGE_VISIBLE", ZYR_LIGHT_VISIBLE, "qrcode-plain", "GLYPHOR QR SAMPLE 42",
+     "two-qrcode"},
+    {"DataMatrix", "IR_DOC", "IMAGE_IR", ZYR_LIGHT_IR, "datamatrix-plain", "GLYPHOR DM 1234567890",
+     "two-datamatrix"},
+    {"ZBar", "VISIBLE_DOC", "IMAGE_VISIBLE", ZYR_LIGHT_VISIBLE, "code128-plain", "GLY-128-0042",
+     "two-code128"},
+};
+
+class PluginContract : public ::testing::TestWithParam<PluginCase> {
+protected:
+    void SetUp() override { handle_ = loadPlugin(GetParam().name); }
+    void TearDown() override { ZyrReader_DestroyCachedData(); }
+    uint64_t handle_ = 0;
+};
+
+TEST_P(PluginContract, ReportsItsRequiredImage) {
+    char buffer[1024];
+    std::memset(buffer, 'x', sizeof buffer);
+    ASSERT_EQ(ZyrReader_ImagePluginGetRequiredImages(handle_, "", buffer, sizeof buffer), ZYR_OK);
+    EXPECT_STREQ(buffer, GetParam().image);
+
+    char tiny[4];
+    EXPECT_EQ(ZyrReader_ImagePluginGetRequiredImages(handle_, "", tiny, sizeof tiny),
+              ZYR_ERR_BUFFER_TOO_SMALL);
+    EXPECT_EQ(tiny[0], '\0');
+}
+
+TEST_P(PluginContract, ImageSettingsNameTheImageAndItsLightThenEnd) {
+    ZyrImageSettings settings;
+    std::memset(&settings, 0xAB, sizeof settings);
+    ASSERT_EQ(ZyrReader_ImagePluginGetImageSettings(handle_, &settings, 0), ZYR_OK);
+    EXPECT_STREQ(settings.ImageName, GetParam().image);
+    EXPECT_STREQ(settings.LightName, GetParam().light);
+    EXPECT_EQ(settings.LightMask, GetParam().lightMask);
+    EXPECT_EQ(settings.Camera.CaptureResolution, 300u);
+    EXPECT_EQ(settings.Greyscale, 1);
+
+    ZyrImageSettings past = settings;
+    EXPECT_NE(ZyrReader_ImagePluginGetImageSettings(handle_, &past, 1), ZYR_OK);
+    EXPECT_NE(ZyrReader_ImagePluginGetImageSettings(handle_, &past, -1), ZYR_OK);
+    EXPECT_EQ(std::memcmp(&past, &settings, sizeof past), 0) << "a refused index must leave the record alone";
+}
+
+TEST_P(PluginContract, DecodesItsOwnSymbolWithTheExactBytes) {
+    std::vector<SeenSymbol> seen = decodeSample(handle_, GetParam().ownSample);
+    ASSERT_EQ(seen.size(), 1u);
+    EXPECT_EQ(seen[0].data, GetParam().ownPayload);
+    EXPECT_EQ(seen[0].dataType, ZYR_DATA_ASCII);
+    EXPECT_EQ(seen[0].eci, ZYR_ECI_NONE);
+    EXPECT_TRUE(seen[0].zeroAfterData);
+    EXPECT_EQ(seen[0].index, 0);
+    EXPECT_EQ(seen[0].count, 1);
+    EXPECT_EQ(seen[0].tag, 7);
+    EXPECT_EQ(seen[0].releaseResult, ZYR_OK);
+}
+
+TEST_P(PluginContract, FindsNothingOnAnImageWithoutSymbols) {
+    EXPECT_TRUE(decodeSample(handle_, "no-symbol").empty());
+}
+
+TEST_P(PluginContract, HandsOverBothSymbolsOfATwoSymbolImageInOrder) {
+    std::vector<SeenSymbol> seen = decodeSample(handle_, GetParam().twoSample);
+    ASSERT_EQ(seen.size(), 2u);
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(seen[size_t(i)].index, i);
+        EXPECT_EQ(seen[size_t(i)].count, 2);
+        EXPECT_EQ(seen[size_t(i)].releaseResult, ZYR_OK);
+    }
+    EXPECT_NE(seen[0].data, seen[1].data);
+}
+
+TEST_P(PluginContract, ASymbolResultIsReleasedOnceAndOnlyOnce) {
+    ImageFile file(samplePath(GetParam().ownSample));
+    std::vector<const ZyrSymbolResult*> kept;
+    auto keep = [](void* context, int32_t, int32_t, int32_t, const ZyrSymbolResult* symbol) {
+        static_cast<std::vector<const ZyrSymbolResult*>*>(context)->push_back(symbol);
+    };
+    ASSERT_EQ(ZyrReader_ImagePluginDecode(true, handle_, file.image(), "", 1, "", keep, &kept, 0, 0, 0),
+              ZYR_OK);
+    ASSERT_EQ(kept.size(), 1u);
+    EXPECT_EQ(ZyrReader_DestroyCachedObject(kept[0]), ZYR_OK);
+    EXPECT_EQ(ZyrReader_DestroyCachedObject(kept[0]), ZYR_ERR_UNKNOWN_HANDLE);
+}
+
+TEST_P(PluginContract, UnreleasedSymbolsAndThePluginEndWithDestroyCachedData) {
+    ImageFile file(samplePath(GetParam().ownSample));
+    std::vector<const ZyrSymbolResult*> kept;
+    auto keep = [](void* context, int32_t, int32_t, int32_t, const ZyrSymbolResult* symbol) {
+        static_cast<std::vector<const ZyrSymbolResult*>*>(context)->push_back(symbol);
+    };
+    ASSERT_EQ(ZyrReader_ImagePluginDecode(true, handle_, file.image(), "", 1, "", keep, &kept, 0, 0, 0),
+              ZYR_OK);
+    ASSERT_EQ(kept.size(), 1u);
+    ASSERT_EQ(ZyrReader_DestroyCachedData(), ZYR_OK);
+    EXPECT_EQ(ZyrReader_DestroyCachedObject(kept[0]), ZYR_ERR_UNKNOWN_HANDLE);
+    std::vector<SeenSymbol> seen;
+    EXPECT_EQ(decode(handle_, file.image(), seen), ZYR_ERR_UNKNOWN_HANDLE);
+    EXPECT_FALSE(isLoaded(pluginPath(GetParam().name)));
+}
+
+TEST_P(PluginContract, RefusesImagesItCannotRead) {
+    uint8_t pixels[64] = {};
+    struct Bad {
+        const char* what;
+        ZyrImage image;
+    };
+    const Bad bad[] = {
+        {"zero width", {0, 8, 8, ZYR_PIXEL_GREY8, pixels}},
+        {"negative height", {8, -1, 8, ZYR_PIXEL_GREY8, pixels}},
+        {"stride shorter than a row", {8, 8, 4, ZYR_PIXEL_GREY8, pixels}},
+        {"unknown pixel format", {8, 8, 8, 2, pixels}},
+        {"no pixels", {8, 8, 8, ZYR_PIXEL_GREY8, nullptr}},
+        {"RGB row in a grey stride", {8, 2, 8, ZYR_PIXEL_RGB24, pixels}},
+    };
+    for (const Bad& b : bad) {
+        std::vector<SeenSymbol> seen;
+        EXPECT_EQ(decode(handle_, &b.image, seen), ZYR_ERR_BAD_ARGUMENT) << b.what;
+        EXPECT_TRUE(seen.empty()) << b.what;
+    }
+    std::vector<SeenSymbol> seen;
+    EXPECT_EQ(decode(handle_, nullptr, seen), ZYR_ERR_BAD_ARGUMENT);
+    ImageFile file(samplePath(GetParam().ownSample));
+    EXPECT_EQ(ZyrReader_ImagePluginDecode(true, handle_, file.image(), "", 1, "", nullptr, nullptr, 0, 0, 0),
+              ZYR_ERR_BAD_ARGUMENT);
+    EXPECT_EQ(ZyrReader_ImagePluginDecode(
+                  true, handle_, file.image(), "NO_SUCH_IMAGE", 1, "",
+                  [](void*, int32_t, int32_t, int32_t, const ZyrSymbolResult*) {}, nullptr, 0, 0, 0),
+              ZYR_ERR_BAD_ARGUMENT);
+    EXPECT_EQ(decode(handle_ + 1000, file.image(), seen), ZYR_ERR_UNKNOWN_HANDLE);
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryPlugin, PluginContract, ::testing::ValuesIn(kPlugins),
+                         [](const ::testing::TestParamInfo<PluginCase>& info) { return info.param.name; });
+
+} // namespace

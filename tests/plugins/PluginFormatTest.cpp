@@ -1,0 +1,131 @@
+// Each plug-in on the generated samples of the formats it reads: the bytes written into the
+// symbol come back exactly (NULs and high bytes included), with the right type, ECI and symbology.
+#include "PluginTestSupport.h"
+#include "SampleCatalogue.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+using namespace plugintest;
+
+namespace {
+
+struct FormatCase {
+    const char* plugin;
+    const char* sample;
+    int32_t symbology;
+    int32_t dataType;
+    int32_t eci;
+};
+
+std::ostream& operator<<(std::ostream& out, const FormatCase& c) {
+    return out << c.plugin << " on " << c.sample;
+}
+
+const FormatCase kCases[] = {
+    // zxing-cpp, every format
+    {"ZXing", "pdf417-plain", ZYR_SYM_PDF417, ZYR_DATA_ASCII, 0},
+    {"ZXing", "qrcode-plain", ZYR_SYM_QRCODE, ZYR_DATA_ASCII, 0},
+    {"ZXing", "datamatrix-plain", ZYR_SYM_DATAMATRIX, ZYR_DATA_ASCII, 0},
+    {"ZXing", "aztec-plain", ZYR_SYM_AZTEC, ZYR_DATA_ASCII, 0},
+    {"ZXing", "code128-plain", ZYR_SYM_CODE128, ZYR_DATA_ASCII, 0},
+    {"ZXing", "code39-plain", ZYR_SYM_CODE39, ZYR_DATA_ASCII, 0},
+    {"ZXing", "code93-plain", ZYR_SYM_CODE93, ZYR_DATA_ASCII, 0},
+    {"ZXing", "ean13-plain", ZYR_SYM_EAN13, ZYR_DATA_ASCII, 0},
+    {"ZXing", "ean8-plain", ZYR_SYM_EAN8, ZYR_DATA_ASCII, 0},
+    {"ZXing", "upca-plain", ZYR_SYM_UPCA, ZYR_DATA_ASCII, 0},
+    {"ZXing", "upce-plain", ZYR_SYM_UPCE, ZYR_DATA_ASCII, 0},
+    {"ZXing", "itf-plain", ZYR_SYM_ITF, ZYR_DATA_ASCII, 0},
+    {"ZXing", "binary-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_BINARY, 0},
+    {"ZXing", "binary-pdf417", ZYR_SYM_PDF417, ZYR_DATA_BINARY, 0},
+    {"ZXing", "binary-datamatrix", ZYR_SYM_DATAMATRIX, ZYR_DATA_BINARY, 0},
+    {"ZXing", "binary-aztec", ZYR_SYM_AZTEC, ZYR_DATA_BINARY, 0},
+    {"ZXing", "binary-code128", ZYR_SYM_CODE128, ZYR_DATA_BINARY, 0},
+    {"ZXing", "eci-utf8-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_ECI_BYTES, ZYR_ECI_UTF8},
+    {"ZXing", "eci-utf8-pdf417", ZYR_SYM_PDF417, ZYR_DATA_ECI_BYTES, ZYR_ECI_UTF8},
+    {"ZXing", "aamva-pdf417", ZYR_SYM_PDF417, ZYR_DATA_ASCII, 0},
+    {"ZXing", "colour-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_ASCII, 0},
+    // zxing-cpp, PDF417 only
+    {"Pdf417", "pdf417-scaled", ZYR_SYM_PDF417, ZYR_DATA_ASCII, 0},
+    {"Pdf417", "pdf417-low-contrast", ZYR_SYM_PDF417, ZYR_DATA_ASCII, 0},
+    {"Pdf417", "binary-pdf417", ZYR_SYM_PDF417, ZYR_DATA_BINARY, 0},
+    {"Pdf417", "eci-utf8-pdf417", ZYR_SYM_PDF417, ZYR_DATA_ECI_BYTES, ZYR_ECI_UTF8},
+    {"Pdf417", "aamva-pdf417", ZYR_SYM_PDF417, ZYR_DATA_ASCII, 0},
+    {"Pdf417", "aamva-pdf417-document", ZYR_SYM_PDF417, ZYR_DATA_ASCII, 0},
+    // zxing-cpp, QR
+    {"QRCode", "qrcode-scaled", ZYR_SYM_QRCODE, ZYR_DATA_ASCII, 0},
+    {"QRCode", "binary-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_BINARY, 0},
+    {"QRCode", "eci-utf8-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_ECI_BYTES, ZYR_ECI_UTF8},
+    {"QRCode", "colour-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_ASCII, 0},
+    // libdmtx
+    {"DataMatrix", "datamatrix-rotated", ZYR_SYM_DATAMATRIX, ZYR_DATA_ASCII, 0},
+    {"DataMatrix", "datamatrix-scaled", ZYR_SYM_DATAMATRIX, ZYR_DATA_ASCII, 0},
+    {"DataMatrix", "binary-datamatrix", ZYR_SYM_DATAMATRIX, ZYR_DATA_BINARY, 0},
+    // ZBar
+    {"ZBar", "qrcode-plain", ZYR_SYM_QRCODE, ZYR_DATA_ASCII, 0},
+    {"ZBar", "code39-plain", ZYR_SYM_CODE39, ZYR_DATA_ASCII, 0},
+    {"ZBar", "ean13-plain", ZYR_SYM_EAN13, ZYR_DATA_ASCII, 0},
+    {"ZBar", "ean8-plain", ZYR_SYM_EAN8, ZYR_DATA_ASCII, 0},
+    {"ZBar", "upca-plain", ZYR_SYM_UPCA, ZYR_DATA_ASCII, 0},
+    {"ZBar", "itf-plain", ZYR_SYM_ITF, ZYR_DATA_ASCII, 0},
+    {"ZBar", "binary-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_BINARY, 0},
+};
+
+class PluginFormat : public ::testing::TestWithParam<FormatCase> {
+protected:
+    void TearDown() override { ZyrReader_DestroyCachedData(); }
+};
+
+TEST_P(PluginFormat, GivesBackTheBytesWritten) {
+    const FormatCase& c = GetParam();
+    const glyphor::samples::Sample* sample = glyphor::samples::findSample(c.sample);
+    ASSERT_NE(sample, nullptr);
+    const std::string& expected = sample->symbols.at(0).payload;
+    const uint64_t handle = loadPlugin(c.plugin);
+    std::vector<SeenSymbol> seen = decodeSample(handle, c.sample);
+    ASSERT_EQ(seen.size(), 1u);
+    EXPECT_EQ(seen[0].data, expected);
+    EXPECT_EQ(seen[0].data.size(), expected.size());
+    EXPECT_TRUE(seen[0].zeroAfterData);
+    EXPECT_EQ(seen[0].symbology, c.symbology);
+    EXPECT_EQ(seen[0].dataType, c.dataType);
+    EXPECT_EQ(seen[0].eci, c.eci);
+}
+
+INSTANTIATE_TEST_SUITE_P(Samples, PluginFormat, ::testing::ValuesIn(kCases),
+                         [](const ::testing::TestParamInfo<FormatCase>& info) {
+                             std::string name = std::string(info.param.plugin) + "_" + info.param.sample;
+                             for (char& ch : name)
+                                 if (!std::isalnum(static_cast<unsigned char>(ch)))
+                                     ch = '_';
+                             return name;
+                         });
+
+// Orientation comes from the corners the decoder reports: clockwise degrees of the top edge.
+struct OrientationCase {
+    const char* sample;
+    int32_t degrees;
+};
+
+class SymbolOrientation : public ::testing::TestWithParam<OrientationCase> {
+protected:
+    void TearDown() override { ZyrReader_DestroyCachedData(); }
+};
+
+TEST_P(SymbolOrientation, FollowsTheSymbolsTurn) {
+    const uint64_t handle = loadPlugin("ZXing");
+    std::vector<SeenSymbol> seen = decodeSample(handle, GetParam().sample);
+    ASSERT_EQ(seen.size(), 1u);
+    int difference = std::abs(seen[0].orientation - GetParam().degrees) % 360;
+    EXPECT_LE(std::min(difference, 360 - difference), 3) << "orientation " << seen[0].orientation;
+}
+
+INSTANTIATE_TEST_SUITE_P(Samples, SymbolOrientation,
+                         ::testing::Values(OrientationCase{"qrcode-plain", 0},
+                                           OrientationCase{"qrcode-rotated", 17},
+                                           OrientationCase{"pdf417-upside-down", 180},
+                                           OrientationCase{"code128-rotated", 90},
+                                           OrientationCase{"datamatrix-rotated", 17}));
+
+} // namespace

@@ -1,0 +1,108 @@
+// The plug-ins' shared pieces that decide what the bench shows: payload typing, ECI extraction
+// and settings parsing.
+#include "IniFile.h"
+#include "PayloadType.h"
+#include "SettingsReader.h"
+#include "ZXingSymbol.h"
+
+#include <ZyrReaderLowLevelAPI.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+struct TypeCase {
+    const char* what;
+    std::string bytes;
+    int32_t eci;
+    int32_t expected;
+};
+
+TEST(PayloadType, ClassifiesByContent) {
+    const TypeCase cases[] = {
+        {"empty", "", 0, ZYR_DATA_ASCII},
+        {"printable", "HELLO 123", 0, ZYR_DATA_ASCII},
+        {"licence separators", "@\n\x1e\rANSI 636014", 0, ZYR_DATA_ASCII},
+        {"GS1 group separator",
+         "0101234\x1d"
+         "10ABC",
+         0, ZYR_DATA_ASCII},
+        {"Latin-1 letters",
+         "Gr\xfc\xdf"
+         "e",
+         0, ZYR_DATA_TEXT8},
+        {"NUL byte", std::string("A\0B", 3), 0, ZYR_DATA_BINARY},
+        {"C1 control byte",
+         "A\x85"
+         "B",
+         0, ZYR_DATA_BINARY},
+        {"DEL", "A\x7f", 0, ZYR_DATA_BINARY},
+        {"bell", "A\x07", 0, ZYR_DATA_BINARY},
+        {"text with an ECI", "HELLO", 26, ZYR_DATA_ECI_BYTES},
+        {"binary with an ECI", std::string("\0\1", 2), 899, ZYR_DATA_ECI_BYTES},
+    };
+    for (const TypeCase& c : cases)
+        EXPECT_EQ(
+            kvdecode::payloadType(reinterpret_cast<const uint8_t*>(c.bytes.data()), c.bytes.size(), c.eci),
+            c.expected)
+            << c.what;
+}
+
+TEST(FirstEci, ReadsTheFirstDesignatorOnly) {
+    struct Case {
+        const char* what;
+        std::string rendered;
+        int32_t expected;
+    };
+    const Case cases[] = {
+        {"no designator", "]Q1HELLO", ZYR_ECI_NONE},
+        {"UTF-8", "]Q2\\000026Gr\xc3\xbc", 26},
+        {"second one ignored", "]L1\\000003AB\\000026CD", 3},
+        {"doubled backslash is data", "]Q2AB\\\\000020CD\\000026", 26},
+        {"designator cut short", "]Q2\\0000", ZYR_ECI_NONE},
+        {"not digits", "]Q2\\00002X", ZYR_ECI_NONE},
+        {"large designator", "]d4\\811799AB", 811799},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(kvdecode::firstEci(ZXing::ByteArray(c.rendered)), c.expected) << c.what;
+}
+
+TEST(SettingsFile, ParsesSectionsKeysAndComments) {
+    kvdecode::IniFile ini;
+    std::string error;
+    ASSERT_TRUE(ini.parse(
+        "; comment\n[Decoder]\n  TryHarder = yes \n# also a comment\n[images]\nRequired=A, B\n", error))
+        << error;
+    kvdecode::SettingsReader r(ini);
+    EXPECT_TRUE(r.boolean("decoder", "tryharder", false));
+    EXPECT_EQ(r.list("Images", "Required", {}), (std::vector<std::string>{"A", "B"}));
+    EXPECT_EQ(r.integer("Decoder", "Missing", 5, 0, 10), 5);
+    EXPECT_TRUE(r.ok());
+    EXPECT_EQ(ini.keys("DECODER"), std::vector<std::string>{"TryHarder"});
+}
+
+TEST(SettingsFile, RefusesMalformedLinesAndValues) {
+    const char* bad[] = {"[Decoder\n", "[]\n", "just words\n", "=value\n"};
+    for (const char* text : bad) {
+        kvdecode::IniFile ini;
+        std::string error;
+        EXPECT_FALSE(ini.parse(text, error)) << text;
+        EXPECT_FALSE(error.empty()) << text;
+    }
+    kvdecode::IniFile ini;
+    std::string error;
+    ASSERT_TRUE(ini.parse("[D]\nN=12x\nM=300\nB=maybe\nX=0x10\n", error));
+    kvdecode::SettingsReader r(ini);
+    EXPECT_EQ(r.integer("D", "X", 0, 0, 255), 16);
+    EXPECT_TRUE(r.ok());
+    EXPECT_EQ(r.integer("D", "N", 7, 0, 255), 7);
+    EXPECT_FALSE(r.ok());
+    const std::string first = r.error();
+    r.integer("D", "M", 7, 0, 255);
+    r.boolean("D", "B", true);
+    EXPECT_EQ(r.error(), first) << "the first fault is the one reported";
+}
+
+} // namespace

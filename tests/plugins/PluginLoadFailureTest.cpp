@@ -1,0 +1,111 @@
+// A file that cannot serve as a plug-in is refused with the code of its fault and leaves nothing
+// loaded behind; a good plug-in still loads afterwards.
+#include "PluginTestSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <fstream>
+
+using namespace plugintest;
+
+namespace {
+
+std::string writeFile(const std::string& name, const std::string& text) {
+    std::string path = testing::TempDir() + name;
+    std::ofstream(path, std::ios::binary) << text;
+    return path;
+}
+
+struct LoadFailure {
+    const char* what;
+    std::string library;
+    std::string settings;
+    int32_t expected;
+};
+
+class PluginLoadFailure : public ::testing::Test {
+protected:
+    void TearDown() override { ZyrReader_DestroyCachedData(); }
+};
+
+TEST_F(PluginLoadFailure, EachFaultHasItsCodeAndLeavesNothingLoaded) {
+    const std::string pdf417 = pluginPath("Pdf417");
+    const LoadFailure cases[] = {
+        {"missing file", testing::TempDir() + "KVDECODE_Missing.so", settingsPath("Pdf417"),
+         ZYR_ERR_PLUGIN_LOAD},
+        {"text file", writeFile("KVDECODE_Text.so", "not a shared library"), settingsPath("Pdf417"),
+         ZYR_ERR_PLUGIN_LOAD},
+        {"library without the exports", fixturePath("KVDECODE_NotAPlugin.so"), settingsPath("Pdf417"),
+         ZYR_ERR_PLUGIN_LOAD},
+        {"other interface version", fixturePath("KVDECODE_WrongVersion.so"), settingsPath("Pdf417"),
+         ZYR_ERR_PLUGIN_VERSION},
+        {"missing settings file", pdf417, testing::TempDir() + "#KVDECODE_Missing.ini", ZYR_ERR_PLUGIN_OPEN},
+        {"empty settings path", pdf417, "", ZYR_ERR_PLUGIN_OPEN},
+        {"format the plug-in does not read", pdf417,
+         writeFile("#bad-format.ini", "[Decoder]\nFormats=QRCode\n"), ZYR_ERR_PLUGIN_OPEN},
+        {"value out of range", pdf417, writeFile("#bad-max.ini", "[Decoder]\nMaxSymbols=0\n"),
+         ZYR_ERR_PLUGIN_OPEN},
+        {"not a boolean", pdf417, writeFile("#bad-bool.ini", "[Decoder]\nTryHarder=perhaps\n"),
+         ZYR_ERR_PLUGIN_OPEN},
+        {"unknown binarizer", pdf417, writeFile("#bad-bin.ini", "[Decoder]\nBinarizer=Magic\n"),
+         ZYR_ERR_PLUGIN_OPEN},
+        {"malformed line", pdf417, writeFile("#bad-line.ini", "[Decoder\nTryHarder=1\n"),
+         ZYR_ERR_PLUGIN_OPEN},
+        {"image name too long", pdf417,
+         writeFile("#bad-image.ini", "[Images]\nRequired=AN_IMAGE_NAME_FAR_TOO_LONG_FOR_THE_RECORD\n"),
+         ZYR_ERR_PLUGIN_OPEN},
+        {"time limit of zero", pluginPath("DataMatrix"),
+         writeFile("#bad-time.ini", "[Decoder]\nTimeLimitMs=0\n"), ZYR_ERR_PLUGIN_OPEN},
+        {"ZBar format it lacks", pluginPath("ZBar"),
+         writeFile("#bad-zbar.ini", "[Decoder]\nFormats=PDF417\n"), ZYR_ERR_PLUGIN_OPEN},
+    };
+    for (const LoadFailure& c : cases) {
+        uint64_t handle = 12345;
+        EXPECT_EQ(ZyrReader_ImagePluginLoad(c.library.c_str(), c.settings.c_str(), &handle, 0), c.expected)
+            << c.what;
+        EXPECT_EQ(handle, 0u) << c.what;
+        EXPECT_FALSE(isLoaded(c.library)) << c.what;
+    }
+    const uint64_t handle = loadPlugin("Pdf417");
+    char names[64];
+    EXPECT_EQ(ZyrReader_ImagePluginGetRequiredImages(handle, "", names, sizeof names), ZYR_OK);
+}
+
+TEST_F(PluginLoadFailure, NullArgumentsAreRefused) {
+    uint64_t handle = 0;
+    EXPECT_EQ(ZyrReader_ImagePluginLoad(nullptr, settingsPath("ZXing").c_str(), &handle, 0),
+              ZYR_ERR_BAD_ARGUMENT);
+    EXPECT_EQ(
+        ZyrReader_ImagePluginLoad(pluginPath("ZXing").c_str(), settingsPath("ZXing").c_str(), nullptr, 0),
+        ZYR_ERR_BAD_ARGUMENT);
+    EXPECT_FALSE(isLoaded(pluginPath("ZXing")));
+    char names[16];
+    ZyrImageSettings settings;
+    EXPECT_EQ(ZyrReader_ImagePluginGetRequiredImages(77, "", names, sizeof names), ZYR_ERR_UNKNOWN_HANDLE);
+    EXPECT_EQ(ZyrReader_ImagePluginGetImageSettings(77, &settings, 0), ZYR_ERR_UNKNOWN_HANDLE);
+}
+
+TEST_F(PluginLoadFailure, SettingsKeysShapeWhatThePluginAsksFor) {
+    const std::string ini = writeFile("#two-images.ini", "[Images]\nRequired=IR_DOC,UV_DOC\n"
+                                                         "[IR_DOC]\nLightName=IMAGE_IR\nOutputDpi=600\n"
+                                                         "[UV_DOC]\nLightName=IMAGE_UV\nRotate180=1\n");
+    uint64_t handle = 0;
+    ASSERT_EQ(ZyrReader_ImagePluginLoad(pluginPath("QRCode").c_str(), ini.c_str(), &handle, 0), ZYR_OK);
+    char names[64];
+    ASSERT_EQ(ZyrReader_ImagePluginGetRequiredImages(handle, "", names, sizeof names), ZYR_OK);
+    EXPECT_STREQ(names, "IR_DOC,UV_DOC");
+    ZyrImageSettings ir, uv, none;
+    ASSERT_EQ(ZyrReader_ImagePluginGetImageSettings(handle, &ir, 0), ZYR_OK);
+    ASSERT_EQ(ZyrReader_ImagePluginGetImageSettings(handle, &uv, 1), ZYR_OK);
+    EXPECT_NE(ZyrReader_ImagePluginGetImageSettings(handle, &none, 2), ZYR_OK);
+    EXPECT_STREQ(ir.ImageName, "IR_DOC");
+    EXPECT_EQ(ir.LightMask, ZYR_LIGHT_IR);
+    EXPECT_EQ(ir.Camera.OutputDpi, 600u);
+    EXPECT_STREQ(uv.LightName, "IMAGE_UV");
+    EXPECT_EQ(uv.LightMask, ZYR_LIGHT_UV);
+    EXPECT_EQ(uv.Rotate180, 1);
+    EXPECT_EQ(uv.Camera.OutputDpi, 300u);
+}
+
+} // namespace

@@ -1,0 +1,94 @@
+#include "PluginTestSupport.h"
+
+#include "ImageFiles.h"
+#include "SampleCatalogue.h"
+
+#include <gtest/gtest.h>
+
+#include <dlfcn.h>
+#include <stdexcept>
+
+namespace plugintest {
+
+std::string pluginPath(const std::string& name) {
+    return std::string(GLYPHOR_PLUGIN_DIR) + "/KVDECODE_" + name + ".so";
+}
+
+std::string settingsPath(const std::string& name) {
+    return std::string(GLYPHOR_PLUGIN_DIR) + "/#KVDECODE_" + name + ".ini";
+}
+
+std::string samplePath(const std::string& sampleName) {
+    const glyphor::samples::Sample* sample = glyphor::samples::findSample(sampleName);
+    if (!sample)
+        throw std::runtime_error("no sample named " + sampleName);
+    return std::string(GLYPHOR_SAMPLES_DIR) + "/" + glyphor::samples::fileNameOf(*sample);
+}
+
+std::string fixturePath(const std::string& fileName) {
+    return std::string(PLUGIN_FIXTURE_DIR) + "/" + fileName;
+}
+
+bool isLoaded(const std::string& libraryPath) {
+    void* library = dlopen(libraryPath.c_str(), RTLD_NOW | RTLD_NOLOAD);
+    if (!library)
+        return false;
+    dlclose(library); // drops the reference RTLD_NOLOAD took
+    return true;
+}
+
+ImageFile::ImageFile(const std::string& path) {
+    glyphor::samples::RasterImage raster;
+    if (!glyphor::samples::readImageFile(path, raster))
+        throw std::runtime_error("cannot read " + path);
+    pixels_ = std::move(raster.pixels);
+    image_.Width = raster.width;
+    image_.Height = raster.height;
+    image_.Stride = raster.width * raster.channels;
+    image_.PixelFormat = raster.channels == 1 ? ZYR_PIXEL_GREY8 : ZYR_PIXEL_RGB24;
+    image_.Pixels = pixels_.data();
+}
+
+uint64_t loadPlugin(const std::string& name) {
+    uint64_t handle = 0;
+    const int32_t result =
+        ZyrReader_ImagePluginLoad(pluginPath(name).c_str(), settingsPath(name).c_str(), &handle, 0);
+    EXPECT_EQ(result, ZYR_OK) << name << ": " << ZyrReader_ErrorText(result);
+    EXPECT_NE(handle, 0u) << name;
+    return handle;
+}
+
+namespace {
+
+void collect(void* context, int32_t tag, int32_t index, int32_t count, const ZyrSymbolResult* symbol) {
+    auto* seen = static_cast<std::vector<SeenSymbol>*>(context);
+    SeenSymbol s;
+    s.index = index;
+    s.count = count;
+    s.tag = tag;
+    if (symbol) {
+        s.symbology = symbol->Symbology;
+        s.orientation = symbol->Orientation;
+        s.dataType = symbol->DataType;
+        s.eci = symbol->Eci;
+        s.data.assign(reinterpret_cast<const char*>(symbol->Data), size_t(symbol->DataLength));
+        s.zeroAfterData = symbol->Data[symbol->DataLength] == 0;
+        s.releaseResult = ZyrReader_DestroyCachedObject(symbol);
+    }
+    seen->push_back(s);
+}
+
+} // namespace
+
+int32_t decode(uint64_t handle, const ZyrImage* image, std::vector<SeenSymbol>& seen, int32_t tag) {
+    return ZyrReader_ImagePluginDecode(true, handle, image, "", 1, "", collect, &seen, tag, 0, 0);
+}
+
+std::vector<SeenSymbol> decodeSample(uint64_t handle, const std::string& sampleName) {
+    ImageFile file(samplePath(sampleName));
+    std::vector<SeenSymbol> seen;
+    EXPECT_EQ(decode(handle, file.image(), seen), ZYR_OK) << sampleName;
+    return seen;
+}
+
+} // namespace plugintest
