@@ -25,7 +25,7 @@ bool writeExpected(const std::string& path, const Sample& sample) {
 bool writeReaderSettings(const std::string& path) {
     std::ofstream out(path, std::ios::binary);
     out << "; Reader settings for running Glyphor on the generated samples.\n"
-           "[Reader]\n"
+           "[Folders]\n"
            "PluginFolder=../plugins\n"
            "PluginSettingsFolder=../plugins\n";
     return bool(out);

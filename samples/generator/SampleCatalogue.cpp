@@ -1,6 +1,6 @@
 #include "SampleCatalogue.h"
 
-#include "AamvaSamplePayload.h"
+#include "AamvaPayloadWriter.h"
 
 namespace glyphor::samples {
 namespace {
@@ -149,7 +149,8 @@ std::vector<Sample> build() {
     aamva.name = "aamva-pdf417";
     aamva.variant = "aamva";
     aamva.module = 2;
-    aamva.symbols = {{BarcodeFormat::PDF417, aamvaSamplePayload()}};
+    aamva.symbols = {
+        {BarcodeFormat::PDF417, AamvaPayloadWriter::write(AamvaPayloadDescription::typical(10, false))}};
     all.push_back(aamva);
 
     Sample aamvaCard = aamva;
@@ -160,6 +161,8 @@ std::vector<Sample> build() {
     aamvaCard.module = 3;
     aamvaCard.corner = true;
     aamvaCard.type = FileType::Jpeg;
+    aamvaCard.symbols = {
+        {BarcodeFormat::PDF417, AamvaPayloadWriter::write(AamvaPayloadDescription::typical(8, true))}};
     all.push_back(aamvaCard);
 
     Sample colour = base("colour-qrcode", "colour", kFormats[1]);
