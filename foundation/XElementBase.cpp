@@ -92,48 +92,51 @@ template <typename C> void XElementBase<C>::AppendText(const String& value, bool
 template <typename C>
 void XElementBase<C>::WriteElement(String& out, const XElementBase* e, const XWriteOptions& options,
                                    int depth) const {
-    String indent;
-    if (options.indentWithTabs)
-        for (int i = 0; i < depth; ++i)
-            indent += static_cast<C>('\t');
+    const std::basic_string<C> tabs(options.indentWithTabs && depth > 0 ? depth : 0, static_cast<C>('\t'));
+    const String indent(tabs.c_str(), static_cast<int>(tabs.size()));
     const String name = e->GetName();
     const String lineEnd = this->LineEnd(options);
 
-    out += indent;
-    out += static_cast<C>('<');
-    out += name;
+    // Each line is put together first: every append to the whole document copies all of it.
+    String line(indent);
+    line += static_cast<C>('<');
+    line += name;
     for (int i = 0; i < e->AttributeCount(); ++i) {
-        out += static_cast<C>(' ');
-        e->GetAttribute(i)->Write(out, options);
+        line += static_cast<C>(' ');
+        e->GetAttribute(i)->Write(line, options);
     }
     if (e->HasNoChildren() && !e->HasText()) {
-        out += this->Literal(" />");
-        out += lineEnd;
+        line += this->Literal(" />");
+        line += lineEnd;
+        out += line;
         return;
     }
-    out += static_cast<C>('>');
+    line += static_cast<C>('>');
     if (e->HasText()) {
         // A text element stays on one line, and its children are not written.
         if (e->IsTextEscaped()) {
-            out += e->GetText();
+            line += e->GetText();
         } else {
-            out += this->Literal("<![CDATA[");
-            out += e->GetRawText();
-            out += this->Literal("]]>");
+            line += this->Literal("<![CDATA[");
+            line += e->GetRawText();
+            line += this->Literal("]]>");
         }
     } else {
-        out += lineEnd;
+        line += lineEnd;
+        out += line;
+        line.Clear();
         for (int i = 0; i < e->ChildCount(); ++i)
             WriteElement(out, e->GetChild(i), options, depth + 1);
     }
     // The closing tag lines up with the opening one whenever the element has children, even when
     // its text was written in their place.
     if (!e->HasNoChildren())
-        out += indent;
-    out += this->Literal("</");
-    out += name;
-    out += static_cast<C>('>');
-    out += lineEnd;
+        line += indent;
+    line += this->Literal("</");
+    line += name;
+    line += static_cast<C>('>');
+    line += lineEnd;
+    out += line;
 }
 
 template <typename C> int XElementBase<C>::ChildCount() const {

@@ -1,5 +1,7 @@
 #include "XEscaping.h"
 
+#include <string>
+
 namespace KV {
 namespace XLib {
 
@@ -12,10 +14,8 @@ const char* const entities[][2] = {
 
 // Widens an ASCII literal to the character type.
 template <typename C> BaseString<C> Ascii(const char* text) {
-    BaseString<C> out;
-    for (; *text; ++text)
-        out.Append(static_cast<C>(*text));
-    return out;
+    const std::basic_string<C> units(text, text + std::char_traits<char>::length(text));
+    return BaseString<C>(units.c_str(), static_cast<int>(units.size()));
 }
 
 } // namespace

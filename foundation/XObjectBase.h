@@ -3,6 +3,8 @@
 #include "BaseString.h"
 #include "XWriteOptions.h"
 
+#include <string>
+
 namespace KV {
 namespace XLib {
 
@@ -44,10 +46,8 @@ protected:
 
     // An ASCII literal in the node's character type.
     static String Literal(const char* ascii) {
-        String out;
-        for (; *ascii; ++ascii)
-            out += static_cast<C>(*ascii);
-        return out;
+        const std::basic_string<C> units(ascii, ascii + std::char_traits<char>::length(ascii));
+        return String(units.c_str(), static_cast<int>(units.size()));
     }
     // CR LF, or nothing when the options turn line breaks off.
     static String LineEnd(const XWriteOptions& options) {

@@ -21,6 +21,14 @@ std::string Folder() {
 const std::string inPath = Folder() + "/glyphor_fuzz_ini_in_" + std::to_string(getpid());
 const std::string outPath = Folder() + "/glyphor_fuzz_ini_out_" + std::to_string(getpid());
 
+// Removes the scratch files when the fuzzer exits.
+struct ScratchFiles {
+    ~ScratchFiles() {
+        unlink(inPath.c_str());
+        unlink(outPath.c_str());
+    }
+} scratchFiles;
+
 void Write(const std::string& file, const uint8_t* data, size_t size) {
     std::ofstream out(file, std::ios::binary | std::ios::trunc);
     out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
