@@ -37,6 +37,19 @@ const char* categoryName(uint32_t category) {
     }
 }
 
+void writeLine(std::FILE* out, const char* category, const char* message) {
+    const auto now = std::chrono::system_clock::now();
+    const std::time_t seconds = std::chrono::system_clock::to_time_t(now);
+    const auto millis =
+        std::chrono::duration_cast<std::chrono::milliseconds>(now.time_since_epoch()).count() % 1000;
+    std::tm local{};
+    localtime_r(&seconds, &local);
+    char stamp[32];
+    std::strftime(stamp, sizeof stamp, "%Y-%m-%d %H:%M:%S", &local);
+    std::fprintf(out, "%s.%03d [%s] %s\n", stamp, static_cast<int>(millis), category, message);
+    std::fflush(out);
+}
+
 } // namespace
 
 int32_t Log::open(int32_t level, uint32_t mask, const char* fileName) {
@@ -51,6 +64,10 @@ int32_t Log::open(int32_t level, uint32_t mask, const char* fileName) {
     file = opened;
     currentLevel = level;
     currentMask = mask;
+    // Always written, whatever the filter: marks where each session's lines begin.
+    char message[96];
+    std::snprintf(message, sizeof message, "logging started, level %d, mask 0x%X", level, mask);
+    writeLine(file, "general", message);
     return ZYR_OK;
 }
 
@@ -78,20 +95,9 @@ void Log::write(uint32_t category, int32_t level, const char* format, ...) {
     std::vsnprintf(message, sizeof message, format, args);
     va_end(args);
 
-    const auto now = std::chrono::system_clock::now();
-    const std::time_t seconds = std::chrono::system_clock::to_time_t(now);
-    const auto millis =
-        std::chrono::duration_cast<std::chrono::milliseconds>(now.time_since_epoch()).count() % 1000;
-    std::tm local{};
-    localtime_r(&seconds, &local);
-    char stamp[32];
-    std::strftime(stamp, sizeof stamp, "%Y-%m-%d %H:%M:%S", &local);
-
     std::lock_guard<std::mutex> lock(fileMutex);
-    if (file == nullptr)
-        return;
-    std::fprintf(file, "%s.%03d [%s] %s\n", stamp, static_cast<int>(millis), categoryName(category), message);
-    std::fflush(file);
+    if (file != nullptr)
+        writeLine(file, categoryName(category), message);
 }
 
 } // namespace zyr

@@ -26,10 +26,7 @@ ZYRREADER_API int32_t ZyrReader_InitialiseLogging(bool enable, int32_t level, ui
         Log::close();
         return ZYR_OK;
     }
-    const int32_t result = Log::open(level, mask, fileName);
-    if (result == ZYR_OK)
-        Log::write(ZYR_LOG_ALL, LogInfo, "logging started, level %d, mask 0x%X", level, mask);
-    return result;
+    return Log::open(level, mask, fileName);
 }
 
 ZYRREADER_API int32_t ZyrReader_DestroyCachedObject(const void* object) {

@@ -1,0 +1,155 @@
+#include "ImageFixtures.h"
+#include "TestSupport.h"
+#include "ZyrReaderLowLevelAPI.h"
+#include "core/LibraryImage.h"
+#include "core/ObjectRegistry.h"
+#include "imagecodec/RowConverter.h"
+
+#include <gtest/gtest.h>
+#include <png.h>
+
+#include <cstring>
+#include <ostream>
+#include <vector>
+
+using zyr::LibraryImage;
+using zyr::PixelLayout;
+using zyr::RowConverter;
+
+namespace {
+
+class LibraryImages : public ::testing::Test {
+protected:
+    void TearDown() override { ZyrReader_DestroyCachedData(); }
+    support::TempFolder folder;
+};
+
+struct FormatCase {
+    ZyrPixelFormat format;
+    int bytes;
+};
+
+void PrintTo(const FormatCase& c, std::ostream* out) { *out << "format " << c.format; }
+
+class PngRoundTrip : public LibraryImages, public ::testing::WithParamInterface<FormatCase> {};
+
+TEST_P(PngRoundTrip, WrittenPngDecodesToTheSamePixels) {
+    const FormatCase& c = GetParam();
+    // A view with padding between rows, as a client's pixels may have.
+    const int width = 9, height = 4, stride = width * c.bytes + 5;
+    std::vector<uint8_t> pixels(size_t(stride * height), 0xEE);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width * c.bytes; ++x)
+            pixels[size_t(y * stride + x)] = uint8_t(x * 31 + y * 17 + (c.format == ZYR_PIXEL_BGRA32 && x % 4 == 3 ? 0x80 : 0));
+    const ZyrImage view{width, height, stride, c.format, pixels.data()};
+    const std::string path = folder.file("round.png");
+    ASSERT_EQ(LibraryImage::writePng(view, path), ZYR_OK);
+
+    ZyrImage* decoded = nullptr;
+    ASSERT_EQ(LibraryImage::decodeFile(path, &decoded), ZYR_OK);
+    ASSERT_NE(decoded, nullptr);
+    EXPECT_EQ(decoded->Width, width);
+    EXPECT_EQ(decoded->Height, height);
+    EXPECT_EQ(decoded->PixelFormat, c.format) << "grey stays grey, colour colour, alpha alpha";
+    for (int y = 0; y < height; ++y)
+        EXPECT_EQ(std::memcmp(decoded->Pixels + size_t(y) * size_t(decoded->Stride), pixels.data() + size_t(y * stride),
+                              size_t(width * c.bytes)),
+                  0)
+            << "row " << y;
+    EXPECT_EQ(ZyrReader_DestroyCachedObject(decoded), ZYR_OK);
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, PngRoundTrip,
+                         ::testing::Values(FormatCase{ZYR_PIXEL_GREY8, 1}, FormatCase{ZYR_PIXEL_RGB24, 3},
+                                           FormatCase{ZYR_PIXEL_BGRA32, 4}));
+
+TEST_F(LibraryImages, GreyWithAlphaBecomesBgra) {
+    const fixtures::Picture picture = fixtures::makePicture(6, 3, fixtures::Pattern::GreyAlpha);
+    const std::vector<uint8_t> png = fixtures::encodePng(picture, PNG_COLOR_TYPE_GRAY_ALPHA, 8);
+    ZyrImage* image = nullptr;
+    ASSERT_EQ(LibraryImage::decode(png.data(), png.size(), &image), ZYR_OK);
+    ASSERT_EQ(image->PixelFormat, ZYR_PIXEL_BGRA32);
+    const uint8_t* p = image->Pixels + size_t(2) * size_t(image->Stride) + 4 * 5; // pixel (5, 2)
+    const fixtures::Rgba& expected = picture.at(5, 2);
+    EXPECT_EQ(p[0], expected.b);
+    EXPECT_EQ(p[2], expected.r);
+    EXPECT_EQ(p[3], expected.a);
+}
+
+TEST_F(LibraryImages, FailuresLeaveTheOutputAloneAndHandOutNothing) {
+    ZyrImage sentinel{};
+    ZyrImage* image = &sentinel;
+    const uint8_t junk[] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n', 0, 0};
+    EXPECT_EQ(LibraryImage::decode(junk, sizeof junk, &image), ZYR_ERR_CORRUPT_IMAGE);
+    EXPECT_EQ(LibraryImage::decodeFile(folder.file("missing.png"), &image), ZYR_ERR_FILE);
+    EXPECT_EQ(LibraryImage::decodeFile(folder.path(), &image), ZYR_ERR_FILE);
+    EXPECT_EQ(LibraryImage::decode(nullptr, 4, &image), ZYR_ERR_BAD_ARGUMENT);
+    EXPECT_EQ(image, &sentinel);
+    EXPECT_EQ(zyr::ObjectRegistry::instance().size(), 0u);
+}
+
+TEST_F(LibraryImages, BadViewsAreRefused) {
+    uint8_t pixels[64] = {};
+    const ZyrImage bad[] = {
+        {4, 4, 3, ZYR_PIXEL_GREY8, pixels},   // stride shorter than a row
+        {0, 4, 4, ZYR_PIXEL_GREY8, pixels},   // no width
+        {4, 4, 4, 2, pixels},                 // unknown format
+        {4, 4, 4, ZYR_PIXEL_GREY8, nullptr},  // no pixels
+    };
+    for (const ZyrImage& view : bad) {
+        EXPECT_FALSE(LibraryImage::isValidView(&view));
+        EXPECT_EQ(LibraryImage::copy(view), nullptr);
+        EXPECT_EQ(LibraryImage::writePng(view, folder.file("bad.png")), ZYR_ERR_BAD_ARGUMENT);
+    }
+    EXPECT_EQ(LibraryImage::create(-1, 5, ZYR_PIXEL_GREY8), nullptr);
+    EXPECT_EQ(LibraryImage::create(40000, 40000, ZYR_PIXEL_GREY8), nullptr);
+}
+
+TEST_F(LibraryImages, CopyIsIndependentOfTheView) {
+    std::vector<uint8_t> pixels(3 * 2 * 3, 7);
+    const ZyrImage view{3, 2, 9, ZYR_PIXEL_RGB24, pixels.data()};
+    ZyrImage* copy = LibraryImage::copy(view);
+    ASSERT_NE(copy, nullptr);
+    pixels.assign(pixels.size(), 1);
+    EXPECT_EQ(copy->Pixels[0], 7);
+    EXPECT_EQ(copy->Pixels[17], 7);
+    EXPECT_EQ(ZyrReader_DestroyCachedObject(copy), ZYR_OK);
+}
+
+// ---- Row conversion ----
+
+struct RowCase {
+    const char* name;
+    PixelLayout from;
+    std::vector<uint8_t> source;
+    PixelLayout to;
+    std::vector<uint8_t> expected;
+};
+
+void PrintTo(const RowCase& c, std::ostream* out) { *out << c.name; }
+
+class RowConversion : public ::testing::TestWithParam<RowCase> {};
+
+TEST_P(RowConversion, ConvertsOnePixel) {
+    const RowCase& c = GetParam();
+    std::vector<uint8_t> out(c.expected.size(), 0xEE);
+    RowConverter::convert(c.from, c.source.data(), c.to, out.data(), 1);
+    EXPECT_EQ(out, c.expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Layouts, RowConversion,
+    ::testing::Values(
+        RowCase{"rgb_to_bgr", PixelLayout::RGB, {10, 20, 30}, PixelLayout::BGR, {30, 20, 10}},
+        RowCase{"bgra_to_rgba", PixelLayout::BGRA, {1, 2, 3, 4}, PixelLayout::RGBA, {3, 2, 1, 4}},
+        RowCase{"grey_to_bgra", PixelLayout::Grey8, {77}, PixelLayout::BGRA, {77, 77, 77, 255}},
+        RowCase{"transparent_is_white", PixelLayout::RGBA, {0, 0, 0, 0}, PixelLayout::BGR, {255, 255, 255}},
+        RowCase{"half_black_over_white", PixelLayout::RGBA, {0, 0, 0, 128}, PixelLayout::RGB, {127, 127, 127}},
+        RowCase{"opaque_unchanged", PixelLayout::BGRA, {9, 8, 7, 255}, PixelLayout::BGR, {9, 8, 7}},
+        RowCase{"grey_alpha_to_grey", PixelLayout::GreyAlpha, {100, 51}, PixelLayout::Grey8, {224}},
+        RowCase{"colour_to_grey_luma", PixelLayout::RGB, {255, 0, 0}, PixelLayout::Grey8, {76}},
+        RowCase{"grey_keeps_value", PixelLayout::BGRA, {200, 200, 200, 255}, PixelLayout::Grey8, {200}},
+        RowCase{"alpha_kept_when_target_has_it", PixelLayout::GreyAlpha, {5, 6}, PixelLayout::RGBA, {5, 5, 5, 6}}),
+    [](const ::testing::TestParamInfo<RowCase>& info) { return info.param.name; });
+
+} // namespace

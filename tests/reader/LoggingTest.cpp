@@ -1,0 +1,158 @@
+#include "TestSupport.h"
+#include "ZyrReaderLowLevelAPI.h"
+
+#include <gtest/gtest.h>
+
+#include <cctype>
+#include <filesystem>
+#include <functional>
+#include <ostream>
+#include <string>
+#include <thread>
+#include <vector>
+
+using namespace support;
+
+namespace {
+
+const uint8_t notAnImage[] = {'n', 'o', 't', ' ', 'a', 'n', ' ', 'i', 'm', 'a', 'g', 'e'};
+
+// One call per category the library logs under, with the level of the line it writes.
+void failConversion() {
+    uint32_t size = 0;
+    ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, notAnImage, sizeof notAnImage, nullptr, &size); // images, 1
+}
+void startCamera() {
+    ZyrReaderSettings settings{};
+    ZyrReader_CameraInitialise(&settings, 1, 0); // camera, 2
+}
+void startParsing() { ZyrReader_ParseInitialise(); } // parse, 2
+void readMissingSettings() {
+    ZyrReaderSettings settings{};
+    ZyrReader_LL_LoadSettingsFromIniFile(&settings, "/nonexistent/ZyrReader.ini"); // settings, 1
+}
+
+// "YYYY-MM-DD hh:mm:ss.mmm [category] text" gives the category, anything else "MALFORMED: <line>".
+std::string categoryOf(const std::string& line) {
+    const std::string shape = "dddd-dd-dd dd:dd:dd.ddd [";
+    bool ok = line.size() > shape.size();
+    for (size_t i = 0; ok && i < shape.size(); ++i)
+        ok = shape[i] == 'd' ? std::isdigit(static_cast<unsigned char>(line[i])) != 0 : line[i] == shape[i];
+    const size_t close = ok ? line.find("] ", shape.size()) : std::string::npos;
+    if (close == std::string::npos || close == shape.size() || close + 2 >= line.size())
+        return "MALFORMED: " + line;
+    return line.substr(shape.size(), close - shape.size());
+}
+
+std::vector<std::string> categories(const std::vector<std::string>& lines) {
+    std::vector<std::string> found;
+    for (const std::string& line : lines)
+        found.push_back(categoryOf(line));
+    return found;
+}
+
+class Logging : public ::testing::Test {
+protected:
+    void TearDown() override {
+        ZyrReader_InitialiseLogging(false, 0, 0, nullptr);
+        ZyrReader_DestroyCachedData();
+    }
+    TempFolder folder;
+    std::string log = folder.file("Glyphor.log");
+};
+
+struct FilterCase {
+    const char* name;
+    int32_t level;
+    uint32_t mask;
+    std::vector<std::string> expected; // categories of the lines written, after the start line
+};
+
+void PrintTo(const FilterCase& c, std::ostream* out) { *out << c.name; }
+
+class LoggingFilter : public Logging, public ::testing::WithParamInterface<FilterCase> {};
+
+TEST_P(LoggingFilter, WritesOnlySelectedCategoriesAtOrBelowTheLevel) {
+    const FilterCase& c = GetParam();
+    ASSERT_EQ(ZyrReader_InitialiseLogging(true, c.level, c.mask, log.c_str()), ZYR_OK);
+    failConversion();
+    startCamera();
+    startParsing();
+    readMissingSettings();
+    std::vector<std::string> lines = categories(readLines(log));
+    ASSERT_FALSE(lines.empty());
+    EXPECT_EQ(lines.front(), "general") << "the line that opens the log";
+    lines.erase(lines.begin());
+    EXPECT_EQ(lines, c.expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Masks, LoggingFilter,
+    ::testing::Values(FilterCase{"everything", 3, ZYR_LOG_ALL, {"images", "camera", "parse", "settings"}},
+                      FilterCase{"errors_only", 1, ZYR_LOG_ALL, {"images", "settings"}},
+                      FilterCase{"images_only", 3, ZYR_LOG_IMAGES, {"images"}},
+                      FilterCase{"camera_and_parse", 2, ZYR_LOG_CAMERA | ZYR_LOG_PARSE, {"camera", "parse"}},
+                      FilterCase{"camera_at_error_level", 1, ZYR_LOG_CAMERA, {}},
+                      FilterCase{"empty_mask", 3, 0, {}}),
+    [](const ::testing::TestParamInfo<FilterCase>& info) { return info.param.name; });
+
+TEST_F(Logging, OffWritesNoFile) {
+    for (int32_t level : {5, 0, -1}) {
+        const bool enable = level == 5 ? false : true; // disabled, or enabled with no level
+        EXPECT_EQ(ZyrReader_InitialiseLogging(enable, level, ZYR_LOG_ALL, log.c_str()), ZYR_OK);
+        failConversion();
+        startCamera();
+        EXPECT_FALSE(std::filesystem::exists(log)) << "level " << level;
+    }
+}
+
+TEST_F(Logging, SwitchingOffStopsAndSwitchingOnAppends) {
+    ASSERT_EQ(ZyrReader_InitialiseLogging(true, 1, ZYR_LOG_IMAGES, log.c_str()), ZYR_OK);
+    failConversion();
+    ASSERT_EQ(ZyrReader_InitialiseLogging(false, 1, ZYR_LOG_IMAGES, log.c_str()), ZYR_OK);
+    failConversion();
+    EXPECT_EQ(readLines(log).size(), 2u);
+    ASSERT_EQ(ZyrReader_InitialiseLogging(true, 1, ZYR_LOG_IMAGES, log.c_str()), ZYR_OK);
+    failConversion();
+    EXPECT_EQ(readLines(log).size(), 4u) << "a second start appends to the file";
+}
+
+TEST_F(Logging, ANewFileReplacesTheOld) {
+    const std::string second = folder.file("second.log");
+    ASSERT_EQ(ZyrReader_InitialiseLogging(true, 1, ZYR_LOG_IMAGES, log.c_str()), ZYR_OK);
+    ASSERT_EQ(ZyrReader_InitialiseLogging(true, 1, ZYR_LOG_IMAGES, second.c_str()), ZYR_OK);
+    failConversion();
+    EXPECT_EQ(readLines(log).size(), 1u);
+    EXPECT_EQ(readLines(second).size(), 2u);
+}
+
+TEST_F(Logging, BadFileNamesAreRefusedAndLeaveLoggingAsItWas) {
+    ASSERT_EQ(ZyrReader_InitialiseLogging(true, 1, ZYR_LOG_IMAGES, log.c_str()), ZYR_OK);
+    EXPECT_EQ(ZyrReader_InitialiseLogging(true, 1, ZYR_LOG_ALL, nullptr), ZYR_ERR_BAD_ARGUMENT);
+    EXPECT_EQ(ZyrReader_InitialiseLogging(true, 1, ZYR_LOG_ALL, ""), ZYR_ERR_BAD_ARGUMENT);
+    EXPECT_EQ(ZyrReader_InitialiseLogging(true, 1, ZYR_LOG_ALL, folder.file("no/such/folder.log").c_str()),
+              ZYR_ERR_FILE);
+    EXPECT_EQ(ZyrReader_InitialiseLogging(true, 1, ZYR_LOG_ALL, folder.path().c_str()), ZYR_ERR_FILE);
+    failConversion();
+    EXPECT_EQ(readLines(log).size(), 2u);
+}
+
+TEST_F(Logging, LinesFromManyThreadsStayWhole) {
+    ASSERT_EQ(ZyrReader_InitialiseLogging(true, 1, ZYR_LOG_IMAGES, log.c_str()), ZYR_OK);
+    constexpr int threads = 6;
+    constexpr int perThread = 50;
+    std::vector<std::thread> workers;
+    for (int t = 0; t < threads; ++t)
+        workers.emplace_back([] {
+            for (int i = 0; i < perThread; ++i)
+                failConversion();
+        });
+    for (std::thread& worker : workers)
+        worker.join();
+    const std::vector<std::string> lines = categories(readLines(log));
+    ASSERT_EQ(lines.size(), size_t(1 + threads * perThread));
+    for (size_t i = 1; i < lines.size(); ++i)
+        ASSERT_EQ(lines[i], "images") << "line " << i;
+}
+
+} // namespace

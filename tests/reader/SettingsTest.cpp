@@ -1,0 +1,370 @@
+#include "TestSupport.h"
+#include "ZyrReaderLowLevelAPI.h"
+
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstring>
+#include <filesystem>
+#include <functional>
+#include <ostream>
+#include <sstream>
+#include <string>
+
+using namespace support;
+namespace fs = std::filesystem;
+
+namespace {
+
+ZyrReaderSettings garbage() {
+    ZyrReaderSettings s;
+    std::memset(&s, 0xAB, sizeof s);
+    return s;
+}
+
+std::string defaultPluginFolder() { return folderOf(readerLibraryPath()) + "plugins/"; }
+
+// A field of the settings record as text, so that one table can hold every kind of field.
+using Field = std::function<std::string(const ZyrReaderSettings&)>;
+template <class T> std::string text(T value) {
+    std::ostringstream out;
+    out << +value;
+    return out.str();
+}
+
+struct DocumentedDefault {
+    const char* key;
+    Field field;
+    std::string value;
+};
+
+// The defaults the README promises.
+const DocumentedDefault documentedDefaults[] = {
+    {"Logging.Level", [](const ZyrReaderSettings& s) { return text(s.LoggingLevel); }, "0"},
+    {"Logging.Mask", [](const ZyrReaderSettings& s) { return text(s.LoggingMask); }, "63"},
+    {"Device.CameraDevice", [](const ZyrReaderSettings& s) { return text(s.CameraDevice); }, "0"},
+    {"Device.ImageWidth", [](const ZyrReaderSettings& s) { return text(s.ImageWidth); }, "2700"},
+    {"Device.ImageHeight", [](const ZyrReaderSettings& s) { return text(s.ImageHeight); }, "2000"},
+    {"Device.TwoSided", [](const ZyrReaderSettings& s) { return text(s.TwoSided); }, "0"},
+    {"Device.DarkObjectValue", [](const ZyrReaderSettings& s) { return text(s.DarkObjectValue); }, "40"},
+    {"Device.CommonCaptureResolution", [](const ZyrReaderSettings& s) { return text(s.CommonCaptureResolution); },
+     "400"},
+    {"Device.CommonBinning", [](const ZyrReaderSettings& s) { return text(s.CommonBinning); }, "1"},
+    {"Folders.PluginFolder", [](const ZyrReaderSettings& s) { return std::string(s.PluginFolder); },
+     defaultPluginFolder()},
+    {"Folders.PluginSettingsFolder", [](const ZyrReaderSettings& s) { return std::string(s.PluginSettingsFolder); },
+     defaultPluginFolder()},
+    {"Folders.ApplicationFolder", [](const ZyrReaderSettings& s) { return std::string(s.ApplicationFolder); },
+     executableFolder()},
+    {"Folders.DeviceFolder", [](const ZyrReaderSettings& s) { return std::string(s.DeviceFolder); }, ""},
+    {"ImageProcessing.JpegQuality", [](const ZyrReaderSettings& s) { return text(s.ImageProcessing.JpegQuality); },
+     "90"},
+    {"Visible.ExposureMicroseconds",
+     [](const ZyrReaderSettings& s) { return text(s.VisibleParameters.ExposureMicroseconds); }, "8000"},
+    {"Visible.OutputScale", [](const ZyrReaderSettings& s) { return text(s.VisibleParameters.OutputScale); }, "1"},
+    {"Visible.DetectThreshold", [](const ZyrReaderSettings& s) { return text(s.VisibleParameters.DetectThreshold); },
+     "60"},
+    {"Visible.AutoExposure", [](const ZyrReaderSettings& s) { return text(s.VisibleParameters.AutoExposure); }, "1"},
+    {"Infrared.ExposureMicroseconds",
+     [](const ZyrReaderSettings& s) { return text(s.InfraredParameters.ExposureMicroseconds); }, "12000"},
+    {"Ultraviolet.Gain", [](const ZyrReaderSettings& s) { return text(s.UltravioletParameters.Gain); }, "200"},
+    {"Ultraviolet.Binning", [](const ZyrReaderSettings& s) { return text(s.UltravioletParameters.Binning); }, "1"},
+    {"Detect.PollIntervalMs", [](const ZyrReaderSettings& s) { return text(s.Detect.PollIntervalMs); }, "100"},
+    {"Locate.MinimumArea", [](const ZyrReaderSettings& s) { return text(s.Locate.MinimumArea); }, "20000"},
+    {"Feed.RemovalTimeMs", [](const ZyrReaderSettings& s) { return text(s.Feed.RemovalTimeMs); }, "2000"},
+};
+
+void PrintTo(const DocumentedDefault& d, std::ostream* out) { *out << d.key; }
+
+class SettingsDefault : public ::testing::TestWithParam<DocumentedDefault> {};
+
+TEST_P(SettingsDefault, HoldsWithoutAReaderAndForAKeyMissingFromAFile) {
+    RecordingErrorHandler handler;
+    ScopedEnvironment noDevice("ZYRREADER_DEVICE", nullptr);
+    ZyrReaderSettings fromNoReader = garbage();
+    ASSERT_EQ(ZyrReader_LL_LoadSettings(&fromNoReader), ZYR_ERR_NO_READER);
+    EXPECT_EQ(GetParam().field(fromNoReader), GetParam().value);
+
+    TempFolder folder;
+    writeText(folder.file("empty.ini"), "; nothing set here\n[Logging]\n");
+    ZyrReaderSettings fromFile = garbage();
+    ASSERT_EQ(ZyrReader_LL_LoadSettingsFromIniFile(&fromFile, folder.file("empty.ini").c_str()), ZYR_OK);
+    EXPECT_EQ(GetParam().field(fromFile), GetParam().value);
+}
+
+INSTANTIATE_TEST_SUITE_P(Keys, SettingsDefault, ::testing::ValuesIn(documentedDefaults),
+                         [](const ::testing::TestParamInfo<DocumentedDefault>& info) {
+                             std::string name = info.param.key;
+                             name[name.find('.')] = '_';
+                             return name;
+                         });
+
+// ---- Keys read from a file ----
+
+struct KeyCase {
+    const char* name;
+    const char* ini;
+    Field field;
+    const char* expected;
+};
+
+const KeyCase keyCases[] = {
+    {"level", "[Logging]\nLevel=3\n", [](const ZyrReaderSettings& s) { return text(s.LoggingLevel); }, "3"},
+    {"negative_level", "[Logging]\nLevel=-2\n", [](const ZyrReaderSettings& s) { return text(s.LoggingLevel); },
+     "-2"},
+    {"hex_mask", "[Logging]\nMask=0x21\n", [](const ZyrReaderSettings& s) { return text(s.LoggingMask); }, "33"},
+    {"largest_device", "[Device]\nCameraDevice=18446744073709551615\n",
+     [](const ZyrReaderSettings& s) { return text(s.CameraDevice); }, "18446744073709551615"},
+    {"image_size", "[Device]\nImageWidth=1024\nImageHeight=768\n",
+     [](const ZyrReaderSettings& s) { return text(s.ImageWidth) + "x" + text(s.ImageHeight); }, "1024x768"},
+    {"flag_words", "[Device]\nTwoSided=yes\nExtraProcessing=On\nDarkObjectDetect=true\n",
+     [](const ZyrReaderSettings& s) {
+         return text(s.TwoSided) + text(s.ExtraProcessing) + text(s.DarkObjectDetect);
+     },
+     "111"},
+    {"float", "[Device]\nDarkObjectValue=12.5\n", [](const ZyrReaderSettings& s) { return text(s.DarkObjectValue); },
+     "12.5"},
+    {"camera_blocks_apart",
+     "[Visible]\nOutputScale=0.5\n[Infrared]\nBinning=2\n[Ultraviolet]\nExposureMicroseconds=45000\n",
+     [](const ZyrReaderSettings& s) {
+         return text(s.VisibleParameters.OutputScale) + " " + text(s.InfraredParameters.Binning) + " " +
+                text(s.UltravioletParameters.ExposureMicroseconds) + " " + text(s.VisibleParameters.Binning);
+     },
+     "0.5 2 45000 1"},
+    {"sub_records", "[Detect]\nPollIntervalMs=10\n[Locate]\nMinimumArea=5\n[Process]\nDenoiseRadius=3\n"
+                    "[Side]\nMirrorBackSide=1\n[Feed]\nRemovalTimeMs=750\n",
+     [](const ZyrReaderSettings& s) {
+         return text(s.Detect.PollIntervalMs) + " " + text(s.Locate.MinimumArea) + " " +
+                text(s.Process.DenoiseRadius) + " " + text(s.Side.MirrorBackSide) + " " + text(s.Feed.RemovalTimeMs);
+     },
+     "10 5 3 1 750"},
+    {"names_ignore_case", "[logging]\nLEVEL=2\n", [](const ZyrReaderSettings& s) { return text(s.LoggingLevel); },
+     "2"},
+    {"spaces_and_crlf", "  [ Logging ]  \r\n  Level  =  4  \r\n",
+     [](const ZyrReaderSettings& s) { return text(s.LoggingLevel); }, "4"},
+    {"last_of_two_wins", "[Logging]\nLevel=1\nLevel=5\n",
+     [](const ZyrReaderSettings& s) { return text(s.LoggingLevel); }, "5"},
+    {"key_in_wrong_section_ignored", "[Device]\nLevel=5\n",
+     [](const ZyrReaderSettings& s) { return text(s.LoggingLevel); }, "0"},
+    {"quoted_folder_keeps_spaces", "[Folders]\nApplicationFolder=\"/tmp/with space \"\n",
+     [](const ZyrReaderSettings& s) { return std::string(s.ApplicationFolder); }, "/tmp/with space /"},
+    {"absolute_folder_gets_slash", "[Folders]\nPluginFolder=/opt/decoders\n",
+     [](const ZyrReaderSettings& s) { return std::string(s.PluginFolder); }, "/opt/decoders/"},
+    // Values that do not parse keep the default.
+    {"bad_number", "[Logging]\nLevel=abc\n", [](const ZyrReaderSettings& s) { return text(s.LoggingLevel); }, "0"},
+    {"trailing_junk", "[Device]\nImageWidth=12x\n", [](const ZyrReaderSettings& s) { return text(s.ImageWidth); },
+     "2700"},
+    {"negative_unsigned", "[Logging]\nMask=-1\n", [](const ZyrReaderSettings& s) { return text(s.LoggingMask); },
+     "63"},
+    {"int_overflow", "[Device]\nImageWidth=99999999999\n",
+     [](const ZyrReaderSettings& s) { return text(s.ImageWidth); }, "2700"},
+    {"byte_overflow", "[Device]\nCommonBinning=256\n",
+     [](const ZyrReaderSettings& s) { return text(s.CommonBinning); }, "1"},
+    {"flag_not_a_flag", "[Device]\nTwoSided=2\n", [](const ZyrReaderSettings& s) { return text(s.TwoSided); }, "0"},
+    {"float_not_finite", "[Device]\nDarkObjectValue=nan\n",
+     [](const ZyrReaderSettings& s) { return text(s.DarkObjectValue); }, "40"},
+    {"empty_value", "[Device]\nImageHeight=\n", [](const ZyrReaderSettings& s) { return text(s.ImageHeight); },
+     "2000"},
+    {"folder_too_long", nullptr, [](const ZyrReaderSettings& s) { return std::string(s.PluginFolder); }, nullptr},
+};
+
+void PrintTo(const KeyCase& c, std::ostream* out) { *out << c.name; }
+
+class SettingsKey : public ::testing::TestWithParam<KeyCase> {};
+
+TEST_P(SettingsKey, IsReadFromTheFile) {
+    const KeyCase& c = GetParam();
+    TempFolder folder;
+    const std::string ini = c.ini != nullptr ? c.ini : "[Folders]\nPluginFolder=/" + std::string(2000, 'x') + "\n";
+    const std::string expected = c.expected != nullptr ? c.expected : defaultPluginFolder();
+    writeText(folder.file("ZyrReader.ini"), ini);
+    ZyrReaderSettings settings = garbage();
+    ASSERT_EQ(ZyrReader_LL_LoadSettingsFromIniFile(&settings, folder.file("ZyrReader.ini").c_str()), ZYR_OK);
+    EXPECT_EQ(c.field(settings), expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, SettingsKey, ::testing::ValuesIn(keyCases),
+                         [](const ::testing::TestParamInfo<KeyCase>& info) { return info.param.name; });
+
+// ---- Relative folders ----
+
+struct RelativeCase {
+    const char* value;
+    const char* expectedUnderIniFolder; // appended to the INI file's folder
+};
+
+class RelativeFolder : public ::testing::TestWithParam<RelativeCase> {};
+
+TEST_P(RelativeFolder, IsTakenFromTheSettingsFilesFolder) {
+    TempFolder folder;
+    fs::create_directories(folder.file("conf/deep"));
+    writeText(folder.file("conf/deep/ZyrReader.ini"),
+              std::string("[Folders]\nPluginSettingsFolder=") + GetParam().value + "\n");
+    ZyrReaderSettings settings = garbage();
+    ASSERT_EQ(ZyrReader_LL_LoadSettingsFromIniFile(&settings, folder.file("conf/deep/ZyrReader.ini").c_str()), ZYR_OK);
+    EXPECT_EQ(std::string(settings.PluginSettingsFolder), folder.path() + GetParam().expectedUnderIniFolder);
+}
+
+INSTANTIATE_TEST_SUITE_P(Folders, RelativeFolder,
+                         ::testing::Values(RelativeCase{"cfg", "/conf/deep/cfg/"},
+                                           RelativeCase{"./cfg/", "/conf/deep/cfg/"},
+                                           RelativeCase{".", "/conf/deep/"},
+                                           RelativeCase{"../cfg", "/conf/cfg/"},
+                                           RelativeCase{"../../a/b", "/a/b/"}));
+
+TEST(SettingsFile, RelativeFilePathIsTakenFromTheWorkingFolder) {
+    TempFolder folder;
+    writeText(folder.file("ZyrReader.ini"), "[Folders]\nApplicationFolder=app\n");
+    const fs::path previous = fs::current_path();
+    fs::current_path(folder.path());
+    ZyrReaderSettings settings = garbage();
+    const int32_t result = ZyrReader_LL_LoadSettingsFromIniFile(&settings, "./ZyrReader.ini");
+    fs::current_path(previous);
+    ASSERT_EQ(result, ZYR_OK);
+    EXPECT_EQ(std::string(settings.ApplicationFolder), folder.path() + "/app/");
+}
+
+TEST(SettingsFile, UnreadableFileGivesFileErrorDefaultsAndNoReport) {
+    RecordingErrorHandler handler;
+    TempFolder folder;
+    for (const std::string& path : {folder.file("missing.ini"), folder.path(), std::string()}) {
+        ZyrReaderSettings settings = garbage();
+        EXPECT_EQ(ZyrReader_LL_LoadSettingsFromIniFile(&settings, path.c_str()), ZYR_ERR_FILE) << path;
+        EXPECT_EQ(int32_t(settings.ImageWidth), 2700) << path;
+        EXPECT_EQ(std::string(settings.ApplicationFolder), executableFolder()) << path;
+    }
+    ZyrReaderSettings settings = garbage();
+    EXPECT_EQ(ZyrReader_LL_LoadSettingsFromIniFile(&settings, nullptr), ZYR_ERR_FILE);
+    EXPECT_EQ(ZyrReader_LL_LoadSettingsFromIniFile(nullptr, folder.file("x.ini").c_str()), ZYR_ERR_BAD_ARGUMENT);
+    EXPECT_TRUE(handler.codes().empty());
+}
+
+// ---- The virtual reader's folder ----
+
+struct NoReaderCase {
+    const char* name;
+    std::function<std::string(const TempFolder&)> variable; // value of ZYRREADER_DEVICE; "\x01" = unset
+};
+
+const NoReaderCase noReaderCases[] = {
+    {"unset", [](const TempFolder&) { return std::string("\x01"); }},
+    {"empty", [](const TempFolder&) { return std::string(); }},
+    {"missing_folder", [](const TempFolder& t) { return t.file("nowhere"); }},
+    {"folder_without_device_ini", [](const TempFolder& t) { return t.path(); }},
+    {"device_ini_is_a_folder", [](const TempFolder& t) {
+         fs::create_directory(t.file("device.ini"));
+         return t.path();
+     }},
+    {"names_a_file", [](const TempFolder& t) {
+         writeText(t.file("device.ini"), "[Device]\nTwoSided=1\n");
+         return t.file("device.ini");
+     }},
+};
+
+void PrintTo(const NoReaderCase& c, std::ostream* out) { *out << c.name; }
+
+class NoReader : public ::testing::TestWithParam<NoReaderCase> {};
+
+TEST_P(NoReader, ReportsNineOnceFillsDefaultsAndReturnsNine) {
+    TempFolder folder;
+    const std::string value = GetParam().variable(folder);
+    ScopedEnvironment device("ZYRREADER_DEVICE", value == "\x01" ? nullptr : value.c_str());
+    RecordingErrorHandler handler;
+    ZyrReaderSettings settings = garbage();
+    EXPECT_EQ(ZyrReader_LL_LoadSettings(&settings), ZYR_ERR_NO_READER);
+    ASSERT_EQ(handler.codes().size(), 1u);
+    EXPECT_EQ(handler.codes()[0], ZYR_ERR_NO_READER);
+    EXPECT_EQ(handler.messages()[0], ZyrReader_ErrorText(ZYR_ERR_NO_READER));
+    EXPECT_EQ(int32_t(settings.ImageWidth), 2700);
+    EXPECT_EQ(int(settings.TwoSided), 0);
+    EXPECT_EQ(settings.DeviceFolder[0], '\0');
+}
+
+INSTANTIATE_TEST_SUITE_P(Device, NoReader, ::testing::ValuesIn(noReaderCases),
+                         [](const ::testing::TestParamInfo<NoReaderCase>& info) { return info.param.name; });
+
+TEST(NoReader, WithoutAHandlerStillReturnsNine) {
+    ScopedEnvironment device("ZYRREADER_DEVICE", nullptr);
+    ZyrReader_SetErrorHandler(nullptr, 0);
+    ZyrReaderSettings settings = garbage();
+    EXPECT_EQ(ZyrReader_LL_LoadSettings(&settings), ZYR_ERR_NO_READER);
+    EXPECT_EQ(ZyrReader_LL_LoadSettings(nullptr), ZYR_ERR_BAD_ARGUMENT);
+}
+
+TEST(ConnectedReader, SettingsComeFromDeviceIniWithoutAReport) {
+    TempFolder folder;
+    fs::create_directory(folder.file("documents"));
+    writeText(folder.file("device.ini"), "[Device]\nTwoSided=1\nImageWidth=1800\n[Feed]\nRemovalTimeMs=300\n"
+                                         "[Folders]\nPluginFolder=decoders\n");
+    ScopedEnvironment device("ZYRREADER_DEVICE", folder.path().c_str());
+    RecordingErrorHandler handler;
+    ZyrReaderSettings settings = garbage();
+    EXPECT_EQ(ZyrReader_LL_LoadSettings(&settings), ZYR_OK);
+    EXPECT_TRUE(handler.codes().empty());
+    EXPECT_EQ(int(settings.TwoSided), 1);
+    EXPECT_EQ(int32_t(settings.ImageWidth), 1800);
+    EXPECT_EQ(int32_t(settings.ImageHeight), 2000) << "keys absent from device.ini keep their defaults";
+    EXPECT_EQ(int32_t(settings.Feed.RemovalTimeMs), 300);
+    EXPECT_EQ(std::string(settings.DeviceFolder), folder.path() + "/");
+    EXPECT_EQ(std::string(settings.PluginFolder), folder.path() + "/decoders/");
+}
+
+TEST(ConnectedReader, RelativeDeviceVariableIsTakenFromTheWorkingFolder) {
+    TempFolder folder;
+    fs::create_directory(folder.file("reader"));
+    writeText(folder.file("reader/device.ini"), "");
+    const fs::path previous = fs::current_path();
+    fs::current_path(folder.path());
+    ScopedEnvironment device("ZYRREADER_DEVICE", "reader");
+    ZyrReaderSettings settings = garbage();
+    const int32_t result = ZyrReader_LL_LoadSettings(&settings);
+    fs::current_path(previous);
+    EXPECT_EQ(result, ZYR_OK);
+    EXPECT_EQ(std::string(settings.DeviceFolder), folder.path() + "/reader/");
+}
+
+// ---- Where the plug-ins are, seen from a copy of the library in a build or install layout ----
+
+struct LayoutCase {
+    const char* name;
+    bool buildFolder;   // <lib>/plugins exists
+    bool installFolder; // <lib>/glyphor/plugins exists
+    const char* expected;
+};
+
+void PrintTo(const LayoutCase& c, std::ostream* out) { *out << c.name; }
+
+class PluginLayout : public ::testing::TestWithParam<LayoutCase> {};
+
+TEST_P(PluginLayout, DefaultPluginFolderFollowsTheLibrary) {
+    const LayoutCase& c = GetParam();
+    TempFolder folder;
+    const std::string lib = folder.file("lib");
+    fs::create_directories(lib);
+    if (c.buildFolder)
+        fs::create_directories(lib + "/plugins");
+    if (c.installFolder)
+        fs::create_directories(lib + "/glyphor/plugins");
+    fs::copy_file(readerLibraryPath(), lib + "/libZyrReaderLowLevelAPI.so");
+
+    void* copy = dlopen((lib + "/libZyrReaderLowLevelAPI.so").c_str(), RTLD_NOW | RTLD_LOCAL);
+    ASSERT_NE(copy, nullptr) << dlerror();
+    using Load = int32_t (*)(ZyrReaderSettings*, const char*);
+    auto load = reinterpret_cast<Load>(dlsym(copy, "ZyrReader_LL_LoadSettingsFromIniFile"));
+    ASSERT_NE(load, nullptr);
+    ZyrReaderSettings settings = garbage();
+    EXPECT_EQ(load(&settings, folder.file("none.ini").c_str()), ZYR_ERR_FILE);
+    EXPECT_EQ(std::string(settings.PluginFolder), lib + c.expected);
+    EXPECT_EQ(std::string(settings.PluginSettingsFolder), lib + c.expected);
+    dlclose(copy);
+}
+
+INSTANTIATE_TEST_SUITE_P(Layouts, PluginLayout,
+                         ::testing::Values(LayoutCase{"build_tree", true, false, "/plugins/"},
+                                           LayoutCase{"installed", false, true, "/glyphor/plugins/"},
+                                           LayoutCase{"both_prefers_build_tree", true, true, "/plugins/"},
+                                           LayoutCase{"neither", false, false, "/plugins/"}),
+                         [](const ::testing::TestParamInfo<LayoutCase>& info) { return info.param.name; });
+
+} // namespace
