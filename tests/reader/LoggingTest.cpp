@@ -1,9 +1,11 @@
+#include "CaptureFixtures.h"
 #include "TestSupport.h"
 #include "ZyrReaderLowLevelAPI.h"
 
 #include <gtest/gtest.h>
 
 #include <cctype>
+#include <cstdio>
 #include <filesystem>
 #include <functional>
 #include <ostream>
@@ -24,6 +26,7 @@ void failConversion() {
 }
 void startCamera() {
     ZyrReaderSettings settings{};
+    std::snprintf(settings.DeviceFolder, sizeof settings.DeviceFolder, "%s", capture::emptyDevice().c_str());
     ZyrReader_CameraInitialise(&settings, 1, 0); // camera, 2
 }
 void startParsing() { ZyrReader_ParseInitialise(); } // parse, 2

@@ -1,7 +1,9 @@
+#include "CaptureFixtures.h"
 #include "ZyrReaderLowLevelAPI.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstring>
 #include <ostream>
 #include <set>
@@ -16,7 +18,11 @@ struct ServiceCalls {
     int32_t (*stop)();
 };
 
-int32_t startCamera(ZyrReaderSettings* s) { return ZyrReader_CameraInitialise(s, 7, 0); }
+int32_t startCamera(ZyrReaderSettings* s) {
+    if (s != nullptr)
+        std::snprintf(s->DeviceFolder, sizeof s->DeviceFolder, "%s", capture::emptyDevice().c_str());
+    return ZyrReader_CameraInitialise(s, 7, 0);
+}
 int32_t startImageProcessing(ZyrReaderSettings* s) {
     return ZyrReader_ImageProcessingInitialise(s, 0, s ? &s->ImageProcessing : nullptr);
 }

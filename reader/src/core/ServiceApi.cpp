@@ -9,16 +9,9 @@ using namespace zyr;
 
 extern "C" {
 
-ZYRREADER_API int32_t ZyrReader_CameraInitialise(ZyrReaderSettings* settings, uint64_t device, uint32_t flags) {
-    (void)flags; // reserved
-    if (settings == nullptr)
-        return ZYR_ERR_BAD_ARGUMENT;
-    return CameraService::instance().initialise(*settings, device);
-}
+// Starting and stopping the camera opens and closes the virtual device: see capture/CameraApi.cpp.
 
 ZYRREADER_API bool ZyrReader_IsCameraInitialised(void) { return CameraService::instance().initialised(); }
-
-ZYRREADER_API int32_t ZyrReader_CameraShutdown(void) { return CameraService::instance().shutdown(); }
 
 ZYRREADER_API int32_t ZyrReader_ImageProcessingInitialise(ZyrReaderSettings* settings, uint64_t device,
                                                           ZyrImageProcessingSettings* processing) {

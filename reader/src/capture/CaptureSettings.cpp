@@ -1,0 +1,33 @@
+#include "capture/CaptureSettings.h"
+
+#include "core/CameraService.h"
+#include "core/SettingsLoader.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace zyr {
+
+ZyrReaderSettings CaptureSettings::effective(const ZyrReaderSettings* given) {
+    if (given != nullptr)
+        return *given;
+    if (CameraService::instance().initialised())
+        return CameraService::instance().settings();
+    ZyrReaderSettings defaults;
+    SettingsLoader::fillDefaults(defaults);
+    return defaults;
+}
+
+double CaptureSettings::threshold(const ZyrReaderSettings& settings) {
+    const double value = settings.DarkObjectDetect ? settings.DarkObjectValue : settings.VisibleParameters.DetectThreshold;
+    return std::isfinite(value) ? value : 0;
+}
+
+FindParameters CaptureSettings::find(const ZyrReaderSettings& settings, const ZyrLocateSettings* locate) {
+    FindParameters find;
+    find.threshold = threshold(settings);
+    find.minimumArea = std::max<int64_t>(1, locate != nullptr ? locate->MinimumArea : settings.Locate.MinimumArea);
+    return find;
+}
+
+} // namespace zyr

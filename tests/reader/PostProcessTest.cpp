@@ -1,0 +1,355 @@
+// Post-processing of snapshots: finding the card on the platen and what each option bit does.
+#include "CaptureFixtures.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <ostream>
+
+namespace {
+
+using capture::Card;
+using capture::Corner;
+using capture::Delivered;
+using capture::GreyView;
+
+// One card, 400 x 250, on a 640 x 480 platen, marker top-left.
+const Card kCard{100, 120, 400, 250};
+
+class PostProcess : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_EQ(ZyrReader_ImageProcessingInitialise(nullptr, 0, &processing), ZYR_OK);
+        settings.VisibleParameters.DetectThreshold = 60;
+        settings.DarkObjectValue = 40;
+        settings.Locate.MinimumArea = 2000;
+        settings.Process.DenoiseRadius = 1;
+    }
+    void TearDown() override { ZyrReader_DestroyCachedData(); }
+
+    int32_t process(const ZyrImage* snapshot, uint32_t options, Delivered& out, ZyrLocation* location = nullptr,
+                    uint32_t border = 0, float scale = 0, bool colour = false) {
+        return ZyrReader_ImagePostProcessImage(true, snapshot, ZYR_LIGHT_VISIBLE, 300, colour, options, 0, border,
+                                               scale, &settings, nullptr, location, Delivered::callback, &out, 0,
+                                               nullptr, nullptr);
+    }
+    int32_t processTwoSided(const ZyrImage* snapshot, uint32_t options, Delivered& out, ZyrLocation* side1,
+                            ZyrLocation* side2, ZyrSideSettings* side = nullptr) {
+        return ZyrReader_ImagePostProcessImageTwoSided(true, snapshot, ZYR_LIGHT_VISIBLE, 300, false, options, 0, 0, 0,
+                                                       &settings, nullptr, side1, side2, Delivered::callback, &out, 0,
+                                                       nullptr, nullptr, side);
+    }
+
+    ZyrImageProcessingSettings processing{};
+    ZyrReaderSettings settings{};
+};
+
+struct OptionCase {
+    const char* name;
+    uint32_t options;
+    uint32_t border;
+    float scale;
+    int width, height; // of the processed image
+    Corner marker;
+};
+
+void PrintTo(const OptionCase& c, std::ostream* out) { *out << c.name; }
+
+class PostProcessOptions : public PostProcess, public ::testing::WithParamInterface<OptionCase> {};
+
+TEST_P(PostProcessOptions, GivesTheImageTheOptionsAskFor) {
+    const OptionCase& c = GetParam();
+    const GreyView snapshot(capture::scene(640, 480, {kCard}));
+    Delivered out;
+    ASSERT_EQ(process(snapshot.image(), c.options, out, nullptr, c.border, c.scale), ZYR_OK);
+    ASSERT_EQ(out.images.size(), 1u);
+    const ZyrImage& image = *out.images[0].image;
+    EXPECT_EQ(image.Width, c.width);
+    EXPECT_EQ(image.Height, c.height);
+    EXPECT_EQ(image.PixelFormat, ZYR_PIXEL_GREY8);
+    EXPECT_EQ(capture::markerCorner(image), c.marker) << capture::cornerName(capture::markerCorner(image));
+    EXPECT_EQ(out.images[0].side, 0);
+    EXPECT_EQ(out.images[0].lightMask, ZYR_LIGHT_VISIBLE);
+}
+
+constexpr uint32_t kLocate = ZYR_OPT_LOCATE;
+constexpr uint32_t kCrop = ZYR_OPT_LOCATE | ZYR_OPT_CROP;
+
+INSTANTIATE_TEST_SUITE_P(
+    Options, PostProcessOptions,
+    ::testing::Values(
+        OptionCase{"nothing_keeps_the_frame", 0, 0, 0, 640, 480, Corner::TopLeft},
+        OptionCase{"locate_alone_does_not_cut", kLocate, 0, 0, 640, 480, Corner::TopLeft},
+        OptionCase{"crop_without_locate_has_nothing_to_cut_to", ZYR_OPT_CROP, 0, 0, 640, 480, Corner::TopLeft},
+        OptionCase{"crop_both", kCrop, 0, 0, 400, 250, Corner::TopLeft},
+        OptionCase{"crop_width_only", kLocate | ZYR_OPT_CROP_WIDTH, 0, 0, 400, 480, Corner::TopLeft},
+        OptionCase{"crop_height_only", kLocate | ZYR_OPT_CROP_HEIGHT, 0, 0, 640, 250, Corner::TopLeft},
+        OptionCase{"border_kept_around_the_crop", kCrop, 10, 0, 420, 270, Corner::TopLeft},
+        OptionCase{"border_stops_at_the_frame", kCrop, 500, 0, 640, 480, Corner::TopLeft},
+        OptionCase{"rotate_90_clockwise", kCrop | ZYR_OPT_ROTATE_90, 0, 0, 250, 400, Corner::TopRight},
+        OptionCase{"rotate_180", kCrop | ZYR_OPT_ROTATE_180, 0, 0, 400, 250, Corner::BottomRight},
+        OptionCase{"both_rotations_make_270", kCrop | ZYR_OPT_ROTATE_90 | ZYR_OPT_ROTATE_180, 0, 0, 250, 400,
+                   Corner::BottomLeft},
+        OptionCase{"mirror_horizontal", kCrop | ZYR_OPT_MIRROR_H, 0, 0, 400, 250, Corner::TopRight},
+        OptionCase{"mirror_vertical", kCrop | ZYR_OPT_MIRROR_V, 0, 0, 400, 250, Corner::BottomLeft},
+        OptionCase{"scale_half", kCrop, 0, 0.5f, 200, 125, Corner::TopLeft},
+        OptionCase{"scale_one_is_none", kCrop, 0, 1.0f, 400, 250, Corner::TopLeft},
+        OptionCase{"scale_negative_is_none", kCrop, 0, -2.0f, 400, 250, Corner::TopLeft},
+        OptionCase{"scale_nan_is_none", kCrop, 0, std::nanf(""), 400, 250, Corner::TopLeft},
+        OptionCase{"greyscale_sharpen_extra_keep_the_size", kCrop | ZYR_OPT_GREYSCALE | ZYR_OPT_SHARPEN | ZYR_OPT_EXTRA,
+                   0, 0, 400, 250, Corner::TopLeft}),
+    [](const ::testing::TestParamInfo<OptionCase>& info) { return info.param.name; });
+
+TEST_F(PostProcess, LocatingReportsWhereTheCardLies) {
+    const GreyView snapshot(capture::scene(640, 480, {kCard}));
+    Delivered out;
+    alignas(4) ZyrLocation location{};
+    ASSERT_EQ(process(snapshot.image(), kLocate, out, &location), ZYR_OK);
+    EXPECT_EQ(location.Left, kCard.left);
+    EXPECT_EQ(location.Top, kCard.top);
+    EXPECT_EQ(location.Width, kCard.width);
+    EXPECT_EQ(location.Height, kCard.height);
+    EXPECT_EQ(location.AngleTenths, 0);
+}
+
+TEST_F(PostProcess, AGivenLocationIsCutWithoutSearching) {
+    // The location wins over the picture: the crop is exactly the rectangle given.
+    const GreyView snapshot(capture::scene(640, 480, {kCard}));
+    Delivered out;
+    alignas(4) ZyrLocation location{50, 60, 300, 200, 0};
+    ASSERT_EQ(process(snapshot.image(), ZYR_OPT_CROP, out, &location), ZYR_OK);
+    ASSERT_EQ(out.images.size(), 1u);
+    EXPECT_EQ(out.images[0].image->Width, 300);
+    EXPECT_EQ(out.images[0].image->Height, 200);
+    EXPECT_EQ(location.Left, 50) << "a given location is left as it was";
+}
+
+TEST_F(PostProcess, ALocationOutsideTheFrameIsSearchedFor) {
+    const GreyView snapshot(capture::scene(640, 480, {kCard}));
+    Delivered out;
+    alignas(4) ZyrLocation location{5000, 5000, 300, 200, 0};
+    ASSERT_EQ(process(snapshot.image(), kCrop, out, &location), ZYR_OK);
+    ASSERT_EQ(out.images.size(), 1u);
+    EXPECT_EQ(out.images[0].image->Width, kCard.width);
+    EXPECT_EQ(location.Left, kCard.left);
+}
+
+struct SceneCase {
+    const char* name;
+    std::vector<Card> cards;
+    uint8_t platen;
+    bool darkObject; // settings' dark-object detection
+    int32_t expected;
+    int width, height; // of the crop when found
+};
+
+void PrintTo(const SceneCase& c, std::ostream* out) { *out << c.name; }
+
+class PostProcessScenes : public PostProcess, public ::testing::WithParamInterface<SceneCase> {};
+
+TEST_P(PostProcessScenes, FindsTheLargestDocumentOrNothing) {
+    const SceneCase& c = GetParam();
+    settings.DarkObjectDetect = c.darkObject;
+    const GreyView snapshot(capture::scene(640, 480, c.cards, c.platen));
+    Delivered out;
+    ASSERT_EQ(process(snapshot.image(), kCrop, out), c.expected);
+    if (c.expected != ZYR_OK) {
+        EXPECT_TRUE(out.images.empty()) << "no image is handed out on failure";
+        return;
+    }
+    ASSERT_EQ(out.images.size(), 1u);
+    EXPECT_EQ(out.images[0].image->Width, c.width);
+    EXPECT_EQ(out.images[0].image->Height, c.height);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Scenes, PostProcessScenes,
+    ::testing::Values(
+        SceneCase{"empty_platen", {}, capture::kPlaten, false, ZYR_ERR_NO_DOCUMENT, 0, 0},
+        SceneCase{"speck_below_the_minimum_area", {{300, 200, 30, 30}}, capture::kPlaten, false, ZYR_ERR_NO_DOCUMENT, 0,
+                  0},
+        SceneCase{"largest_of_two", {{20, 20, 150, 100}, {250, 150, 300, 200}}, capture::kPlaten, false, ZYR_OK, 300,
+                  200},
+        SceneCase{"card_touching_the_edge", {{0, 0, 300, 200}}, capture::kPlaten, false, ZYR_OK, 300, 200},
+        SceneCase{"dim_card_only_seen_with_dark_object_value", {{100, 100, 300, 200, 0, 50}}, 20, true, ZYR_OK, 300,
+                  200},
+        SceneCase{"dim_card_missed_with_the_normal_threshold", {{100, 100, 300, 200, 0, 50}}, 20, false,
+                  ZYR_ERR_NO_DOCUMENT, 0, 0},
+        SceneCase{"dark_document_on_a_light_platen", {{100, 100, 300, 200, 0, 15}}, 200, false, ZYR_OK, 300, 200}),
+    [](const ::testing::TestParamInfo<SceneCase>& info) { return info.param.name; });
+
+TEST_F(PostProcess, AThresholdOfZeroIsChosenFromThePicture) {
+    settings.VisibleParameters.DetectThreshold = 0;
+    const GreyView snapshot(capture::scene(640, 480, {kCard}));
+    Delivered out;
+    ASSERT_EQ(process(snapshot.image(), kCrop, out), ZYR_OK);
+    EXPECT_EQ(out.images.at(0).image->Width, kCard.width);
+}
+
+TEST_F(PostProcess, DeskewStraightensATiltedCard) {
+    const Card tilted{170, 140, 300, 190, 12};
+    const GreyView snapshot(capture::scene(640, 480, {tilted}));
+    Delivered plain, straight;
+    alignas(4) ZyrLocation location{};
+    ASSERT_EQ(process(snapshot.image(), kCrop, plain, &location), ZYR_OK);
+    EXPECT_NEAR(location.AngleTenths, 120, 10);
+    // Without deskew the crop is the tilted card's bounding box, much larger than the card.
+    EXPECT_GT(plain.images.at(0).image->Width, 330);
+    EXPECT_GT(plain.images.at(0).image->Height, 230);
+
+    alignas(4) ZyrLocation again{};
+    ASSERT_EQ(process(snapshot.image(), kCrop | ZYR_OPT_DESKEW, straight, &again), ZYR_OK);
+    const ZyrImage& image = *straight.images.at(0).image;
+    EXPECT_NEAR(image.Width, tilted.width, 6);
+    EXPECT_NEAR(image.Height, tilted.height, 6);
+    EXPECT_EQ(capture::markerCorner(image), Corner::TopLeft);
+    // Straightened and cut, the image is card: at most a thin seam of platen is left.
+    EXPECT_GT(capture::meanLevel(image), capture::kCard - 12);
+}
+
+TEST_F(PostProcess, ColourIsKeptOnlyWhenAskedAndNotGreyscale) {
+    fixtures::Picture picture = capture::scene(640, 480, {kCard});
+    std::vector<uint8_t> rgb;
+    for (const fixtures::Rgba& c : picture.pixels) {
+        rgb.push_back(c.r);
+        rgb.push_back(uint8_t(c.g / 2)); // a colour card: red and blue differ from green
+        rgb.push_back(c.b);
+    }
+    const ZyrImage snapshot{640, 480, 640 * 3, ZYR_PIXEL_RGB24, rgb.data()};
+    const struct {
+        bool colour;
+        uint32_t extra;
+        int32_t format;
+    } cases[] = {{true, 0, ZYR_PIXEL_RGB24}, {false, 0, ZYR_PIXEL_GREY8}, {true, ZYR_OPT_GREYSCALE, ZYR_PIXEL_GREY8}};
+    for (const auto& c : cases) {
+        Delivered out;
+        ASSERT_EQ(process(&snapshot, kCrop | c.extra, out, nullptr, 0, 0, c.colour), ZYR_OK);
+        ASSERT_EQ(out.images.size(), 1u);
+        EXPECT_EQ(out.images[0].image->PixelFormat, c.format) << "colour " << c.colour << " extra " << c.extra;
+        if (c.format == ZYR_PIXEL_RGB24) {
+            const uint8_t* centre = out.images[0].image->Pixels + 125 * out.images[0].image->Stride + 200 * 3;
+            EXPECT_EQ(centre[0], capture::kCard);
+            EXPECT_EQ(centre[1], capture::kCard / 2);
+        }
+    }
+}
+
+TEST_F(PostProcess, NormaliseStretchesTheLevels) {
+    fixtures::Picture picture = capture::scene(640, 480, {}, 100);
+    for (int y = 0; y < 480; ++y)
+        for (int x = 0; x < 640; ++x) {
+            const uint8_t v = uint8_t(100 + x * 50 / 640); // a faint ramp from 100 to 149
+            picture.at(x, y) = {v, v, v, 255};
+        }
+    const GreyView snapshot(picture);
+    Delivered out;
+    ASSERT_EQ(process(snapshot.image(), ZYR_OPT_NORMALISE, out), ZYR_OK);
+    const ZyrImage& image = *out.images.at(0).image;
+    EXPECT_LE(image.Pixels[0], 5);
+    EXPECT_GE(image.Pixels[639], 250);
+}
+
+TEST_F(PostProcess, TwoSidedDeliversSideOneThenSideTwo) {
+    // Side 1 in the left half with its marker top-left; side 2 in the right half, turned over.
+    fixtures::Picture frame = capture::scene(1280, 480, {kCard, {740, 100, 380, 240}});
+    Delivered out;
+    alignas(4) ZyrLocation side1{}, side2{};
+    const GreyView snapshot(frame);
+    ASSERT_EQ(processTwoSided(snapshot.image(), kCrop | ZYR_OPT_TWO_SIDED, out, &side1, &side2), ZYR_OK);
+    ASSERT_EQ(out.images.size(), 2u);
+    EXPECT_EQ(out.images[0].side, 1);
+    EXPECT_EQ(out.images[1].side, 2);
+    EXPECT_EQ(out.images[0].index, 0);
+    EXPECT_EQ(out.images[1].index, 1);
+    EXPECT_EQ(out.images[0].image->Width, 400);
+    EXPECT_EQ(out.images[1].image->Width, 380);
+    EXPECT_EQ(side1.Left, 100);
+    EXPECT_EQ(side2.Left, 740) << "side 2 is located in the frame's coordinates";
+}
+
+TEST_F(PostProcess, TwoSidedTurnsAMirroredBackRoundAgain) {
+    // The back camera sees side 2 mirrored: its marker in the top-right of the card.
+    fixtures::Picture frame = capture::scene(1280, 480, {kCard});
+    const fixtures::Picture back = capture::scene(640, 480, {kCard});
+    for (int y = 0; y < 480; ++y)
+        for (int x = 0; x < 640; ++x)
+            frame.at(640 + x, y) = back.at(639 - x, y);
+    const GreyView snapshot(frame);
+    for (int32_t mirrored : {0, 1}) {
+        ZyrSideSettings side{};
+        side.MirrorBackSide = mirrored;
+        Delivered out;
+        alignas(4) ZyrLocation side1{}, side2{};
+        ASSERT_EQ(processTwoSided(snapshot.image(), kCrop, out, &side1, &side2, &side), ZYR_OK);
+        ASSERT_EQ(out.images.size(), 2u);
+        EXPECT_EQ(capture::markerCorner(*out.images[1].image), mirrored ? Corner::TopLeft : Corner::TopRight)
+            << "mirrored " << mirrored;
+        EXPECT_EQ(side2.Left, 640 + 640 - kCard.left - kCard.width) << "the location stays in frame coordinates";
+    }
+}
+
+TEST_F(PostProcess, TwoSidedWithOneEmptySideDeliversThatHalfWhole) {
+    const GreyView snapshot(capture::scene(1280, 480, {kCard}));
+    Delivered out;
+    alignas(4) ZyrLocation side1{}, side2{};
+    ASSERT_EQ(processTwoSided(snapshot.image(), kCrop, out, &side1, &side2), ZYR_OK);
+    ASSERT_EQ(out.images.size(), 2u);
+    EXPECT_EQ(out.images[0].image->Width, 400);
+    EXPECT_EQ(out.images[1].image->Width, 640);
+    EXPECT_EQ(out.images[1].image->Height, 480);
+    EXPECT_EQ(side2.Width, 0) << "nothing found, nothing reported";
+}
+
+TEST_F(PostProcess, TwoSidedWithBothSidesEmptyFails) {
+    const GreyView snapshot(capture::scene(1280, 480, {}));
+    Delivered out;
+    alignas(4) ZyrLocation side1{}, side2{};
+    EXPECT_EQ(processTwoSided(snapshot.image(), kCrop, out, &side1, &side2), ZYR_ERR_NO_DOCUMENT);
+    EXPECT_TRUE(out.images.empty());
+}
+
+TEST_F(PostProcess, BadCallsAreRefused) {
+    const GreyView snapshot(capture::scene(64, 48, {}));
+    ZyrImage noPixels = *snapshot.image();
+    noPixels.Pixels = nullptr;
+    ZyrImage badFormat = *snapshot.image();
+    badFormat.PixelFormat = 2;
+    ZyrImage shortStride = *snapshot.image();
+    shortStride.Stride = 10;
+    Delivered out;
+    const ZyrImage* const images[] = {nullptr, &noPixels, &badFormat, &shortStride};
+    for (const ZyrImage* image : images) {
+        EXPECT_EQ(process(image, 0, out), ZYR_ERR_BAD_ARGUMENT);
+        EXPECT_EQ(processTwoSided(image, 0, out, nullptr, nullptr), ZYR_ERR_BAD_ARGUMENT);
+    }
+    EXPECT_EQ(ZyrReader_ImagePostProcessImage(true, snapshot.image(), 1, 0, false, 0, 0, 0, 0, &settings, nullptr,
+                                              nullptr, nullptr, nullptr, 0, nullptr, nullptr),
+              ZYR_ERR_BAD_ARGUMENT)
+        << "no callback to hand the image to";
+    EXPECT_TRUE(out.images.empty());
+}
+
+TEST_F(PostProcess, NeedsTheImageProcessingService) {
+    ASSERT_EQ(ZyrReader_ImageProcessingShutdown(), ZYR_OK);
+    const GreyView snapshot(capture::scene(640, 480, {kCard}));
+    Delivered out;
+    EXPECT_EQ(process(snapshot.image(), kCrop, out), ZYR_ERR_NOT_INITIALISED);
+    EXPECT_EQ(processTwoSided(snapshot.image(), kCrop, out, nullptr, nullptr), ZYR_ERR_NOT_INITIALISED);
+    EXPECT_TRUE(out.images.empty());
+}
+
+TEST_F(PostProcess, ProcessedImagesAreLibraryObjects) {
+    const GreyView snapshot(capture::scene(640, 480, {kCard}));
+    ZyrImage* image = nullptr;
+    auto keep = [](void* user, int32_t, int32_t, uint32_t, ZyrImage* delivered) {
+        *static_cast<ZyrImage**>(user) = delivered;
+    };
+    ASSERT_EQ(ZyrReader_ImagePostProcessImage(true, snapshot.image(), 1, 0, false, kCrop, 0, 0, 0, &settings, nullptr,
+                                              nullptr, keep, &image, 0, nullptr, nullptr),
+              ZYR_OK);
+    ASSERT_NE(image, nullptr);
+    EXPECT_EQ(ZyrReader_DestroyCachedObject(image), ZYR_OK);
+    EXPECT_EQ(ZyrReader_DestroyCachedObject(image), ZYR_ERR_UNKNOWN_HANDLE);
+}
+
+} // namespace

@@ -1,0 +1,378 @@
+// The virtual reader: device folders, the document feed, cancel, removal and snapshots.
+#include "CaptureFixtures.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <functional>
+#include <future>
+#include <ostream>
+
+namespace {
+
+namespace fs = std::filesystem;
+using capture::Card;
+using capture::Delivered;
+using capture::Device;
+using support::RecordingErrorHandler;
+using support::ScopedEnvironment;
+
+// Documents are told apart by where their card lies: document k has its card at left 40 + 20 k.
+fixtures::Picture document(int k, int width = 640) { return capture::scene(width, 480, {{40 + 20 * k, 100, 400, 250}}); }
+int documentOf(const ZyrLocation& location) { return location.Width > 0 ? (location.Left - 40) / 20 : -1; }
+
+const char* const kQuickDevice = "[Feed]\nRemovalTimeMs=0\n";
+
+class VirtualReaderTest : public ::testing::Test {
+protected:
+    void TearDown() override { ZyrReader_DestroyCachedData(); }
+
+    void start(const Device& device) {
+        settings = device.settings();
+        ASSERT_EQ(ZyrReader_CameraInitialise(&settings, 0, 0), ZYR_OK);
+    }
+    int32_t detect(bool wait = true, int32_t timeoutMs = 0) {
+        side1 = side2 = ZyrLocation{};
+        flag = 0xEE;
+        return ZyrReader_CameraDetectDocumentTwoSidedEx(wait, timeoutMs, 0, &side1, &side2, &settings, &settings.Detect,
+                                                        &settings.Locate, 0, 0, 0, 0, 0, &settings.Process,
+                                                        &settings.Side, nullptr, 0, nullptr, true, true, &flag);
+    }
+    int32_t locate(uint8_t& present, ZyrFeedSettings* feed = nullptr, int32_t timeoutMs = 0) {
+        side1 = side2 = ZyrLocation{};
+        present = 0xEE;
+        return ZyrReader_LocateDocumentTwoSidedEx(0, timeoutMs, &side1, &side2, &present, &settings, &settings.Detect,
+                                                  &settings.Locate, true, 0, &settings.Process, &settings.Side, feed, 0,
+                                                  false, false, &flag);
+    }
+    int32_t snapshot(uint32_t light, Delivered& out) {
+        return ZyrReader_CameraTakeSnapshot(true, light, 15, &settings.VisibleParameters, &settings,
+                                            Delivered::callback, &out, 0, nullptr);
+    }
+    // Detects the next document and finishes with it at once; its number, or -1 - error.
+    int detectAndFinish() {
+        const int32_t result = detect(false);
+        if (result != ZYR_OK)
+            return -1 - result;
+        ZyrReader_DocumentProcessingComplete();
+        return documentOf(side1);
+    }
+
+    ZyrReaderSettings settings{};
+    alignas(4) ZyrLocation side1{}, side2{};
+    uint8_t flag = 0;
+};
+
+struct StartCase {
+    const char* name;
+    std::function<std::string(support::TempFolder&)> prepare; // returns ZYRREADER_DEVICE ("" = unset)
+    int32_t expected;
+    const char* messagePart; // expected in the error handler's text
+};
+
+void PrintTo(const StartCase& c, std::ostream* out) { *out << c.name; }
+
+class CameraStart : public VirtualReaderTest, public ::testing::WithParamInterface<StartCase> {};
+
+TEST_P(CameraStart, OpensTheDeviceFolderOrSaysWhyNot) {
+    const StartCase& c = GetParam();
+    support::TempFolder folder;
+    const std::string variable = c.prepare(folder);
+    ScopedEnvironment device("ZYRREADER_DEVICE", variable.empty() ? nullptr : variable.c_str());
+    RecordingErrorHandler errors;
+    ZyrReaderSettings startSettings{};
+    EXPECT_EQ(ZyrReader_CameraInitialise(&startSettings, 0, 0), c.expected);
+    EXPECT_EQ(ZyrReader_IsCameraInitialised(), c.expected == ZYR_OK);
+    if (c.expected == ZYR_OK) {
+        EXPECT_TRUE(errors.codes().empty());
+        return;
+    }
+    ASSERT_EQ(errors.codes().size(), 1u);
+    EXPECT_EQ(errors.codes()[0], c.expected);
+    EXPECT_NE(errors.messages()[0].find(c.messagePart), std::string::npos) << errors.messages()[0];
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Devices, CameraStart,
+    ::testing::Values(
+        StartCase{"no_device_named", [](support::TempFolder&) { return std::string(); }, ZYR_ERR_NO_READER,
+                  "ZYRREADER_DEVICE"},
+        StartCase{"folder_without_device_ini", [](support::TempFolder& f) { return f.path(); }, ZYR_ERR_DEVICE,
+                  "device.ini"},
+        StartCase{"missing_folder", [](support::TempFolder& f) { return f.file("gone"); }, ZYR_ERR_DEVICE, "/gone/"},
+        StartCase{"no_documents_folder",
+                  [](support::TempFolder& f) {
+                      support::writeText(f.file("device.ini"), "");
+                      return f.path();
+                  },
+                  ZYR_ERR_DEVICE, "/documents/"},
+        StartCase{"documents_named_by_the_device",
+                  [](support::TempFolder& f) {
+                      fs::create_directory(f.file("cards"));
+                      support::writeText(f.file("device.ini"), "[Documents]\nFolder=cards\n");
+                      return f.path();
+                  },
+                  ZYR_OK, ""},
+        StartCase{"named_documents_folder_missing",
+                  [](support::TempFolder& f) {
+                      fs::create_directory(f.file("documents"));
+                      support::writeText(f.file("device.ini"), "[Documents]\nFolder=/nonexistent/cards\n");
+                      return f.path();
+                  },
+                  ZYR_ERR_DEVICE, "/nonexistent/cards/"}),
+    [](const ::testing::TestParamInfo<StartCase>& info) { return info.param.name; });
+
+TEST_F(VirtualReaderTest, TheSettingsDeviceFolderComesBeforeTheEnvironment) {
+    Device device(kQuickDevice);
+    device.add("a.png", document(3));
+    ScopedEnvironment other("ZYRREADER_DEVICE", "/nonexistent");
+    ZyrReaderSettings startSettings{};
+    std::snprintf(startSettings.DeviceFolder, sizeof startSettings.DeviceFolder, "%s", device.path().c_str());
+    ASSERT_EQ(ZyrReader_CameraInitialise(&startSettings, 0, 0), ZYR_OK);
+    EXPECT_EQ(detectAndFinish(), 3);
+}
+
+TEST_F(VirtualReaderTest, DetectsDocumentsInNameOrderOnce) {
+    Device device(kQuickDevice);
+    device.add("b.png", document(2));
+    device.add("a.png", document(1));
+    device.add("c.png", document(3));
+    device.add("a.ir.png", document(7)); // a light of document a, not a document
+    device.add("z.back.png", document(8)); // a back without its front is no document
+    device.addBytes("notes.txt", "not an image");
+    device.addBytes(".d.png", "hidden");
+    start(device);
+    EXPECT_EQ(detectAndFinish(), 1);
+    EXPECT_EQ(detectAndFinish(), 2);
+    EXPECT_EQ(detectAndFinish(), 3);
+    EXPECT_EQ(detect(false), ZYR_ERR_NO_DOCUMENT) << "every document was delivered";
+    EXPECT_EQ(detect(true, 50), ZYR_ERR_NO_DOCUMENT) << "a time limit ends the wait";
+}
+
+TEST_F(VirtualReaderTest, PicksUpDocumentsThatArriveLater) {
+    Device device(kQuickDevice);
+    device.add("m.png", document(1));
+    start(device);
+    EXPECT_EQ(detectAndFinish(), 1);
+    // A later file named before the last delivered one still counts as new.
+    device.add("a.png", document(2));
+    EXPECT_EQ(detectAndFinish(), 2);
+
+    auto waiting = std::async(std::launch::async, [this] { return detect(); });
+    device.add("x.png", document(4));
+    ASSERT_EQ(waiting.get(), ZYR_OK);
+    EXPECT_EQ(documentOf(side1), 4);
+}
+
+TEST_F(VirtualReaderTest, AnArrivingDocumentWaitsForTheArrivalDelay) {
+    Device device("[Feed]\nRemovalTimeMs=0\nArrivalDelayMs=3600000\n");
+    device.add("a.png", document(1));
+    start(device);
+    EXPECT_EQ(detect(false), ZYR_ERR_NO_DOCUMENT);
+}
+
+TEST_F(VirtualReaderTest, ACancelIsKeptUntilADetectionTakesIt) {
+    Device device(kQuickDevice);
+    device.add("a.png", document(1));
+    start(device);
+    EXPECT_EQ(ZyrReader_CameraCancelQueue(), ZYR_OK);
+    EXPECT_EQ(ZyrReader_CameraCancelQueue(), ZYR_OK) << "a second cancel is no second pending cancel";
+    EXPECT_EQ(detect(), ZYR_ERR_CANCELLED) << "even with a document waiting";
+    EXPECT_EQ(detectAndFinish(), 1);
+}
+
+TEST_F(VirtualReaderTest, ACancelIsKeptUntilALocationTakesIt) {
+    Device device(kQuickDevice);
+    start(device);
+    uint8_t present = 0;
+    EXPECT_EQ(ZyrReader_CameraCancelQueue(), ZYR_OK);
+    EXPECT_EQ(locate(present), ZYR_ERR_CANCELLED);
+    EXPECT_EQ(present, 0xEE) << "a cancelled call leaves its results alone";
+    EXPECT_EQ(locate(present), ZYR_OK);
+    EXPECT_EQ(present, 0);
+}
+
+TEST_F(VirtualReaderTest, ACancelEndsAWaitingDetection) {
+    Device device(kQuickDevice);
+    start(device);
+    auto waiting = std::async(std::launch::async, [this] { return detect(); });
+    ASSERT_EQ(ZyrReader_CameraCancelQueue(), ZYR_OK);
+    EXPECT_EQ(waiting.get(), ZYR_ERR_CANCELLED);
+}
+
+TEST_F(VirtualReaderTest, ShutdownEndsAWaitingDetectionAndLaterCalls) {
+    Device device(kQuickDevice);
+    start(device);
+    auto waiting = std::async(std::launch::async, [this] { return detect(); });
+    ASSERT_EQ(ZyrReader_CameraShutdown(), ZYR_OK);
+    EXPECT_EQ(waiting.get(), ZYR_ERR_NOT_INITIALISED);
+    uint8_t present = 0;
+    Delivered out;
+    EXPECT_EQ(detect(false), ZYR_ERR_NOT_INITIALISED);
+    EXPECT_EQ(locate(present), ZYR_ERR_NOT_INITIALISED);
+    EXPECT_EQ(snapshot(ZYR_LIGHT_VISIBLE, out), ZYR_ERR_NOT_INITIALISED);
+    EXPECT_EQ(ZyrReader_CameraCancelQueue(), ZYR_ERR_NOT_INITIALISED);
+    EXPECT_EQ(ZyrReader_InsertDocument(), ZYR_ERR_NOT_INITIALISED);
+    EXPECT_EQ(ZyrReader_DocumentProcessingComplete(), ZYR_ERR_NOT_INITIALISED);
+    EXPECT_EQ(ZyrReader_CameraShutdown(), ZYR_ERR_NOT_INITIALISED);
+}
+
+TEST_F(VirtualReaderTest, ADocumentIsPresentUntilDoneWithAndRemoved) {
+    Device device("[Feed]\nRemovalTimeMs=3600000\n");
+    device.add("a.png", document(1));
+    device.add("b.png", document(2));
+    start(device);
+    uint8_t present = 0;
+    ASSERT_EQ(locate(present), ZYR_OK);
+    EXPECT_EQ(present, 0) << "nothing on the platen yet";
+    ASSERT_EQ(detect(), ZYR_OK);
+    alignas(4) const ZyrLocation detected = side1;
+    ASSERT_EQ(locate(present), ZYR_OK);
+    EXPECT_EQ(present, 1);
+    ASSERT_EQ(ZyrReader_DocumentProcessingComplete(), ZYR_OK);
+    ASSERT_EQ(locate(present), ZYR_OK);
+    EXPECT_EQ(present, 1) << "done with, but not yet taken away";
+    EXPECT_EQ(side1.Left, detected.Left);
+    EXPECT_EQ(side1.Width, detected.Width);
+    // Still lying there: the camera sees the same document again, not the next one.
+    ASSERT_EQ(detect(false), ZYR_OK);
+    EXPECT_EQ(documentOf(side1), 1);
+
+    ASSERT_EQ(ZyrReader_DocumentProcessingComplete(), ZYR_OK);
+    ZyrFeedSettings quick{};
+    quick.RemovalTimeMs = 0;
+    ASSERT_EQ(locate(present, &quick), ZYR_OK);
+    EXPECT_EQ(present, 0) << "the caller's removal time counts";
+}
+
+TEST_F(VirtualReaderTest, LocationCanWaitForTheDocumentToBeTakenAway) {
+    Device device(kQuickDevice);
+    device.add("a.png", document(1));
+    start(device);
+    ASSERT_EQ(detect(), ZYR_OK);
+    ASSERT_EQ(ZyrReader_DocumentProcessingComplete(), ZYR_OK);
+    ZyrFeedSettings feed{};
+    feed.RemovalTimeMs = 50;
+    uint8_t present = 0;
+    ASSERT_EQ(locate(present, &feed, 60000), ZYR_OK);
+    EXPECT_EQ(present, 0);
+}
+
+TEST_F(VirtualReaderTest, DetectionFillsBothSidesAndTheDarkObjectFlag) {
+    Device device("[Device]\nTwoSided=1\n[Feed]\nRemovalTimeMs=0\n");
+    device.add("a.png", document(1));
+    device.add("a.back.png", capture::scene(600, 400, {{100, 80, 380, 240}}));
+    start(device);
+    ASSERT_EQ(detect(), ZYR_OK);
+    EXPECT_EQ(flag, 0);
+    EXPECT_EQ(documentOf(side1), 1);
+    EXPECT_EQ(side2.Left, 640 + 100) << "side 2 lies in the right half of the frame";
+    EXPECT_EQ(side2.Width, 380);
+    ASSERT_EQ(ZyrReader_DocumentProcessingComplete(), ZYR_OK);
+
+    settings.DarkObjectDetect = 1;
+    ASSERT_EQ(ZyrReader_CameraUpdateSettings(&settings), ZYR_OK);
+    device.add("b.png", document(2));
+    ASSERT_EQ(detect(), ZYR_OK);
+    EXPECT_EQ(flag, 1);
+    EXPECT_EQ(side2.Width, 0) << "a document without a back";
+}
+
+TEST_F(VirtualReaderTest, UpdatingSettingsNeedsTheCamera) {
+    ZyrReaderSettings s{};
+    EXPECT_EQ(ZyrReader_CameraUpdateSettings(&s), ZYR_ERR_NOT_INITIALISED);
+    EXPECT_EQ(ZyrReader_CameraUpdateSettings(nullptr), ZYR_ERR_BAD_ARGUMENT);
+    Device device(kQuickDevice);
+    start(device);
+    EXPECT_EQ(ZyrReader_CameraUpdateSettings(&s), ZYR_OK);
+}
+
+TEST_F(VirtualReaderTest, SnapshotShowsTheDocumentUnderTheLightAskedFor) {
+    Device device(kQuickDevice);
+    fixtures::Picture colour = document(1);
+    for (fixtures::Rgba& c : colour.pixels)
+        c.g = uint8_t(c.g / 2);
+    device.addColour("a.png", colour);
+    device.add("a.ir.png", capture::scene(640, 480, {}, 99)); // its own infrared image
+    device.addColour("b.png", colour);
+    start(device);
+    Delivered none;
+    EXPECT_EQ(snapshot(ZYR_LIGHT_VISIBLE, none), ZYR_ERR_NO_DOCUMENT) << "nothing on the platen";
+    EXPECT_TRUE(none.images.empty());
+
+    ASSERT_EQ(detect(), ZYR_OK);
+    Delivered visible, infrared;
+    ASSERT_EQ(snapshot(ZYR_LIGHT_VISIBLE | ZYR_LIGHT_UV, visible), ZYR_OK);
+    ASSERT_EQ(snapshot(ZYR_LIGHT_IR, infrared), ZYR_OK);
+    ASSERT_EQ(visible.images.size(), 1u);
+    EXPECT_EQ(visible.images[0].lightMask, ZYR_LIGHT_VISIBLE | ZYR_LIGHT_UV);
+    const ZyrImage& v = *visible.images[0].image;
+    ASSERT_EQ(v.PixelFormat, ZYR_PIXEL_RGB24);
+    const uint8_t* card = v.Pixels + 200 * v.Stride + 300 * 3;
+    EXPECT_EQ(card[0], capture::kCard);
+    EXPECT_EQ(card[1], capture::kCard / 2);
+    EXPECT_DOUBLE_EQ(capture::meanLevel(*infrared.images.at(0).image), 99) << "the document's own infrared file";
+    ZyrReader_DocumentProcessingComplete();
+
+    ASSERT_EQ(detect(), ZYR_OK);
+    Delivered derivedIr, derivedUv;
+    ASSERT_EQ(snapshot(ZYR_LIGHT_IR, derivedIr), ZYR_OK);
+    ASSERT_EQ(snapshot(ZYR_LIGHT_UV, derivedUv), ZYR_OK);
+    const ZyrImage& ir = *derivedIr.images.at(0).image;
+    EXPECT_EQ(ir.PixelFormat, ZYR_PIXEL_GREY8) << "infrared is derived as grey levels";
+    EXPECT_EQ(ir.Pixels[200 * ir.Stride + 300], (299 * 220 + 587 * 110 + 114 * 220 + 500) / 1000);
+    const ZyrImage& uv = *derivedUv.images.at(0).image;
+    const uint8_t* glow = uv.Pixels + 200 * uv.Stride + 300 * 3;
+    EXPECT_GT(glow[2], glow[0]) << "ultraviolet has a blue cast";
+    EXPECT_LT(capture::meanLevel(uv), capture::meanLevel(v) / 2) << "and is dim";
+}
+
+TEST_F(VirtualReaderTest, TwoSidedSnapshotHoldsBothSidesInOneFrame) {
+    Device device("[Device]\nTwoSided=1\n[Feed]\nRemovalTimeMs=0\n");
+    device.add("a.png", document(1));
+    device.add("a.back.png", capture::scene(700, 400, {{100, 80, 380, 240}}));
+    start(device);
+    ASSERT_EQ(detect(), ZYR_OK);
+    Delivered frame;
+    ASSERT_EQ(snapshot(ZYR_LIGHT_VISIBLE, frame), ZYR_OK);
+    const ZyrImage& image = *frame.images.at(0).image;
+    EXPECT_EQ(image.Width, 1400) << "two halves as wide as the wider side";
+    EXPECT_EQ(image.Height, 480);
+    EXPECT_EQ(image.Pixels[300 * image.Stride + 300], capture::kCard);
+    EXPECT_EQ(image.Pixels[200 * image.Stride + 700 + 300], capture::kCard);
+    EXPECT_EQ(image.Pixels[450 * image.Stride + 700 + 300], capture::kPlaten) << "padding below the shorter side";
+}
+
+TEST_F(VirtualReaderTest, AnUnreadableDocumentIsReportedAndSkipped) {
+    Device device(kQuickDevice);
+    device.addBytes("a.png", "\x89PNG\r\n\x1a\n truncated");
+    device.add("b.png", document(2));
+    start(device);
+    RecordingErrorHandler errors;
+    EXPECT_EQ(detectAndFinish(), 2);
+    ASSERT_EQ(errors.codes().size(), 1u);
+    EXPECT_EQ(errors.codes()[0], ZYR_ERR_DEVICE);
+    EXPECT_NE(errors.messages()[0].find("document a"), std::string::npos) << errors.messages()[0];
+}
+
+TEST_F(VirtualReaderTest, ALostDocumentsFolderIsADeviceError) {
+    Device device(kQuickDevice);
+    start(device);
+    fs::remove_all(device.documents());
+    RecordingErrorHandler errors;
+    EXPECT_EQ(detect(), ZYR_ERR_DEVICE);
+    ASSERT_EQ(errors.codes().size(), 1u);
+    EXPECT_NE(errors.messages()[0].find(device.documents()), std::string::npos) << errors.messages()[0];
+}
+
+TEST_F(VirtualReaderTest, RestartingTheCameraStartsTheFeedAgain) {
+    Device device(kQuickDevice);
+    device.add("a.png", document(1));
+    start(device);
+    EXPECT_EQ(detectAndFinish(), 1);
+    ASSERT_EQ(ZyrReader_CameraCancelQueue(), ZYR_OK);
+    start(device);
+    EXPECT_EQ(detectAndFinish(), 1) << "a restart forgets what was delivered and any pending cancel";
+}
+
+} // namespace
