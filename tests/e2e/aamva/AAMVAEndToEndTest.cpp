@@ -1,0 +1,155 @@
+// Generated AAMVA payloads through the real reader library's parser into the dialog and both
+// exports: what the card says must come out the other end.
+#include "AamvaPayloadDescription.h"
+#include "AamvaPayloadWriter.h"
+#include "CAAMVADialog.h"
+#include "ExportTestSupport.h"
+#include "TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <QTreeWidget>
+
+#include <algorithm>
+#include <map>
+#include <string>
+#include <vector>
+
+using glyphor::samples::AamvaPayloadDescription;
+using glyphor::samples::AamvaPayloadWriter;
+
+namespace {
+
+// The file dialog answers with a scripted path; error boxes are collected.
+class ScriptedDialog : public CAAMVADialog {
+public:
+    QString nextPath;
+    std::vector<QString> errors;
+
+protected:
+    QString AskSavePath(const QString&) override { return nextPath; }
+    void ShowError(const QString& text) override { errors.push_back(text); }
+};
+
+struct Card {
+    int version;
+    bool canadian;
+};
+
+void PrintTo(const Card& c, std::ostream* os) {
+    *os << "v" << c.version << (c.canadian ? " Canada" : " USA");
+}
+
+// Every row of a group: name -> value (the first row of a name wins).
+std::map<std::string, std::string> Values(const QTreeWidget* list, int group) {
+    std::map<std::string, std::string> values;
+    const QTreeWidgetItem* g = list->topLevelItem(group);
+    for (int i = 0; g && i < g->childCount(); ++i)
+        values.emplace(g->child(i)->text(0).toStdString(), g->child(i)->text(2).toStdString());
+    return values;
+}
+
+bool HasLine(const std::string& file, const std::string& line) {
+    return file.find("\r\n" + line + "\r\n") != std::string::npos;
+}
+
+class AAMVAEndToEndTest : public ::testing::TestWithParam<Card> {
+protected:
+    static void TearDownTestSuite() { ZyrReader_DestroyCachedData(); }
+};
+
+TEST_P(AAMVAEndToEndTest, PayloadFieldsReachTheDialogAndBothExports) {
+    const AamvaPayloadDescription card =
+        AamvaPayloadDescription::typical(GetParam().version, GetParam().canadian);
+    const std::string payload = AamvaPayloadWriter::write(card);
+    const auto elements = AamvaPayloadWriter::elements(card);
+
+    ScriptedDialog dialog;
+    ASSERT_EQ(
+        dialog.Parse(reinterpret_cast<const uint8_t*>(payload.data()), static_cast<int32_t>(payload.size())),
+        0);
+    dialog.show();
+    const auto* list = dialog.findChild<QTreeWidget*>(CAAMVADialog::ControlName(CAAMVADialog::IDC_FIELDS));
+    ASSERT_NE(list, nullptr);
+
+    const auto header = Values(list, CAAMVADialog::HeaderGroup);
+    const auto parsed = Values(list, CAAMVADialog::ParsedGroup);
+    const std::string birth = "27 March 1984", expiry = "27 March 2027", issue = "05 November 2019";
+    EXPECT_EQ(header.at("IIN"), card.iin);
+    EXPECT_EQ(header.at("Version"), std::to_string(card.version));
+    EXPECT_EQ(parsed.at("LicenceNumber"), card.licenceNumber);
+    EXPECT_EQ(parsed.at("Surname"), card.familyName);
+    EXPECT_EQ(parsed.at("DateOfBirth"), birth);
+    EXPECT_EQ(parsed.at("ExpiryDate"), expiry);
+    EXPECT_EQ(parsed.at("IssueDate"), issue);
+    EXPECT_EQ(parsed.at("AddressCity"), card.city);
+    EXPECT_EQ(parsed.at("AddressStreet").rfind(card.street, 0), 0u) << parsed.at("AddressStreet");
+    EXPECT_EQ(parsed.at("ShortSex"), "F");
+    EXPECT_EQ(parsed.count("Height"), 1u);
+    // Versions 2 and 3 carry a weight range only, which is no measure.
+    const bool weightRange = card.version == 2 || card.version == 3;
+    EXPECT_EQ(parsed.count("Weight"), weightRange ? 0u : 1u);
+
+    // Every element of the payload, in the order written, ID in the second column.
+    const QTreeWidgetItem* items = list->topLevelItem(CAAMVADialog::DataItemsGroup);
+    ASSERT_EQ(items->childCount(), static_cast<int>(elements.size()));
+    for (int i = 0; i < items->childCount(); ++i)
+        EXPECT_EQ(items->child(i)->text(1).toStdString(), elements[static_cast<std::size_t>(i)].id) << i;
+
+    TempFolder folder;
+    ASSERT_TRUE(folder.ok());
+    const std::string textPath = folder.file("card.txt"), xmlPath = folder.file("card.xml");
+    dialog.nextPath = QString::fromStdString(textPath);
+    dialog.OnSaveAsText();
+    dialog.nextPath = QString::fromStdString(xmlPath);
+    dialog.OnSaveAsXml();
+    EXPECT_TRUE(dialog.errors.empty());
+
+    const std::string text = ReadFile(textPath);
+    EXPECT_EQ(text.substr(0, 9 + payload.size() + 2), "<AAMVA>\r\n" + payload + "\r\n");
+    for (const std::string& line : {"IIN\t" + card.iin, "LicenceNumber\t" + card.licenceNumber,
+                                    "Surname\t" + card.familyName, "DateOfBirth\t" + birth})
+        EXPECT_TRUE(HasLine(text, line)) << line;
+
+    const std::string xml = ReadFile(xmlPath);
+    EXPECT_EQ(XmlProblems(xmlPath), "");
+    for (const std::string& line :
+         {"\t\t<IIN>" + card.iin + "</IIN>", "\t\t<LicenceNumber>" + card.licenceNumber + "</LicenceNumber>",
+          "\t\t<Surname>" + card.familyName + "</Surname>", "\t\t<DateOfBirth>" + birth + "</DateOfBirth>",
+          "\t\t<Version>" + std::to_string(card.version) + "</Version>"})
+        EXPECT_TRUE(HasLine(xml, line)) << line;
+    // Data item lines: ID, the library's name for it, the value as it stood in the data.
+    std::size_t from = text.find("All Data Items\r\n");
+    for (const auto& element : elements) {
+        const std::size_t at = text.find("\r\n" + element.id + "\t", from);
+        ASSERT_NE(at, std::string::npos) << element.id;
+        const std::string line = text.substr(at + 2, text.find("\r\n", at + 2) - at - 2);
+        const std::string end = "\t" + element.value;
+        EXPECT_EQ(line.substr(line.size() - std::min(line.size(), end.size())), end) << line;
+        from = at + 2;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Versions, AAMVAEndToEndTest,
+                         ::testing::Values(Card{1, false}, Card{3, false}, Card{8, false}, Card{9, false},
+                                           Card{10, false}, Card{3, true}, Card{9, true}));
+
+TEST(AAMVAEndToEndErrors, BytesThatAreNotAAMVAGiveTheLibraryCode) {
+    struct {
+        std::string bytes;
+        int32_t code;
+    } const cases[] = {
+        {"", ZYR_ERR_AAMVA_EMPTY},
+        {"hello, world", ZYR_ERR_NOT_AAMVA},
+    };
+    for (const auto& c : cases) {
+        CAAMVADialog dialog;
+        EXPECT_EQ(dialog.Parse(reinterpret_cast<const uint8_t*>(c.bytes.data()),
+                               static_cast<int32_t>(c.bytes.size())),
+                  c.code)
+            << c.bytes;
+        EXPECT_EQ(dialog.Result().Record(), nullptr);
+    }
+}
+
+} // namespace
