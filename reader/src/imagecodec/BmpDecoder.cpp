@@ -238,32 +238,45 @@ int32_t BmpDecoder::decode(const uint8_t* data, size_t size, PixelLayout layout,
         bitCount = 8;
     }
 
-    const MaskChannel red(h.masks[0]), green(h.masks[1]), blue(h.masks[2]), alpha(h.masks[3]);
-    const Colour black{0, 0, 0};
     const size_t width = size_t(h.width);
+    const int outBytes = bytesPerPixel(layout);
+    // Palette images: every index's output pixel is worked out once.
+    std::vector<uint8_t> lookup;
+    if (bitCount <= 8) {
+        lookup.resize(256 * size_t(outBytes));
+        for (size_t i = 0; i < 256; ++i) {
+            const Colour c = i < h.palette.size() ? h.palette[i] : Colour{0, 0, 0};
+            const uint8_t bgra[4] = {c.b, c.g, c.r, 255};
+            RowConverter::convert(PixelLayout::BGRA, bgra, layout, lookup.data() + i * size_t(outBytes), 1);
+        }
+    }
+    const MaskChannel red(h.masks[0]), green(h.masks[1]), blue(h.masks[2]), alpha(h.masks[3]);
     std::vector<uint8_t> bgra(width * 4);
     for (int32_t y = 0; y < h.height; ++y) {
         const int32_t sourceY = h.topDown ? y : h.height - 1 - y;
         const uint8_t* source = pixels + size_t(sourceY) * stride;
         uint8_t* target = rows[y];
-        if (bitCount == 24 && layout == PixelLayout::BGR) {
-            std::memcpy(target, source, width * 3);
+        if (bitCount <= 8) {
+            const unsigned perByte = 8u / bitCount;
+            const unsigned mask = (1u << bitCount) - 1;
+            for (size_t x = 0; x < width; ++x) {
+                const unsigned shift = 8u - bitCount * (1u + x % perByte);
+                const unsigned index = (source[x / perByte] >> shift) & mask;
+                std::memcpy(target + x * size_t(outBytes), lookup.data() + index * size_t(outBytes), size_t(outBytes));
+            }
+            continue;
+        }
+        if (bitCount == 24) {
+            if (layout == PixelLayout::BGR)
+                std::memcpy(target, source, width * 3);
+            else
+                RowConverter::convert(PixelLayout::BGR, source, layout, target, h.width);
             continue;
         }
         for (size_t x = 0; x < width; ++x) {
             uint8_t* out = bgra.data() + 4 * x;
-            if (bitCount <= 8) {
-                const unsigned perByte = 8u / bitCount;
-                const unsigned shift = 8u - bitCount * (1u + x % perByte);
-                const unsigned index = (source[x / perByte] >> shift) & ((1u << bitCount) - 1);
-                const Colour& c = index < h.palette.size() ? h.palette[index] : black;
-                out[0] = c.b, out[1] = c.g, out[2] = c.r, out[3] = 255;
-            } else if (bitCount == 24) {
-                out[0] = source[3 * x], out[1] = source[3 * x + 1], out[2] = source[3 * x + 2], out[3] = 255;
-            } else {
-                const uint32_t pixel = bitCount == 16 ? u16(source + 2 * x) : u32(source + 4 * x);
-                out[0] = blue(pixel, 0), out[1] = green(pixel, 0), out[2] = red(pixel, 0), out[3] = alpha(pixel, 255);
-            }
+            const uint32_t pixel = bitCount == 16 ? u16(source + 2 * x) : u32(source + 4 * x);
+            out[0] = blue(pixel, 0), out[1] = green(pixel, 0), out[2] = red(pixel, 0), out[3] = alpha(pixel, 255);
         }
         RowConverter::convert(PixelLayout::BGRA, bgra.data(), layout, target, h.width);
     }
