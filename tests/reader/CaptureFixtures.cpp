@@ -25,8 +25,8 @@ fixtures::Picture scene(int width, int height, const std::vector<Card>& cards, u
                 const double u = dx * c + dy * s + card.width / 2.0, v = -dx * s + dy * c + card.height / 2.0;
                 if (u < 0 || v < 0 || u >= card.width || v >= card.height)
                     continue;
-                const bool marker = u >= kMarkerInset && u < kMarkerInset + kMarkerSize && v >= kMarkerInset &&
-                                    v < kMarkerInset + kMarkerSize;
+                const bool marker = u >= kMarkerInset && u < kMarkerInset + kMarkerSize &&
+                                    v >= kMarkerInset && v < kMarkerInset + kMarkerSize;
                 const uint8_t level = marker ? kMarker : card.level;
                 p.at(x, y) = fixtures::Rgba{level, level, level, 255};
             }
@@ -78,7 +78,8 @@ Corner markerCorner(const ZyrImage& image) {
     if (bestX < 0 || darkest / (block * block) > (kPlaten + kMarker) / 2.0)
         return Corner::None;
     const bool right = bestX >= image.Width / 2, bottom = bestY >= image.Height / 2;
-    return bottom ? (right ? Corner::BottomRight : Corner::BottomLeft) : (right ? Corner::TopRight : Corner::TopLeft);
+    return bottom ? (right ? Corner::BottomRight : Corner::BottomLeft)
+                  : (right ? Corner::TopRight : Corner::TopLeft);
 }
 
 double meanLevel(const ZyrImage& image) {

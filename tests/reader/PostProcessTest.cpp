@@ -27,17 +27,18 @@ protected:
     }
     void TearDown() override { ZyrReader_DestroyCachedData(); }
 
-    int32_t process(const ZyrImage* snapshot, uint32_t options, Delivered& out, ZyrLocation* location = nullptr,
-                    uint32_t border = 0, float scale = 0, bool colour = false) {
-        return ZyrReader_ImagePostProcessImage(true, snapshot, ZYR_LIGHT_VISIBLE, 300, colour, options, 0, border,
-                                               scale, &settings, nullptr, location, Delivered::callback, &out, 0,
-                                               nullptr, nullptr);
+    int32_t process(const ZyrImage* snapshot, uint32_t options, Delivered& out,
+                    ZyrLocation* location = nullptr, uint32_t border = 0, float scale = 0,
+                    bool colour = false) {
+        return ZyrReader_ImagePostProcessImage(true, snapshot, ZYR_LIGHT_VISIBLE, 300, colour, options, 0,
+                                               border, scale, &settings, nullptr, location,
+                                               Delivered::callback, &out, 0, nullptr, nullptr);
     }
     int32_t processTwoSided(const ZyrImage* snapshot, uint32_t options, Delivered& out, ZyrLocation* side1,
                             ZyrLocation* side2, ZyrSideSettings* side = nullptr) {
-        return ZyrReader_ImagePostProcessImageTwoSided(true, snapshot, ZYR_LIGHT_VISIBLE, 300, false, options, 0, 0, 0,
-                                                       &settings, nullptr, side1, side2, Delivered::callback, &out, 0,
-                                                       nullptr, nullptr, side);
+        return ZyrReader_ImagePostProcessImageTwoSided(true, snapshot, ZYR_LIGHT_VISIBLE, 300, false, options,
+                                                       0, 0, 0, &settings, nullptr, side1, side2,
+                                                       Delivered::callback, &out, 0, nullptr, nullptr, side);
     }
 
     ZyrImageProcessingSettings processing{};
@@ -53,7 +54,9 @@ struct OptionCase {
     Corner marker;
 };
 
-void PrintTo(const OptionCase& c, std::ostream* out) { *out << c.name; }
+void PrintTo(const OptionCase& c, std::ostream* out) {
+    *out << c.name;
+}
 
 class PostProcessOptions : public PostProcess, public ::testing::WithParamInterface<OptionCase> {};
 
@@ -80,7 +83,8 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         OptionCase{"nothing_keeps_the_frame", 0, 0, 0, 640, 480, Corner::TopLeft},
         OptionCase{"locate_alone_does_not_cut", kLocate, 0, 0, 640, 480, Corner::TopLeft},
-        OptionCase{"crop_without_locate_has_nothing_to_cut_to", ZYR_OPT_CROP, 0, 0, 640, 480, Corner::TopLeft},
+        OptionCase{"crop_without_locate_has_nothing_to_cut_to", ZYR_OPT_CROP, 0, 0, 640, 480,
+                   Corner::TopLeft},
         OptionCase{"crop_both", kCrop, 0, 0, 400, 250, Corner::TopLeft},
         OptionCase{"crop_width_only", kLocate | ZYR_OPT_CROP_WIDTH, 0, 0, 400, 480, Corner::TopLeft},
         OptionCase{"crop_height_only", kLocate | ZYR_OPT_CROP_HEIGHT, 0, 0, 640, 250, Corner::TopLeft},
@@ -96,8 +100,9 @@ INSTANTIATE_TEST_SUITE_P(
         OptionCase{"scale_one_is_none", kCrop, 0, 1.0f, 400, 250, Corner::TopLeft},
         OptionCase{"scale_negative_is_none", kCrop, 0, -2.0f, 400, 250, Corner::TopLeft},
         OptionCase{"scale_nan_is_none", kCrop, 0, std::nanf(""), 400, 250, Corner::TopLeft},
-        OptionCase{"greyscale_sharpen_extra_keep_the_size", kCrop | ZYR_OPT_GREYSCALE | ZYR_OPT_SHARPEN | ZYR_OPT_EXTRA,
-                   0, 0, 400, 250, Corner::TopLeft}),
+        OptionCase{"greyscale_sharpen_extra_keep_the_size",
+                   kCrop | ZYR_OPT_GREYSCALE | ZYR_OPT_SHARPEN | ZYR_OPT_EXTRA, 0, 0, 400, 250,
+                   Corner::TopLeft}),
     [](const ::testing::TestParamInfo<OptionCase>& info) { return info.param.name; });
 
 TEST_F(PostProcess, LocatingReportsWhereTheCardLies) {
@@ -143,7 +148,9 @@ struct SceneCase {
     int width, height; // of the crop when found
 };
 
-void PrintTo(const SceneCase& c, std::ostream* out) { *out << c.name; }
+void PrintTo(const SceneCase& c, std::ostream* out) {
+    *out << c.name;
+}
 
 class PostProcessScenes : public PostProcess, public ::testing::WithParamInterface<SceneCase> {};
 
@@ -166,16 +173,37 @@ INSTANTIATE_TEST_SUITE_P(
     Scenes, PostProcessScenes,
     ::testing::Values(
         SceneCase{"empty_platen", {}, capture::kPlaten, false, ZYR_ERR_NO_DOCUMENT, 0, 0},
-        SceneCase{"speck_below_the_minimum_area", {{300, 200, 30, 30}}, capture::kPlaten, false, ZYR_ERR_NO_DOCUMENT, 0,
+        SceneCase{"speck_below_the_minimum_area",
+                  {{300, 200, 30, 30}},
+                  capture::kPlaten,
+                  false,
+                  ZYR_ERR_NO_DOCUMENT,
+                  0,
                   0},
-        SceneCase{"largest_of_two", {{20, 20, 150, 100}, {250, 150, 300, 200}}, capture::kPlaten, false, ZYR_OK, 300,
+        SceneCase{"largest_of_two",
+                  {{20, 20, 150, 100}, {250, 150, 300, 200}},
+                  capture::kPlaten,
+                  false,
+                  ZYR_OK,
+                  300,
                   200},
         SceneCase{"card_touching_the_edge", {{0, 0, 300, 200}}, capture::kPlaten, false, ZYR_OK, 300, 200},
-        SceneCase{"dim_card_only_seen_with_dark_object_value", {{100, 100, 300, 200, 0, 50}}, 20, true, ZYR_OK, 300,
+        SceneCase{"dim_card_only_seen_with_dark_object_value",
+                  {{100, 100, 300, 200, 0, 50}},
+                  20,
+                  true,
+                  ZYR_OK,
+                  300,
                   200},
-        SceneCase{"dim_card_missed_with_the_normal_threshold", {{100, 100, 300, 200, 0, 50}}, 20, false,
-                  ZYR_ERR_NO_DOCUMENT, 0, 0},
-        SceneCase{"dark_document_on_a_light_platen", {{100, 100, 300, 200, 0, 15}}, 200, false, ZYR_OK, 300, 200}),
+        SceneCase{"dim_card_missed_with_the_normal_threshold",
+                  {{100, 100, 300, 200, 0, 50}},
+                  20,
+                  false,
+                  ZYR_ERR_NO_DOCUMENT,
+                  0,
+                  0},
+        SceneCase{
+            "dark_document_on_a_light_platen", {{100, 100, 300, 200, 0, 15}}, 200, false, ZYR_OK, 300, 200}),
     [](const ::testing::TestParamInfo<SceneCase>& info) { return info.param.name; });
 
 TEST_F(PostProcess, AThresholdOfZeroIsChosenFromThePicture) {
@@ -220,12 +248,14 @@ TEST_F(PostProcess, ColourIsKeptOnlyWhenAskedAndNotGreyscale) {
         bool colour;
         uint32_t extra;
         int32_t format;
-    } cases[] = {{true, 0, ZYR_PIXEL_RGB24}, {false, 0, ZYR_PIXEL_GREY8}, {true, ZYR_OPT_GREYSCALE, ZYR_PIXEL_GREY8}};
+    } cases[] = {
+        {true, 0, ZYR_PIXEL_RGB24}, {false, 0, ZYR_PIXEL_GREY8}, {true, ZYR_OPT_GREYSCALE, ZYR_PIXEL_GREY8}};
     for (const auto& c : cases) {
         Delivered out;
         ASSERT_EQ(process(&snapshot, kCrop | c.extra, out, nullptr, 0, 0, c.colour), ZYR_OK);
         ASSERT_EQ(out.images.size(), 1u);
-        EXPECT_EQ(out.images[0].image->PixelFormat, c.format) << "colour " << c.colour << " extra " << c.extra;
+        EXPECT_EQ(out.images[0].image->PixelFormat, c.format)
+            << "colour " << c.colour << " extra " << c.extra;
         if (c.format == ZYR_PIXEL_RGB24) {
             const uint8_t* centre = out.images[0].image->Pixels + 125 * out.images[0].image->Stride + 200 * 3;
             EXPECT_EQ(centre[0], capture::kCard);
@@ -284,7 +314,8 @@ TEST_F(PostProcess, TwoSidedTurnsAMirroredBackRoundAgain) {
         ASSERT_EQ(out.images.size(), 2u);
         EXPECT_EQ(capture::markerCorner(*out.images[1].image), mirrored ? Corner::TopLeft : Corner::TopRight)
             << "mirrored " << mirrored;
-        EXPECT_EQ(side2.Left, 640 + 640 - kCard.left - kCard.width) << "the location stays in frame coordinates";
+        EXPECT_EQ(side2.Left, 640 + 640 - kCard.left - kCard.width)
+            << "the location stays in frame coordinates";
     }
 }
 
@@ -322,8 +353,8 @@ TEST_F(PostProcess, BadCallsAreRefused) {
         EXPECT_EQ(process(image, 0, out), ZYR_ERR_BAD_ARGUMENT);
         EXPECT_EQ(processTwoSided(image, 0, out, nullptr, nullptr), ZYR_ERR_BAD_ARGUMENT);
     }
-    EXPECT_EQ(ZyrReader_ImagePostProcessImage(true, snapshot.image(), 1, 0, false, 0, 0, 0, 0, &settings, nullptr,
-                                              nullptr, nullptr, nullptr, 0, nullptr, nullptr),
+    EXPECT_EQ(ZyrReader_ImagePostProcessImage(true, snapshot.image(), 1, 0, false, 0, 0, 0, 0, &settings,
+                                              nullptr, nullptr, nullptr, nullptr, 0, nullptr, nullptr),
               ZYR_ERR_BAD_ARGUMENT)
         << "no callback to hand the image to";
     EXPECT_TRUE(out.images.empty());
@@ -344,8 +375,8 @@ TEST_F(PostProcess, ProcessedImagesAreLibraryObjects) {
     auto keep = [](void* user, int32_t, int32_t, uint32_t, ZyrImage* delivered) {
         *static_cast<ZyrImage**>(user) = delivered;
     };
-    ASSERT_EQ(ZyrReader_ImagePostProcessImage(true, snapshot.image(), 1, 0, false, kCrop, 0, 0, 0, &settings, nullptr,
-                                              nullptr, keep, &image, 0, nullptr, nullptr),
+    ASSERT_EQ(ZyrReader_ImagePostProcessImage(true, snapshot.image(), 1, 0, false, kCrop, 0, 0, 0, &settings,
+                                              nullptr, nullptr, keep, &image, 0, nullptr, nullptr),
               ZYR_OK);
     ASSERT_NE(image, nullptr);
     EXPECT_EQ(ZyrReader_DestroyCachedObject(image), ZYR_OK);

@@ -18,8 +18,12 @@ using support::RecordingErrorHandler;
 using support::ScopedEnvironment;
 
 // Documents are told apart by where their card lies: document k has its card at left 40 + 20 k.
-fixtures::Picture document(int k, int width = 640) { return capture::scene(width, 480, {{40 + 20 * k, 100, 400, 250}}); }
-int documentOf(const ZyrLocation& location) { return location.Width > 0 ? (location.Left - 40) / 20 : -1; }
+fixtures::Picture document(int k, int width = 640) {
+    return capture::scene(width, 480, {{40 + 20 * k, 100, 400, 250}});
+}
+int documentOf(const ZyrLocation& location) {
+    return location.Width > 0 ? (location.Left - 40) / 20 : -1;
+}
 
 const char* const kQuickDevice = "[Feed]\nRemovalTimeMs=0\n";
 
@@ -34,16 +38,16 @@ protected:
     int32_t detect(bool wait = true, int32_t timeoutMs = 0) {
         side1 = side2 = ZyrLocation{};
         flag = 0xEE;
-        return ZyrReader_CameraDetectDocumentTwoSidedEx(wait, timeoutMs, 0, &side1, &side2, &settings, &settings.Detect,
-                                                        &settings.Locate, 0, 0, 0, 0, 0, &settings.Process,
-                                                        &settings.Side, nullptr, 0, nullptr, true, true, &flag);
+        return ZyrReader_CameraDetectDocumentTwoSidedEx(
+            wait, timeoutMs, 0, &side1, &side2, &settings, &settings.Detect, &settings.Locate, 0, 0, 0, 0, 0,
+            &settings.Process, &settings.Side, nullptr, 0, nullptr, true, true, &flag);
     }
     int32_t locate(uint8_t& present, ZyrFeedSettings* feed = nullptr, int32_t timeoutMs = 0) {
         side1 = side2 = ZyrLocation{};
         present = 0xEE;
-        return ZyrReader_LocateDocumentTwoSidedEx(0, timeoutMs, &side1, &side2, &present, &settings, &settings.Detect,
-                                                  &settings.Locate, true, 0, &settings.Process, &settings.Side, feed, 0,
-                                                  false, false, &flag);
+        return ZyrReader_LocateDocumentTwoSidedEx(
+            0, timeoutMs, &side1, &side2, &present, &settings, &settings.Detect, &settings.Locate, true, 0,
+            &settings.Process, &settings.Side, feed, 0, false, false, &flag);
     }
     int32_t snapshot(uint32_t light, Delivered& out) {
         return ZyrReader_CameraTakeSnapshot(true, light, 15, &settings.VisibleParameters, &settings,
@@ -70,7 +74,9 @@ struct StartCase {
     const char* messagePart; // expected in the error handler's text
 };
 
-void PrintTo(const StartCase& c, std::ostream* out) { *out << c.name; }
+void PrintTo(const StartCase& c, std::ostream* out) {
+    *out << c.name;
+}
 
 class CameraStart : public VirtualReaderTest, public ::testing::WithParamInterface<StartCase> {};
 
@@ -94,32 +100,33 @@ TEST_P(CameraStart, OpensTheDeviceFolderOrSaysWhyNot) {
 
 INSTANTIATE_TEST_SUITE_P(
     Devices, CameraStart,
-    ::testing::Values(
-        StartCase{"no_device_named", [](support::TempFolder&) { return std::string(); }, ZYR_ERR_NO_READER,
-                  "ZYRREADER_DEVICE"},
-        StartCase{"folder_without_device_ini", [](support::TempFolder& f) { return f.path(); }, ZYR_ERR_DEVICE,
-                  "device.ini"},
-        StartCase{"missing_folder", [](support::TempFolder& f) { return f.file("gone"); }, ZYR_ERR_DEVICE, "/gone/"},
-        StartCase{"no_documents_folder",
-                  [](support::TempFolder& f) {
-                      support::writeText(f.file("device.ini"), "");
-                      return f.path();
-                  },
-                  ZYR_ERR_DEVICE, "/documents/"},
-        StartCase{"documents_named_by_the_device",
-                  [](support::TempFolder& f) {
-                      fs::create_directory(f.file("cards"));
-                      support::writeText(f.file("device.ini"), "[Documents]\nFolder=cards\n");
-                      return f.path();
-                  },
-                  ZYR_OK, ""},
-        StartCase{"named_documents_folder_missing",
-                  [](support::TempFolder& f) {
-                      fs::create_directory(f.file("documents"));
-                      support::writeText(f.file("device.ini"), "[Documents]\nFolder=/nonexistent/cards\n");
-                      return f.path();
-                  },
-                  ZYR_ERR_DEVICE, "/nonexistent/cards/"}),
+    ::testing::Values(StartCase{"no_device_named", [](support::TempFolder&) { return std::string(); },
+                                ZYR_ERR_NO_READER, "ZYRREADER_DEVICE"},
+                      StartCase{"folder_without_device_ini", [](support::TempFolder& f) { return f.path(); },
+                                ZYR_ERR_DEVICE, "device.ini"},
+                      StartCase{"missing_folder", [](support::TempFolder& f) { return f.file("gone"); },
+                                ZYR_ERR_DEVICE, "/gone/"},
+                      StartCase{"no_documents_folder",
+                                [](support::TempFolder& f) {
+                                    support::writeText(f.file("device.ini"), "");
+                                    return f.path();
+                                },
+                                ZYR_ERR_DEVICE, "/documents/"},
+                      StartCase{"documents_named_by_the_device",
+                                [](support::TempFolder& f) {
+                                    fs::create_directory(f.file("cards"));
+                                    support::writeText(f.file("device.ini"), "[Documents]\nFolder=cards\n");
+                                    return f.path();
+                                },
+                                ZYR_OK, ""},
+                      StartCase{"named_documents_folder_missing",
+                                [](support::TempFolder& f) {
+                                    fs::create_directory(f.file("documents"));
+                                    support::writeText(f.file("device.ini"),
+                                                       "[Documents]\nFolder=/nonexistent/cards\n");
+                                    return f.path();
+                                },
+                                ZYR_ERR_DEVICE, "/nonexistent/cards/"}),
     [](const ::testing::TestParamInfo<StartCase>& info) { return info.param.name; });
 
 TEST_F(VirtualReaderTest, TheSettingsDeviceFolderComesBeforeTheEnvironment) {
@@ -137,7 +144,7 @@ TEST_F(VirtualReaderTest, DetectsDocumentsInNameOrderOnce) {
     device.add("b.png", document(2));
     device.add("a.png", document(1));
     device.add("c.png", document(3));
-    device.add("a.ir.png", document(7)); // a light of document a, not a document
+    device.add("a.ir.png", document(7));   // a light of document a, not a document
     device.add("z.back.png", document(8)); // a back without its front is no document
     device.addBytes("notes.txt", "not an image");
     device.addBytes(".d.png", "hidden");
@@ -311,7 +318,8 @@ TEST_F(VirtualReaderTest, SnapshotShowsTheDocumentUnderTheLightAskedFor) {
     const uint8_t* card = v.Pixels + 200 * v.Stride + 300 * 3;
     EXPECT_EQ(card[0], capture::kCard);
     EXPECT_EQ(card[1], capture::kCard / 2);
-    EXPECT_DOUBLE_EQ(capture::meanLevel(*infrared.images.at(0).image), 99) << "the document's own infrared file";
+    EXPECT_DOUBLE_EQ(capture::meanLevel(*infrared.images.at(0).image), 99)
+        << "the document's own infrared file";
     ZyrReader_DocumentProcessingComplete();
 
     ASSERT_EQ(detect(), ZYR_OK);
@@ -340,7 +348,8 @@ TEST_F(VirtualReaderTest, TwoSidedSnapshotHoldsBothSidesInOneFrame) {
     EXPECT_EQ(image.Height, 480);
     EXPECT_EQ(image.Pixels[300 * image.Stride + 300], capture::kCard);
     EXPECT_EQ(image.Pixels[200 * image.Stride + 700 + 300], capture::kCard);
-    EXPECT_EQ(image.Pixels[450 * image.Stride + 700 + 300], capture::kPlaten) << "padding below the shorter side";
+    EXPECT_EQ(image.Pixels[450 * image.Stride + 700 + 300], capture::kPlaten)
+        << "padding below the shorter side";
 }
 
 TEST_F(VirtualReaderTest, AnUnreadableDocumentIsReportedAndSkipped) {

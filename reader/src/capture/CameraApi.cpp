@@ -19,7 +19,9 @@ namespace {
 // ZyrReader_DestroyCachedData ends the camera; the device goes with it.
 const ShutdownHookRegistration closeDevice{[] { VirtualReader::instance().close(); }};
 
-int32_t removalOf(const ZyrFeedSettings* feed) { return feed != nullptr ? std::max(0, int32_t(feed->RemovalTimeMs)) : -1; }
+int32_t removalOf(const ZyrFeedSettings* feed) {
+    return feed != nullptr ? std::max(0, int32_t(feed->RemovalTimeMs)) : -1;
+}
 
 void report(const PlatenState& where, bool bothSides, ZyrLocation* side1, ZyrLocation* side2) {
     if (side1 != nullptr)
@@ -28,15 +30,20 @@ void report(const PlatenState& where, bool bothSides, ZyrLocation* side1, ZyrLoc
         *side2 = bothSides ? where.side2 : ZyrLocation{};
 }
 
-uint8_t darkObjectFlag() { return CameraService::instance().settings().DarkObjectDetect ? 1 : 0; }
+uint8_t darkObjectFlag() {
+    return CameraService::instance().settings().DarkObjectDetect ? 1 : 0;
+}
 
-bool cameraReady() { return CameraService::instance().initialised() && VirtualReader::instance().isOpen(); }
+bool cameraReady() {
+    return CameraService::instance().initialised() && VirtualReader::instance().isOpen();
+}
 
 } // namespace
 
 extern "C" {
 
-ZYRREADER_API int32_t ZyrReader_CameraInitialise(ZyrReaderSettings* settings, uint64_t device, uint32_t flags) {
+ZYRREADER_API int32_t ZyrReader_CameraInitialise(ZyrReaderSettings* settings, uint64_t device,
+                                                 uint32_t flags) {
     (void)flags; // reserved
     if (settings == nullptr)
         return ZYR_ERR_BAD_ARGUMENT;
@@ -67,20 +74,20 @@ ZYRREADER_API int32_t ZyrReader_CameraUpdateSettings(ZyrReaderSettings* settings
     if (std::isfinite(settings->DarkObjectValue))
         running.DarkObjectValue = settings->DarkObjectValue;
     camera.updateSettings(running);
-    Log::write(ZYR_LOG_CAMERA, LogInfo, "dark-object detection %s, value %.1f", running.DarkObjectDetect ? "on" : "off",
-               double(running.DarkObjectValue));
+    Log::write(ZYR_LOG_CAMERA, LogInfo, "dark-object detection %s, value %.1f",
+               running.DarkObjectDetect ? "on" : "off", double(running.DarkObjectValue));
     return ZYR_OK;
 }
 
-ZYRREADER_API int32_t ZyrReader_CameraCancelQueue(void) { return VirtualReader::instance().cancel(); }
+ZYRREADER_API int32_t ZyrReader_CameraCancelQueue(void) {
+    return VirtualReader::instance().cancel();
+}
 
-ZYRREADER_API int32_t ZyrReader_LocateDocumentTwoSidedEx(uint32_t lightMask, int32_t timeoutMs, ZyrLocation* side1,
-                                                         ZyrLocation* side2, uint8_t* documentPresent,
-                                                         ZyrReaderSettings* settings, ZyrDetectSettings* detect,
-                                                         ZyrLocateSettings* locate, bool bothSides, int32_t reserved1,
-                                                         ZyrProcessSettings* process, ZyrSideSettings* side,
-                                                         ZyrFeedSettings* feed, int32_t reserved2, bool debugImages,
-                                                         bool hiRes, uint8_t* detectionFlag) {
+ZYRREADER_API int32_t ZyrReader_LocateDocumentTwoSidedEx(
+    uint32_t lightMask, int32_t timeoutMs, ZyrLocation* side1, ZyrLocation* side2, uint8_t* documentPresent,
+    ZyrReaderSettings* settings, ZyrDetectSettings* detect, ZyrLocateSettings* locate, bool bothSides,
+    int32_t reserved1, ZyrProcessSettings* process, ZyrSideSettings* side, ZyrFeedSettings* feed,
+    int32_t reserved2, bool debugImages, bool hiRes, uint8_t* detectionFlag) {
     (void)lightMask, (void)settings, (void)detect, (void)locate, (void)reserved1, (void)process, (void)side;
     (void)reserved2, (void)debugImages, (void)hiRes;
     if (documentPresent == nullptr)
@@ -118,7 +125,8 @@ ZYRREADER_API int32_t ZyrReader_CameraDetectDocumentTwoSidedEx(
     // The camera looks with its own settings, which carry the dark-object choice.
     const FindParameters find = CaptureSettings::find(CameraService::instance().settings(), locate);
     PlatenState where;
-    if (const int32_t result = VirtualReader::instance().detect(wait, timeoutMs, removalOf(feed), find, where))
+    if (const int32_t result =
+            VirtualReader::instance().detect(wait, timeoutMs, removalOf(feed), find, where))
         return result;
     if (findDocument)
         report(where, bothSides, side1, side2);
@@ -142,7 +150,8 @@ ZYRREADER_API int32_t ZyrReader_CameraTakeSnapshot(bool wait, uint32_t lightMask
     ZyrImage* image = frame.toLibraryImage();
     if (image == nullptr)
         return ZYR_ERR_OUT_OF_MEMORY;
-    Log::write(ZYR_LOG_CAMERA, LogDetail, "snapshot %dx%d, lights 0x%X", image->Width, image->Height, lightMask);
+    Log::write(ZYR_LOG_CAMERA, LogDetail, "snapshot %dx%d, lights 0x%X", image->Width, image->Height,
+               lightMask);
     callback(user, 0, 0, lightMask, image);
     return ZYR_OK;
 }

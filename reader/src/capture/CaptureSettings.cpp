@@ -19,14 +19,16 @@ ZyrReaderSettings CaptureSettings::effective(const ZyrReaderSettings* given) {
 }
 
 double CaptureSettings::threshold(const ZyrReaderSettings& settings) {
-    const double value = settings.DarkObjectDetect ? settings.DarkObjectValue : settings.VisibleParameters.DetectThreshold;
+    const double value = settings.DarkObjectDetect ? float(settings.DarkObjectValue)
+                                                   : float(settings.VisibleParameters.DetectThreshold);
     return std::isfinite(value) ? value : 0;
 }
 
 FindParameters CaptureSettings::find(const ZyrReaderSettings& settings, const ZyrLocateSettings* locate) {
     FindParameters find;
     find.threshold = threshold(settings);
-    find.minimumArea = std::max<int64_t>(1, locate != nullptr ? locate->MinimumArea : settings.Locate.MinimumArea);
+    find.minimumArea = std::max<int64_t>(1, locate != nullptr ? int32_t(locate->MinimumArea)
+                                                              : int32_t(settings.Locate.MinimumArea));
     return find;
 }
 

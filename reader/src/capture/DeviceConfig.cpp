@@ -44,8 +44,8 @@ int32_t DeviceConfig::read(const ZyrReaderSettings& settings, DeviceConfig& conf
     config.deviceFolder = DefaultFolders::withSlash(folder);
     IniReader ini;
     if (!ini.load(config.deviceFolder + SettingsLoader::kDeviceFile)) {
-        problem = "The reader at " + config.deviceFolder + " cannot be opened: its " + SettingsLoader::kDeviceFile +
-                  " is missing or unreadable";
+        problem = "The reader at " + config.deviceFolder + " cannot be opened: its " +
+                  SettingsLoader::kDeviceFile + " is missing or unreadable";
         return ZYR_ERR_DEVICE;
     }
     const std::string* documents = ini.find("Documents", "Folder");
@@ -55,7 +55,8 @@ int32_t DeviceConfig::read(const ZyrReaderSettings& settings, DeviceConfig& conf
     config.documentsFolder = DefaultFolders::withSlash(documentsFolder.lexically_normal().string());
     std::error_code error;
     if (!fs::is_directory(config.documentsFolder, error)) {
-        problem = "The reader at " + config.deviceFolder + " has no documents folder " + config.documentsFolder;
+        problem =
+            "The reader at " + config.deviceFolder + " has no documents folder " + config.documentsFolder;
         return ZYR_ERR_DEVICE;
     }
     config.twoSided = settings.TwoSided != 0;

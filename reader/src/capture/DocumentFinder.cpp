@@ -22,7 +22,8 @@ Sampled sampleArea(const Raster& raster, const Rect& area) {
     s.grey.resize(size_t(s.width) * size_t(s.height));
     for (int32_t y = 0; y < s.height; ++y)
         for (int32_t x = 0; x < s.width; ++x)
-            s.grey[size_t(y) * size_t(s.width) + size_t(x)] = raster.grey(area.left + x * s.step, area.top + y * s.step);
+            s.grey[size_t(y) * size_t(s.width) + size_t(x)] =
+                raster.grey(area.left + x * s.step, area.top + y * s.step);
     return s;
 }
 
@@ -53,8 +54,8 @@ double otsu(const std::vector<uint8_t>& grey) {
 
 // Flood fill over cells where `inside` holds and the label is still 0; returns the cell count.
 template <class Inside>
-int64_t fill(const Sampled& s, std::vector<int32_t>& labels, int32_t label, int32_t x, int32_t y, Inside inside,
-             std::vector<std::pair<int32_t, int32_t>>& stack) {
+int64_t fill(const Sampled& s, std::vector<int32_t>& labels, int32_t label, int32_t x, int32_t y,
+             Inside inside, std::vector<std::pair<int32_t, int32_t>>& stack) {
     int64_t count = 0;
     stack.clear();
     stack.emplace_back(x, y);
@@ -95,7 +96,8 @@ uint8_t DocumentFinder::platenLevel(const Raster& raster, const Rect& area) {
     return border[border.size() / 2];
 }
 
-FoundDocument DocumentFinder::find(const Raster& raster, const Rect& wanted, double threshold, int64_t minimumArea) {
+FoundDocument DocumentFinder::find(const Raster& raster, const Rect& wanted, double threshold,
+                                   int64_t minimumArea) {
     FoundDocument result;
     const Rect area = clipRect(wanted, raster.width(), raster.height());
     if (area.empty())
@@ -148,15 +150,16 @@ FoundDocument DocumentFinder::find(const Raster& raster, const Rect& wanted, dou
                 sumX += x, sumY += y, sumXX += double(x) * x, sumYY += double(y) * y, sumXY += double(x) * y;
             }
     const double n = double(bestCount), meanX = sumX / n, meanY = sumY / n;
-    const double mu20 = sumXX / n - meanX * meanX, mu02 = sumYY / n - meanY * meanY, mu11 = sumXY / n - meanX * meanY;
+    const double mu20 = sumXX / n - meanX * meanX, mu02 = sumYY / n - meanY * meanY,
+                 mu11 = sumXY / n - meanX * meanY;
     double angle = 0.5 * std::atan2(2 * mu11, mu20 - mu02) * 180.0 / M_PI; // y grows downwards: clockwise
     if (angle > 45)
         angle -= 90;
     else if (angle < -45)
         angle += 90;
     result.angle = std::fabs(angle) < 0.5 ? 0 : angle;
-    result.box = clipRect(Rect{area.left + minX * s.step, area.top + minY * s.step, (maxX - minX + 1) * s.step,
-                               (maxY - minY + 1) * s.step},
+    result.box = clipRect(Rect{area.left + minX * s.step, area.top + minY * s.step,
+                               (maxX - minX + 1) * s.step, (maxY - minY + 1) * s.step},
                           raster.width(), raster.height());
     result.found = !result.box.empty();
     return result;

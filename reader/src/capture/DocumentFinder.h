@@ -14,9 +14,9 @@ namespace zyr {
 
 struct FoundDocument {
     bool found = false;
-    Rect box;            // axis-aligned bounds, in the raster's coordinates
-    double angle = 0;    // clockwise tilt of the document's long side, -45 to 45 degrees
-    uint8_t platen = 0;  // grey level of the platen around it
+    Rect box;           // axis-aligned bounds, in the raster's coordinates
+    double angle = 0;   // clockwise tilt of the document's long side, -45 to 45 degrees
+    uint8_t platen = 0; // grey level of the platen around it
 };
 
 class DocumentFinder {

@@ -47,8 +47,8 @@ bool DocumentFolder::scan(const std::string& folder, std::map<std::string, Docum
         std::string stem;
         if (file.empty() || file[0] == '.' || !it->is_regular_file(error))
             continue;
-        if (!endsWith(file, ".png", stem) && !endsWith(file, ".jpg", stem) && !endsWith(file, ".jpeg", stem) &&
-            !endsWith(file, ".bmp", stem))
+        if (!endsWith(file, ".png", stem) && !endsWith(file, ".jpg", stem) &&
+            !endsWith(file, ".jpeg", stem) && !endsWith(file, ".bmp", stem))
             continue;
         Light light = Light::Visible;
         std::string rest;

@@ -54,9 +54,11 @@ int32_t PostProcessor::process(const Raster& snapshot, const Rect& wantedArea, c
     const FoundDocument located = document;
 
     if ((request.options & ZYR_OPT_DESKEW) && document.found && document.angle != 0) {
-        const double cx = document.box.left + document.box.width / 2.0, cy = document.box.top + document.box.height / 2.0;
+        const double cx = document.box.left + document.box.width / 2.0,
+                     cy = document.box.top + document.box.height / 2.0;
         work = RasterOps::rotate(work, -document.angle, cx, cy, document.platen);
-        const FoundDocument straight = DocumentFinder::find(work, whole, request.threshold, request.minimumArea);
+        const FoundDocument straight =
+            DocumentFinder::find(work, whole, request.threshold, request.minimumArea);
         if (straight.found)
             document.box = straight.box;
         document.angle = 0;

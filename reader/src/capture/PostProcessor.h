@@ -11,13 +11,13 @@ namespace zyr {
 
 struct ProcessRequest {
     uint32_t options = 0;
-    bool colour = false;        // keep colour (else the result is grey)
-    uint32_t borderPixels = 0;  // margin kept around a crop
-    float outputScale = 0;      // 0 or 1 = no scaling
-    double threshold = 0;       // document/platen grey level; <= 0 = chosen from the picture
-    int64_t minimumArea = 1;    // smaller objects are not documents
-    int denoiseRadius = 1;      // for ZYR_OPT_EXTRA
-    bool unmirror = false;      // the area shows its side mirrored (back camera)
+    bool colour = false;       // keep colour (else the result is grey)
+    uint32_t borderPixels = 0; // margin kept around a crop
+    float outputScale = 0;     // 0 or 1 = no scaling
+    double threshold = 0;      // document/platen grey level; <= 0 = chosen from the picture
+    int64_t minimumArea = 1;   // smaller objects are not documents
+    int denoiseRadius = 1;     // for ZYR_OPT_EXTRA
+    bool unmirror = false;     // the area shows its side mirrored (back camera)
 };
 
 class PostProcessor {

@@ -56,11 +56,13 @@ bool Raster::fromRaw(const RawImage& raw, Raster& out) {
 ZyrImage* Raster::toLibraryImage() const {
     if (empty())
         return nullptr;
-    ZyrImage* image = LibraryImage::create(width_, height_, channels_ == 1 ? ZYR_PIXEL_GREY8 : ZYR_PIXEL_RGB24);
+    ZyrImage* image =
+        LibraryImage::create(width_, height_, channels_ == 1 ? ZYR_PIXEL_GREY8 : ZYR_PIXEL_RGB24);
     if (image == nullptr)
         return nullptr;
     for (int32_t y = 0; y < height_; ++y)
-        std::memcpy(image->Pixels + size_t(y) * size_t(image->Stride), row(y), size_t(width_) * size_t(channels_));
+        std::memcpy(image->Pixels + size_t(y) * size_t(image->Stride), row(y),
+                    size_t(width_) * size_t(channels_));
     return image;
 }
 

@@ -7,7 +7,9 @@
 namespace zyr {
 namespace {
 
-uint8_t clampByte(double v) { return uint8_t(v < 0 ? 0 : v > 255 ? 255 : v + 0.5); }
+uint8_t clampByte(double v) {
+    return uint8_t(v < 0 ? 0 : v > 255 ? 255 : v + 0.5);
+}
 
 // Bilinear sample of channel c at (x, y); outside the raster gives fill.
 double sample(const Raster& in, double x, double y, int c, uint8_t fill) {
@@ -51,7 +53,9 @@ Raster RasterOps::rotate90(const Raster& in) {
     return out;
 }
 
-Raster RasterOps::rotate180(const Raster& in) { return mirrorVertical(mirrorHorizontal(in)); }
+Raster RasterOps::rotate180(const Raster& in) {
+    return mirrorVertical(mirrorHorizontal(in));
+}
 
 Raster RasterOps::mirrorHorizontal(const Raster& in) {
     Raster out(in.width(), in.height(), in.channels());
@@ -159,7 +163,8 @@ Raster RasterOps::sharpen(const Raster& in) {
         for (int32_t x = 1; x + 1 < in.width(); ++x)
             for (int c = 0; c < in.channels(); ++c) {
                 const int centre = in.at(x, y)[c];
-                const int around = in.at(x - 1, y)[c] + in.at(x + 1, y)[c] + in.at(x, y - 1)[c] + in.at(x, y + 1)[c];
+                const int around =
+                    in.at(x - 1, y)[c] + in.at(x + 1, y)[c] + in.at(x, y - 1)[c] + in.at(x, y + 1)[c];
                 out.at(x, y)[c] = clampByte(centre + (4 * centre - around) / 2.0);
             }
     return out;

@@ -14,8 +14,8 @@ struct Rect {
     int32_t height = 0;
 
     bool empty() const { return width <= 0 || height <= 0; }
-    int32_t right() const { return left + width; }   // one past the last column
-    int32_t bottom() const { return top + height; }  // one past the last row
+    int32_t right() const { return left + width; }  // one past the last column
+    int32_t bottom() const { return top + height; } // one past the last row
 };
 
 // The part of r inside a width x height image (empty when they do not meet).
@@ -26,8 +26,8 @@ public:
     static Raster crop(const Raster& in, const Rect& area); // area must lie inside the raster
     static Raster rotate90(const Raster& in);               // clockwise
     static Raster rotate180(const Raster& in);
-    static Raster mirrorHorizontal(const Raster& in);       // left and right swap
-    static Raster mirrorVertical(const Raster& in);         // top and bottom swap
+    static Raster mirrorHorizontal(const Raster& in); // left and right swap
+    static Raster mirrorVertical(const Raster& in);   // top and bottom swap
 
     // Turns the picture clockwise by degrees about (cx, cy), same size, bilinear; corners that
     // come from outside take fill (grey level, or each colour channel).

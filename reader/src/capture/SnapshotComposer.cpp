@@ -36,7 +36,8 @@ Raster SnapshotComposer::twoSided(const Raster& front, const Raster* back, bool 
     }
     fillArea(frame, Rect{half, 0, half, height},
              DocumentFinder::platenLevel(*back, Rect{0, 0, back->width(), back->height()}));
-    place(frame, mirrorBack ? RasterOps::mirrorHorizontal(*back) : *back, mirrorBack ? 2 * half - back->width() : half);
+    place(frame, mirrorBack ? RasterOps::mirrorHorizontal(*back) : *back,
+          mirrorBack ? 2 * half - back->width() : half);
     return frame;
 }
 

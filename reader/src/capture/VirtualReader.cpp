@@ -79,8 +79,8 @@ bool VirtualReader::presentLocked(Clock::time_point now, int32_t removalMs) cons
     return current_ != nullptr && (current_->inUse || now < current_->completedAt + Milliseconds(removalMs));
 }
 
-int32_t VirtualReader::frameOf(const DeviceConfig& config, const DocumentFiles& files, Light light, Raster& frame,
-                               std::string& problem) {
+int32_t VirtualReader::frameOf(const DeviceConfig& config, const DocumentFiles& files, Light light,
+                               Raster& frame, std::string& problem) {
     Raster front;
     int32_t result = DocumentFolder::load(files, 0, light, front);
     if (result == ZYR_OK && !config.twoSided) {
@@ -100,8 +100,8 @@ int32_t VirtualReader::frameOf(const DeviceConfig& config, const DocumentFiles& 
 
 void VirtualReader::fillLocations(Document& document, bool twoSided, const FindParameters& find) {
     const Raster& frame = document.visibleFrame;
-    document.where.side1 = toLocation(DocumentFinder::find(frame, SnapshotComposer::sideArea(frame, twoSided, 1),
-                                                           find.threshold, find.minimumArea));
+    document.where.side1 = toLocation(DocumentFinder::find(
+        frame, SnapshotComposer::sideArea(frame, twoSided, 1), find.threshold, find.minimumArea));
     document.where.side2 = ZyrLocation{};
     if (twoSided)
         document.where.side2 = toLocation(DocumentFinder::find(
@@ -136,9 +136,10 @@ int32_t VirtualReader::detect(bool wait, int32_t timeoutMs, int32_t removalMs, c
             continue;
         if (!listed) {
             lock.unlock();
-            ErrorReporter::report(ZYR_ERR_DEVICE, ("The reader at " + config.deviceFolder +
-                                                   " cannot read its documents folder " + config.documentsFolder)
-                                                      .c_str());
+            ErrorReporter::report(ZYR_ERR_DEVICE,
+                                  ("The reader at " + config.deviceFolder +
+                                   " cannot read its documents folder " + config.documentsFolder)
+                                      .c_str());
             return ZYR_ERR_DEVICE;
         }
 
@@ -148,8 +149,8 @@ int32_t VirtualReader::detect(bool wait, int32_t timeoutMs, int32_t removalMs, c
         for (const auto& [name, files] : documents) {
             if (delivered_.count(name) != 0)
                 continue;
-            const Clock::time_point readyAt = firstSeen_.emplace(name, now).first->second +
-                                              Milliseconds(config.arrivalDelayMs);
+            const Clock::time_point readyAt =
+                firstSeen_.emplace(name, now).first->second + Milliseconds(config.arrivalDelayMs);
             if (now < readyAt) {
                 wakeAt = std::min(wakeAt, readyAt);
                 break;
@@ -170,9 +171,10 @@ int32_t VirtualReader::detect(bool wait, int32_t timeoutMs, int32_t removalMs, c
             delivered_.insert(name);
             if (loaded != ZYR_OK) {
                 lock.unlock();
-                ErrorReporter::report(ZYR_ERR_DEVICE, ("The reader at " + config.deviceFolder + " skips document " +
-                                                       name + ": its image cannot be read (" + problem + ")")
-                                                          .c_str());
+                ErrorReporter::report(ZYR_ERR_DEVICE,
+                                      ("The reader at " + config.deviceFolder + " skips document " + name +
+                                       ": its image cannot be read (" + problem + ")")
+                                          .c_str());
                 lock.lock();
                 if (generation != generation_) {
                     restart = true;
@@ -221,7 +223,8 @@ int32_t VirtualReader::insert() {
     std::lock_guard<std::mutex> lock(mutex_);
     if (!open_)
         return ZYR_ERR_NOT_INITIALISED;
-    Log::write(ZYR_LOG_CAMERA, LogDetail, config_.twoSided ? "document drawn in" : "one-sided reader: nothing to draw in");
+    Log::write(ZYR_LOG_CAMERA, LogDetail,
+               config_.twoSided ? "document drawn in" : "one-sided reader: nothing to draw in");
     return ZYR_OK;
 }
 
@@ -243,8 +246,8 @@ int32_t VirtualReader::snapshot(uint32_t lightMask, Raster& frame) {
     std::string problem;
     const int32_t result = frameOf(config, files, light, frame, problem);
     if (result != ZYR_OK)
-        ErrorReporter::report(ZYR_ERR_DEVICE, ("The reader at " + config.deviceFolder + " cannot take a snapshot of " +
-                                               name + ": " + problem)
+        ErrorReporter::report(ZYR_ERR_DEVICE, ("The reader at " + config.deviceFolder +
+                                               " cannot take a snapshot of " + name + ": " + problem)
                                                   .c_str());
     return result;
 }

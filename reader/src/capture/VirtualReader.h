@@ -50,7 +50,8 @@ public:
 
     // wait false: look once; timeoutMs 0: no limit. removalMs < 0: the device's removal time.
     // ZYR_ERR_NO_DOCUMENT when none came in time.
-    int32_t detect(bool wait, int32_t timeoutMs, int32_t removalMs, const FindParameters& find, PlatenState& where);
+    int32_t detect(bool wait, int32_t timeoutMs, int32_t removalMs, const FindParameters& find,
+                   PlatenState& where);
 
     // present: whether the previous document still lies on the platen; with timeoutMs > 0,
     // waits up to that long for it to be taken away.
@@ -68,7 +69,7 @@ private:
         DocumentFiles files;
         Raster visibleFrame;
         PlatenState where;
-        bool inUse = true;                 // detected and not yet completed
+        bool inUse = true; // detected and not yet completed
         Clock::time_point completedAt{};
     };
 
