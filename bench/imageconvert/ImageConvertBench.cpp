@@ -84,7 +84,8 @@ void LibjpegDecode(benchmark::State& state) {
         cinfo.out_color_space = grey ? JCS_GRAYSCALE : JCS_RGB;
         jpeg_start_decompress(&cinfo);
         while (cinfo.output_scanline < cinfo.output_height)
-            jpeg_read_scanlines(&cinfo, rows.data() + cinfo.output_scanline, cinfo.output_height - cinfo.output_scanline);
+            jpeg_read_scanlines(&cinfo, rows.data() + cinfo.output_scanline,
+                                cinfo.output_height - cinfo.output_scanline);
         jpeg_finish_decompress(&cinfo);
         jpeg_destroy_decompress(&cinfo);
         benchmark::DoNotOptimize(pixels.data());
@@ -97,12 +98,14 @@ void ConvertToBmp(benchmark::State& state) {
     const std::vector<uint8_t>& file = jpegFile(grey);
     for (auto _ : state) {
         uint32_t size = 0;
-        if (ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, file.data(), uint32_t(file.size()), nullptr, &size) != 0) {
+        if (ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, file.data(), uint32_t(file.size()), nullptr,
+                                         &size) != 0) {
             state.SkipWithError("size query failed");
             break;
         }
         std::unique_ptr<uint8_t[]> bmp(new uint8_t[size + 1000]);
-        if (ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, file.data(), uint32_t(file.size()), bmp.get(), &size) != 0) {
+        if (ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, file.data(), uint32_t(file.size()), bmp.get(),
+                                         &size) != 0) {
             state.SkipWithError("conversion failed");
             break;
         }

@@ -37,8 +37,8 @@ int32_t convertToBmp(const std::vector<uint8_t>& bytes, std::vector<uint8_t>& bm
         return result;
     bmp.assign(size + 1000, 0xCD); // over-allocated, as the picture view does
     uint32_t written = uint32_t(bmp.size());
-    const int32_t result =
-        ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, bytes.data(), uint32_t(bytes.size()), bmp.data(), &written);
+    const int32_t result = ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, bytes.data(), uint32_t(bytes.size()),
+                                                        bmp.data(), &written);
     if (result == ZYR_OK) {
         EXPECT_EQ(written, size) << "size query and conversion disagree";
         bmp.resize(written);
@@ -46,7 +46,8 @@ int32_t convertToBmp(const std::vector<uint8_t>& bytes, std::vector<uint8_t>& bm
     return result;
 }
 
-Source png(Pattern pattern, int w, int h, int colourType, int depth, bool interlaced = false, int levels = 256) {
+Source png(Pattern pattern, int w, int h, int colourType, int depth, bool interlaced = false,
+           int levels = 256) {
     Source s;
     const Picture picture = makePicture(w, h, pattern, levels);
     s.bytes = encodePng(picture, colourType, depth, interlaced);
@@ -122,10 +123,12 @@ const ConvertCase convertCases[] = {
     {"png_rgba16", [] { return png(Pattern::ColourAlpha, 5, 5, PNG_COLOR_TYPE_RGB_ALPHA, 16); }},
     {"png_palette8", [] { return png(Pattern::Colour, 7, 5, PNG_COLOR_TYPE_PALETTE, 8); }},
     {"png_palette_transparent", [] { return png(Pattern::ColourAlpha, 5, 4, PNG_COLOR_TYPE_PALETTE, 8); }},
-    {"png_palette4_grey_levels", [] { return png(Pattern::Levels, 9, 3, PNG_COLOR_TYPE_PALETTE, 4, false, 16); }},
+    {"png_palette4_grey_levels",
+     [] { return png(Pattern::Levels, 9, 3, PNG_COLOR_TYPE_PALETTE, 4, false, 16); }},
     {"png_interlaced_rgb", [] { return png(Pattern::Colour, 17, 11, PNG_COLOR_TYPE_RGB, 8, true); }},
     {"png_interlaced_grey", [] { return png(Pattern::Grey, 9, 9, PNG_COLOR_TYPE_GRAY, 8, true); }},
-    {"png_interlaced_rgba", [] { return png(Pattern::ColourAlpha, 10, 7, PNG_COLOR_TYPE_RGB_ALPHA, 8, true); }},
+    {"png_interlaced_rgba",
+     [] { return png(Pattern::ColourAlpha, 10, 7, PNG_COLOR_TYPE_RGB_ALPHA, 8, true); }},
     {"png_one_pixel", [] { return png(Pattern::Grey, 1, 1, PNG_COLOR_TYPE_GRAY, 8); }},
     // JPEG: compared with libjpeg's own decode of the same bytes.
     {"jpeg_colour_odd_width", [] { return jpeg(Pattern::Colour, 13, 7, false); }},
@@ -135,9 +138,15 @@ const ConvertCase convertCases[] = {
     {"jpeg_several_blocks", [] { return jpeg(Pattern::Colour, 257, 3, false); }},
     // BMP: bit depths, palettes, masks, header kinds, row orders, run-length data.
     {"bmp24_bottom_up", [] { return bmp(Pattern::Colour, 13, 7, bits(24), false); }},
-    {"bmp24_top_down", [] { return bmp(Pattern::Colour, 13, 7, with(bits(24), [](BmpOptions& o) { o.topDown = true; }), false); }},
+    {"bmp24_top_down",
+     [] {
+         return bmp(Pattern::Colour, 13, 7, with(bits(24), [](BmpOptions& o) { o.topDown = true; }), false);
+     }},
     {"bmp24_last_row_unpadded",
-     [] { return bmp(Pattern::Colour, 5, 3, with(bits(24), [](BmpOptions& o) { o.omitLastPadding = true; }), false); }},
+     [] {
+         return bmp(Pattern::Colour, 5, 3, with(bits(24), [](BmpOptions& o) { o.omitLastPadding = true; }),
+                    false);
+     }},
     {"bmp8_grey_palette", [] { return bmp(Pattern::Grey, 11, 6, bits(8), true); }},
     {"bmp8_grey_palette_top_down",
      [] { return bmp(Pattern::Grey, 11, 6, with(bits(8), [](BmpOptions& o) { o.topDown = true; }), true); }},
@@ -145,36 +154,53 @@ const ConvertCase convertCases[] = {
     {"bmp4_grey_levels", [] { return bmp(Pattern::Levels, 9, 4, bits(4), true, 16); }},
     {"bmp1_two_levels", [] { return bmp(Pattern::Levels, 19, 3, bits(1), true, 2); }},
     {"bmp16_555", [] { return bmp(Pattern::Colour, 7, 4, bits(16), false); }},
-    {"bmp16_565_bitfields", [] {
-         return bmp(Pattern::Colour, 7, 4, with(bits(16), [](BmpOptions& o) {
-                        o.bitfields = true;
-                        o.masks[0] = 0xF800, o.masks[1] = 0x07E0, o.masks[2] = 0x001F;
-                    }), false);
+    {"bmp16_565_bitfields",
+     [] {
+         return bmp(Pattern::Colour, 7, 4,
+                    with(bits(16),
+                         [](BmpOptions& o) {
+                             o.bitfields = true;
+                             o.masks[0] = 0xF800, o.masks[1] = 0x07E0, o.masks[2] = 0x001F;
+                         }),
+                    false);
      }},
     {"bmp32_unused_fourth_byte", [] { return bmp(Pattern::Colour, 6, 5, bits(32), false); }},
-    {"bmp32_alpha_mask_v4", [] {
-         return bmp(Pattern::ColourAlpha, 6, 5, with(bits(32), [](BmpOptions& o) {
-                        o.headerSize = 108, o.bitfields = true;
-                        o.masks[0] = 0x00FF0000, o.masks[1] = 0x0000FF00, o.masks[2] = 0x000000FF;
-                        o.masks[3] = 0xFF000000;
-                    }), false);
+    {"bmp32_alpha_mask_v4",
+     [] {
+         return bmp(Pattern::ColourAlpha, 6, 5,
+                    with(bits(32),
+                         [](BmpOptions& o) {
+                             o.headerSize = 108, o.bitfields = true;
+                             o.masks[0] = 0x00FF0000, o.masks[1] = 0x0000FF00, o.masks[2] = 0x000000FF;
+                             o.masks[3] = 0xFF000000;
+                         }),
+                    false);
      }},
-    {"bmp32_bitfields_v5_top_down", [] {
-         return bmp(Pattern::Colour, 6, 5, with(bits(32), [](BmpOptions& o) {
-                        o.headerSize = 124, o.bitfields = true, o.topDown = true;
-                        o.masks[0] = 0x000000FF, o.masks[1] = 0x0000FF00, o.masks[2] = 0x00FF0000;
-                    }), false);
+    {"bmp32_bitfields_v5_top_down",
+     [] {
+         return bmp(Pattern::Colour, 6, 5,
+                    with(bits(32),
+                         [](BmpOptions& o) {
+                             o.headerSize = 124, o.bitfields = true, o.topDown = true;
+                             o.masks[0] = 0x000000FF, o.masks[1] = 0x0000FF00, o.masks[2] = 0x00FF0000;
+                         }),
+                    false);
      }},
-    {"bmp_os2_core_header", [] {
+    {"bmp_os2_core_header",
+     [] {
          return bmp(Pattern::Colour, 7, 5, with(bits(8), [](BmpOptions& o) { o.headerSize = 12; }), false);
      }},
-    {"bmp_rle8", [] { return bmp(Pattern::Colour, 9, 6, with(bits(8), [](BmpOptions& o) { o.rle = true; }), false); }},
-    {"bmp_rle4", [] {
+    {"bmp_rle8",
+     [] { return bmp(Pattern::Colour, 9, 6, with(bits(8), [](BmpOptions& o) { o.rle = true; }), false); }},
+    {"bmp_rle4",
+     [] {
          return bmp(Pattern::Levels, 11, 6, with(bits(4), [](BmpOptions& o) { o.rle = true; }), true, 16);
      }},
 };
 
-void PrintTo(const ConvertCase& c, std::ostream* out) { *out << c.name; }
+void PrintTo(const ConvertCase& c, std::ostream* out) {
+    *out << c.name;
+}
 
 class ImageConvert : public ::testing::TestWithParam<ConvertCase> {};
 
@@ -229,11 +255,15 @@ size_t findMarker(const std::vector<uint8_t>& bytes, const std::string& marker) 
     return 0;
 }
 
-std::vector<uint8_t> goodPng() { return encodePng(makePicture(40, 30, Pattern::Colour), PNG_COLOR_TYPE_RGB, 8); }
+std::vector<uint8_t> goodPng() {
+    return encodePng(makePicture(40, 30, Pattern::Colour), PNG_COLOR_TYPE_RGB, 8);
+}
 std::vector<uint8_t> goodJpeg(bool progressive = false) {
     return encodeJpeg(makePicture(64, 48, Pattern::Colour), false, 90, progressive);
 }
-std::vector<uint8_t> goodBmp(const BmpOptions& o = bits(24)) { return encodeBmp(makePicture(9, 8, Pattern::Colour), o); }
+std::vector<uint8_t> goodBmp(const BmpOptions& o = bits(24)) {
+    return encodeBmp(makePicture(9, 8, Pattern::Colour), o);
+}
 
 std::vector<uint8_t> cut(std::vector<uint8_t> bytes, size_t keep) {
     bytes.resize(keep);
@@ -250,105 +280,148 @@ struct DamageCase {
 const DamageCase damageCases[] = {
     {"png_signature_only", [] { return cut(goodPng(), 8); }, ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
     {"png_cut_in_header", [] { return cut(goodPng(), 20); }, ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
-    {"png_cut_in_image_data", [] {
+    {"png_cut_in_image_data",
+     [] {
          auto b = goodPng();
          return cut(b, findMarker(b, "IDAT") + 40);
-     }, ZYR_OK, ZYR_ERR_CORRUPT_IMAGE},
-    {"png_header_crc_wrong", [] {
+     },
+     ZYR_OK, ZYR_ERR_CORRUPT_IMAGE},
+    {"png_header_crc_wrong",
+     [] {
          auto b = goodPng();
          b[29] ^= 0x01; // last byte of the IHDR CRC
          return b;
-     }, ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
-    {"png_image_data_flipped", [] {
+     },
+     ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
+    {"png_image_data_flipped",
+     [] {
          auto b = goodPng();
          b[findMarker(b, "IDAT") + 20] ^= 0xFF;
          return b;
-     }, ZYR_OK, ZYR_ERR_CORRUPT_IMAGE},
-    {"png_zero_width", [] {
+     },
+     ZYR_OK, ZYR_ERR_CORRUPT_IMAGE},
+    {"png_zero_width",
+     [] {
          auto b = goodPng();
          b[16] = b[17] = b[18] = b[19] = 0;
          setChunkCrc(b, 8);
          return b;
-     }, ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
-    {"png_huge", [] {
+     },
+     ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
+    {"png_huge",
+     [] {
          auto b = goodPng();
          b[16] = 0, b[17] = 0, b[18] = 0x9C, b[19] = 0x40; // 40000 wide
          b[20] = 0, b[21] = 0, b[22] = 0x9C, b[23] = 0x40; // 40000 high
          setChunkCrc(b, 8);
          return b;
-     }, ZYR_ERR_UNSUPPORTED_IMAGE, ZYR_ERR_UNSUPPORTED_IMAGE},
-    {"jpeg_start_marker_only", [] { return cut(goodJpeg(), 3); }, ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
+     },
+     ZYR_ERR_UNSUPPORTED_IMAGE, ZYR_ERR_UNSUPPORTED_IMAGE},
+    {"jpeg_start_marker_only", [] { return cut(goodJpeg(), 3); }, ZYR_ERR_CORRUPT_IMAGE,
+     ZYR_ERR_CORRUPT_IMAGE},
     {"jpeg_cut_in_header", [] { return cut(goodJpeg(), 100); }, ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
-    {"jpeg_cut_in_scan", [] {
+    {"jpeg_cut_in_scan",
+     [] {
          auto b = goodJpeg();
          return cut(b, b.size() * 2 / 3);
-     }, ZYR_OK, ZYR_ERR_CORRUPT_IMAGE},
-    {"jpeg_progressive_cut", [] {
+     },
+     ZYR_OK, ZYR_ERR_CORRUPT_IMAGE},
+    {"jpeg_progressive_cut",
+     [] {
          auto b = goodJpeg(true);
          return cut(b, b.size() / 2);
-     }, ZYR_OK, ZYR_ERR_CORRUPT_IMAGE},
-    {"jpeg_zero_height", [] {
+     },
+     ZYR_OK, ZYR_ERR_CORRUPT_IMAGE},
+    {"jpeg_zero_height",
+     [] {
          auto b = goodJpeg();
          const size_t sof = findMarker(b, "\xFF\xC0");
          b[sof + 5] = b[sof + 6] = 0;
          return b;
-     }, ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
-    {"jpeg_marker_inside_scan", [] {
+     },
+     ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
+    {"jpeg_marker_inside_scan",
+     [] {
          auto b = goodJpeg();
          const size_t sos = findMarker(b, "\xFF\xDA");
          b[sos + 40] = 0xFF, b[sos + 41] = 0xD9; // end of image in the middle of the data
          return b;
-     }, ZYR_OK, ZYR_ERR_CORRUPT_IMAGE},
+     },
+     ZYR_OK, ZYR_ERR_CORRUPT_IMAGE},
     {"bmp_file_header_only", [] { return cut(goodBmp(), 14); }, ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
-    {"bmp_pixels_cut", [] {
+    {"bmp_pixels_cut",
+     [] {
          auto b = goodBmp();
          return cut(b, b.size() - 40);
-     }, ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
-    {"bmp_header_size_past_end", [] {
+     },
+     ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
+    {"bmp_header_size_past_end",
+     [] {
          auto b = goodBmp();
          b[14] = 0xFF, b[15] = 0xFF, b[16] = 0xFF;
          return b;
-     }, ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
-    {"bmp_zero_width", [] {
+     },
+     ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
+    {"bmp_zero_width",
+     [] {
          auto b = goodBmp();
          b[18] = b[19] = b[20] = b[21] = 0;
          return b;
-     }, ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
-    {"bmp_seven_bits", [] {
+     },
+     ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
+    {"bmp_seven_bits",
+     [] {
          auto b = goodBmp();
          b[28] = 7;
          return b;
-     }, ZYR_ERR_UNSUPPORTED_IMAGE, ZYR_ERR_UNSUPPORTED_IMAGE},
-    {"bmp_embedded_jpeg", [] {
+     },
+     ZYR_ERR_UNSUPPORTED_IMAGE, ZYR_ERR_UNSUPPORTED_IMAGE},
+    {"bmp_embedded_jpeg",
+     [] {
          auto b = goodBmp();
          b[30] = 4;
          return b;
-     }, ZYR_ERR_UNSUPPORTED_IMAGE, ZYR_ERR_UNSUPPORTED_IMAGE},
-    {"bmp_pixel_offset_past_end", [] {
+     },
+     ZYR_ERR_UNSUPPORTED_IMAGE, ZYR_ERR_UNSUPPORTED_IMAGE},
+    {"bmp_pixel_offset_past_end",
+     [] {
          auto b = goodBmp();
          b[10] = 0xFF, b[11] = 0xFF, b[12] = 0x0F;
          return b;
-     }, ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
-    {"bmp_palette_past_end", [] {
+     },
+     ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
+    {"bmp_palette_past_end",
+     [] {
          auto b = encodeBmp(makePicture(4, 4, Pattern::Grey), bits(8));
          return cut(b, 14 + 40 + 8);
-     }, ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
-    {"bmp_run_lengths_cut", [] {
-         auto b = encodeBmp(makePicture(9, 6, Pattern::Colour), with(bits(8), [](BmpOptions& o) { o.rle = true; }));
+     },
+     ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
+    {"bmp_run_lengths_cut",
+     [] {
+         auto b = encodeBmp(makePicture(9, 6, Pattern::Colour),
+                            with(bits(8), [](BmpOptions& o) { o.rle = true; }));
          return cut(b, b.size() - 30);
-     }, ZYR_OK, ZYR_ERR_CORRUPT_IMAGE},
-    {"bmp_run_lengths_top_down", [] {
-         auto b = encodeBmp(makePicture(9, 6, Pattern::Colour), with(bits(8), [](BmpOptions& o) { o.rle = true; }));
+     },
+     ZYR_OK, ZYR_ERR_CORRUPT_IMAGE},
+    {"bmp_run_lengths_top_down",
+     [] {
+         auto b = encodeBmp(makePicture(9, 6, Pattern::Colour),
+                            with(bits(8), [](BmpOptions& o) { o.rle = true; }));
          b[22] = 0xFA, b[23] = b[24] = b[25] = 0xFF; // height -6
          return b;
-     }, ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
-    {"gif_is_not_read", [] { return std::vector<uint8_t>{'G', 'I', 'F', '8', '9', 'a', 1, 0, 1, 0, 0, 0, 0}; },
+     },
+     ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
+    {"gif_is_not_read",
+     [] { return std::vector<uint8_t>{'G', 'I', 'F', '8', '9', 'a', 1, 0, 1, 0, 0, 0, 0}; },
      ZYR_ERR_UNSUPPORTED_IMAGE, ZYR_ERR_UNSUPPORTED_IMAGE},
-    {"one_byte", [] { return std::vector<uint8_t>{0xFF}; }, ZYR_ERR_UNSUPPORTED_IMAGE, ZYR_ERR_UNSUPPORTED_IMAGE},
+    {"one_byte", [] { return std::vector<uint8_t>{0xFF}; }, ZYR_ERR_UNSUPPORTED_IMAGE,
+     ZYR_ERR_UNSUPPORTED_IMAGE},
     {"empty", [] { return std::vector<uint8_t>{}; }, ZYR_ERR_UNSUPPORTED_IMAGE, ZYR_ERR_UNSUPPORTED_IMAGE},
 };
 
-void PrintTo(const DamageCase& c, std::ostream* out) { *out << c.name; }
+void PrintTo(const DamageCase& c, std::ostream* out) {
+    *out << c.name;
+}
 
 class DamagedImage : public ::testing::TestWithParam<DamageCase> {};
 
@@ -357,12 +430,14 @@ TEST_P(DamagedImage, GivesItsErrorCode) {
     std::vector<uint8_t> bytes = c.make();
     bytes.reserve(bytes.size() + 1); // data() must be non-null even when empty
     uint32_t size = 0;
-    EXPECT_EQ(ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, bytes.data(), uint32_t(bytes.size()), nullptr, &size),
-              c.queryResult);
+    EXPECT_EQ(
+        ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, bytes.data(), uint32_t(bytes.size()), nullptr, &size),
+        c.queryResult);
     std::vector<uint8_t> out(size_t(4) << 20);
     size = uint32_t(out.size());
-    EXPECT_EQ(ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, bytes.data(), uint32_t(bytes.size()), out.data(), &size),
-              c.convertResult);
+    EXPECT_EQ(
+        ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, bytes.data(), uint32_t(bytes.size()), out.data(), &size),
+        c.convertResult);
 }
 
 INSTANTIATE_TEST_SUITE_P(Inputs, DamagedImage, ::testing::ValuesIn(damageCases),
@@ -371,9 +446,11 @@ INSTANTIATE_TEST_SUITE_P(Inputs, DamagedImage, ::testing::ValuesIn(damageCases),
 TEST(ImageConvertArguments, RefusesMissingPointersAndOtherFormats) {
     const std::vector<uint8_t> bytes = goodPng();
     uint32_t size = 0;
-    EXPECT_EQ(ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, nullptr, 10, nullptr, &size), ZYR_ERR_BAD_ARGUMENT);
-    EXPECT_EQ(ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, bytes.data(), uint32_t(bytes.size()), nullptr, nullptr),
+    EXPECT_EQ(ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, nullptr, 10, nullptr, &size),
               ZYR_ERR_BAD_ARGUMENT);
+    EXPECT_EQ(
+        ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, bytes.data(), uint32_t(bytes.size()), nullptr, nullptr),
+        ZYR_ERR_BAD_ARGUMENT);
     for (int32_t format : {0, 5, 7, -1})
         EXPECT_EQ(ZyrReader_ImageConvertFormat(format, bytes.data(), uint32_t(bytes.size()), nullptr, &size),
                   ZYR_ERR_BAD_ARGUMENT)

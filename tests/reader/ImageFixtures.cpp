@@ -23,12 +23,17 @@ void put32(std::vector<uint8_t>& out, size_t at, uint32_t v) {
     for (int i = 0; i < 4; ++i)
         out[at + size_t(i)] = uint8_t(v >> (8 * i));
 }
-uint32_t get16(const std::vector<uint8_t>& in, size_t at) { return uint32_t(in[at] | in[at + 1] << 8); }
+uint32_t get16(const std::vector<uint8_t>& in, size_t at) {
+    return uint32_t(in[at] | in[at + 1] << 8);
+}
 uint32_t get32(const std::vector<uint8_t>& in, size_t at) {
-    return uint32_t(in[at]) | uint32_t(in[at + 1]) << 8 | uint32_t(in[at + 2]) << 16 | uint32_t(in[at + 3]) << 24;
+    return uint32_t(in[at]) | uint32_t(in[at + 1]) << 8 | uint32_t(in[at + 2]) << 16 |
+           uint32_t(in[at + 3]) << 24;
 }
 
-uint8_t grey(const Rgba& c) { return c.r; }
+uint8_t grey(const Rgba& c) {
+    return c.r;
+}
 
 void appendPng(png_structp png, png_bytep data, png_size_t length) {
     auto* out = static_cast<std::vector<uint8_t>*>(png_get_io_ptr(png));
@@ -66,7 +71,8 @@ Picture makePicture(int width, int height, Pattern pattern, int levels) {
             case Pattern::Colour:
             case Pattern::ColourAlpha:
                 c = {uint8_t((x * 29 + y * 7) & 255), uint8_t((x * 3 + y * 41 + 80) & 255),
-                     uint8_t((x * x + y * 13 + 160) & 255), pattern == Pattern::ColourAlpha ? a : uint8_t(255)};
+                     uint8_t((x * x + y * 13 + 160) & 255),
+                     pattern == Pattern::ColourAlpha ? a : uint8_t(255)};
                 break;
             case Pattern::GreyAlpha:
                 c.a = a;
@@ -119,7 +125,8 @@ std::vector<uint8_t> encodePng(const Picture& picture, int colourType, int bitDe
     else if (colourType == PNG_COLOR_TYPE_RGB_ALPHA)
         channels = 4;
     // One byte per sample below 8 bits; png_set_packing packs them.
-    std::vector<std::vector<png_byte>> data(size_t(h), std::vector<png_byte>(size_t(w * channels * bytesPerSample)));
+    std::vector<std::vector<png_byte>> data(size_t(h),
+                                            std::vector<png_byte>(size_t(w * channels * bytesPerSample)));
     for (int y = 0; y < h; ++y) {
         png_byte* row = data[size_t(y)].data();
         for (int x = 0; x < w; ++x) {
@@ -483,9 +490,9 @@ std::string firstDifference(const Picture& expected, const Picture& actual, int 
             const Rgba& a = actual.at(x, y);
             if (std::abs(e.r - a.r) > tolerance || std::abs(e.g - a.g) > tolerance ||
                 std::abs(e.b - a.b) > tolerance || std::abs(e.a - a.a) > tolerance) {
-                out << "pixel (" << x << "," << y << ") is " << int(a.r) << "," << int(a.g) << "," << int(a.b) << ","
-                    << int(a.a) << ", expected " << int(e.r) << "," << int(e.g) << "," << int(e.b) << ","
-                    << int(e.a);
+                out << "pixel (" << x << "," << y << ") is " << int(a.r) << "," << int(a.g) << "," << int(a.b)
+                    << "," << int(a.a) << ", expected " << int(e.r) << "," << int(e.g) << "," << int(e.b)
+                    << "," << int(e.a);
                 return out.str();
             }
         }

@@ -43,16 +43,17 @@ Picture flattenedOverWhite(const Picture& picture);
 std::vector<uint8_t> encodePng(const Picture& picture, int colourType, int bitDepth, bool interlaced = false);
 
 // JPEG through libjpeg (grey: one component).
-std::vector<uint8_t> encodeJpeg(const Picture& picture, bool grey, int quality = 90, bool progressive = false);
+std::vector<uint8_t> encodeJpeg(const Picture& picture, bool grey, int quality = 90,
+                                bool progressive = false);
 // The same bytes through libjpeg alone, as RGB (or grey repeated into r, g, b).
 Picture decodeJpegReference(const std::vector<uint8_t>& jpeg);
 
 struct BmpOptions {
-    int bitsPerPixel = 24;     // 1, 4, 8 (palette), 16, 24, 32
+    int bitsPerPixel = 24; // 1, 4, 8 (palette), 16, 24, 32
     bool topDown = false;
-    bool rle = false;          // RLE8 / RLE4 for 8 / 4 bits
-    int headerSize = 40;       // 12 (OS/2), 40, 108 or 124
-    bool bitfields = false;    // BI_BITFIELDS with the masks below (16 and 32 bits)
+    bool rle = false;       // RLE8 / RLE4 for 8 / 4 bits
+    int headerSize = 40;    // 12 (OS/2), 40, 108 or 124
+    bool bitfields = false; // BI_BITFIELDS with the masks below (16 and 32 bits)
     uint32_t masks[4] = {0, 0, 0, 0};
     bool omitLastPadding = false;
 };

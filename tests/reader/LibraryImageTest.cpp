@@ -1,7 +1,7 @@
+#include "core/LibraryImage.h"
 #include "ImageFixtures.h"
 #include "TestSupport.h"
 #include "ZyrReaderLowLevelAPI.h"
-#include "core/LibraryImage.h"
 #include "core/ObjectRegistry.h"
 #include "imagecodec/RowConverter.h"
 
@@ -29,7 +29,9 @@ struct FormatCase {
     int bytes;
 };
 
-void PrintTo(const FormatCase& c, std::ostream* out) { *out << "format " << c.format; }
+void PrintTo(const FormatCase& c, std::ostream* out) {
+    *out << "format " << c.format;
+}
 
 class PngRoundTrip : public LibraryImages, public ::testing::WithParamInterface<FormatCase> {};
 
@@ -40,7 +42,8 @@ TEST_P(PngRoundTrip, WrittenPngDecodesToTheSamePixels) {
     std::vector<uint8_t> pixels(size_t(stride * height), 0xEE);
     for (int y = 0; y < height; ++y)
         for (int x = 0; x < width * c.bytes; ++x)
-            pixels[size_t(y * stride + x)] = uint8_t(x * 31 + y * 17 + (c.format == ZYR_PIXEL_BGRA32 && x % 4 == 3 ? 0x80 : 0));
+            pixels[size_t(y * stride + x)] =
+                uint8_t(x * 31 + y * 17 + (c.format == ZYR_PIXEL_BGRA32 && x % 4 == 3 ? 0x80 : 0));
     const ZyrImage view{width, height, stride, c.format, pixels.data()};
     const std::string path = folder.file("round.png");
     ASSERT_EQ(LibraryImage::writePng(view, path), ZYR_OK);
@@ -52,8 +55,8 @@ TEST_P(PngRoundTrip, WrittenPngDecodesToTheSamePixels) {
     EXPECT_EQ(decoded->Height, height);
     EXPECT_EQ(decoded->PixelFormat, c.format) << "grey stays grey, colour colour, alpha alpha";
     for (int y = 0; y < height; ++y)
-        EXPECT_EQ(std::memcmp(decoded->Pixels + size_t(y) * size_t(decoded->Stride), pixels.data() + size_t(y * stride),
-                              size_t(width * c.bytes)),
+        EXPECT_EQ(std::memcmp(decoded->Pixels + size_t(y) * size_t(decoded->Stride),
+                              pixels.data() + size_t(y * stride), size_t(width * c.bytes)),
                   0)
             << "row " << y;
     EXPECT_EQ(ZyrReader_DestroyCachedObject(decoded), ZYR_OK);
@@ -91,10 +94,10 @@ TEST_F(LibraryImages, FailuresLeaveTheOutputAloneAndHandOutNothing) {
 TEST_F(LibraryImages, BadViewsAreRefused) {
     uint8_t pixels[64] = {};
     const ZyrImage bad[] = {
-        {4, 4, 3, ZYR_PIXEL_GREY8, pixels},   // stride shorter than a row
-        {0, 4, 4, ZYR_PIXEL_GREY8, pixels},   // no width
-        {4, 4, 4, 2, pixels},                 // unknown format
-        {4, 4, 4, ZYR_PIXEL_GREY8, nullptr},  // no pixels
+        {4, 4, 3, ZYR_PIXEL_GREY8, pixels},  // stride shorter than a row
+        {0, 4, 4, ZYR_PIXEL_GREY8, pixels},  // no width
+        {4, 4, 4, 2, pixels},                // unknown format
+        {4, 4, 4, ZYR_PIXEL_GREY8, nullptr}, // no pixels
     };
     for (const ZyrImage& view : bad) {
         EXPECT_FALSE(LibraryImage::isValidView(&view));
@@ -126,7 +129,9 @@ struct RowCase {
     std::vector<uint8_t> expected;
 };
 
-void PrintTo(const RowCase& c, std::ostream* out) { *out << c.name; }
+void PrintTo(const RowCase& c, std::ostream* out) {
+    *out << c.name;
+}
 
 class RowConversion : public ::testing::TestWithParam<RowCase> {};
 
@@ -144,12 +149,17 @@ INSTANTIATE_TEST_SUITE_P(
         RowCase{"bgra_to_rgba", PixelLayout::BGRA, {1, 2, 3, 4}, PixelLayout::RGBA, {3, 2, 1, 4}},
         RowCase{"grey_to_bgra", PixelLayout::Grey8, {77}, PixelLayout::BGRA, {77, 77, 77, 255}},
         RowCase{"transparent_is_white", PixelLayout::RGBA, {0, 0, 0, 0}, PixelLayout::BGR, {255, 255, 255}},
-        RowCase{"half_black_over_white", PixelLayout::RGBA, {0, 0, 0, 128}, PixelLayout::RGB, {127, 127, 127}},
+        RowCase{
+            "half_black_over_white", PixelLayout::RGBA, {0, 0, 0, 128}, PixelLayout::RGB, {127, 127, 127}},
         RowCase{"opaque_unchanged", PixelLayout::BGRA, {9, 8, 7, 255}, PixelLayout::BGR, {9, 8, 7}},
         RowCase{"grey_alpha_to_grey", PixelLayout::GreyAlpha, {100, 51}, PixelLayout::Grey8, {224}},
         RowCase{"colour_to_grey_luma", PixelLayout::RGB, {255, 0, 0}, PixelLayout::Grey8, {76}},
         RowCase{"grey_keeps_value", PixelLayout::BGRA, {200, 200, 200, 255}, PixelLayout::Grey8, {200}},
-        RowCase{"alpha_kept_when_target_has_it", PixelLayout::GreyAlpha, {5, 6}, PixelLayout::RGBA, {5, 5, 5, 6}}),
+        RowCase{"alpha_kept_when_target_has_it",
+                PixelLayout::GreyAlpha,
+                {5, 6},
+                PixelLayout::RGBA,
+                {5, 5, 5, 6}}),
     [](const ::testing::TestParamInfo<RowCase>& info) { return info.param.name; });
 
 } // namespace

@@ -29,7 +29,9 @@ void startCamera() {
     std::snprintf(settings.DeviceFolder, sizeof settings.DeviceFolder, "%s", capture::emptyDevice().c_str());
     ZyrReader_CameraInitialise(&settings, 1, 0); // camera, 2
 }
-void startParsing() { ZyrReader_ParseInitialise(); } // parse, 2
+void startParsing() {
+    ZyrReader_ParseInitialise();
+} // parse, 2
 void readMissingSettings() {
     ZyrReaderSettings settings{};
     ZyrReader_LL_LoadSettingsFromIniFile(&settings, "/nonexistent/ZyrReader.ini"); // settings, 1
@@ -71,7 +73,9 @@ struct FilterCase {
     std::vector<std::string> expected; // categories of the lines written, after the start line
 };
 
-void PrintTo(const FilterCase& c, std::ostream* out) { *out << c.name; }
+void PrintTo(const FilterCase& c, std::ostream* out) {
+    *out << c.name;
+}
 
 class LoggingFilter : public Logging, public ::testing::WithParamInterface<FilterCase> {};
 

@@ -28,12 +28,19 @@ const Kind kinds[] = {
     {"grey_image", [] { return static_cast<const void*>(LibraryImage::create(7, 3, ZYR_PIXEL_GREY8)); }},
     {"colour_image", [] { return static_cast<const void*>(LibraryImage::create(5, 5, ZYR_PIXEL_RGB24)); }},
     {"symbol_result",
-     [] { return static_cast<const void*>(ObjectRegistry::instance().adopt(std::make_unique<ZyrSymbolResult>())); }},
+     [] {
+         return static_cast<const void*>(
+             ObjectRegistry::instance().adopt(std::make_unique<ZyrSymbolResult>()));
+     }},
     {"aamva_record",
-     [] { return static_cast<const void*>(ObjectRegistry::instance().adopt(std::make_unique<AAMVARecord>())); }},
+     [] {
+         return static_cast<const void*>(ObjectRegistry::instance().adopt(std::make_unique<AAMVARecord>()));
+     }},
 };
 
-void PrintTo(const Kind& k, std::ostream* out) { *out << k.name; }
+void PrintTo(const Kind& k, std::ostream* out) {
+    *out << k.name;
+}
 
 class ObjectLifetime : public ::testing::TestWithParam<Kind> {
 protected:
@@ -101,8 +108,14 @@ TEST(ObjectRelease, ShutdownHooksRunOnEveryDestroyCachedDataLastAddedFirst) {
     // Hooks stay registered for the process; this test's hooks only record while it runs.
     static std::vector<int>* sink = nullptr;
     sink = &calls;
-    zyr::ShutdownHooks::instance().add([] { if (sink) sink->push_back(1); });
-    zyr::ShutdownHooks::instance().add([] { if (sink) sink->push_back(2); });
+    zyr::ShutdownHooks::instance().add([] {
+        if (sink)
+            sink->push_back(1);
+    });
+    zyr::ShutdownHooks::instance().add([] {
+        if (sink)
+            sink->push_back(2);
+    });
     ZyrReader_DestroyCachedData();
     ZyrReader_DestroyCachedData();
     sink = nullptr;

@@ -26,8 +26,12 @@ int32_t startCamera(ZyrReaderSettings* s) {
 int32_t startImageProcessing(ZyrReaderSettings* s) {
     return ZyrReader_ImageProcessingInitialise(s, 0, s ? &s->ImageProcessing : nullptr);
 }
-int32_t startSignal(ZyrReaderSettings* s) { return ZyrReader_SignalInitialise(s); }
-int32_t startParsing(ZyrReaderSettings*) { return ZyrReader_ParseInitialise(); }
+int32_t startSignal(ZyrReaderSettings* s) {
+    return ZyrReader_SignalInitialise(s);
+}
+int32_t startParsing(ZyrReaderSettings*) {
+    return ZyrReader_ParseInitialise();
+}
 
 const ServiceCalls services[] = {
     {"camera", startCamera, ZyrReader_IsCameraInitialised, ZyrReader_CameraShutdown},
@@ -37,7 +41,9 @@ const ServiceCalls services[] = {
     {"parsing", startParsing, ZyrReader_IsParsingInitialised, ZyrReader_ParseShutdown},
 };
 
-void PrintTo(const ServiceCalls& s, std::ostream* out) { *out << s.name; }
+void PrintTo(const ServiceCalls& s, std::ostream* out) {
+    *out << s.name;
+}
 
 class ServiceState : public ::testing::TestWithParam<ServiceCalls> {
 protected:

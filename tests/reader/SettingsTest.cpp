@@ -23,7 +23,9 @@ ZyrReaderSettings garbage() {
     return s;
 }
 
-std::string defaultPluginFolder() { return folderOf(readerLibraryPath()) + "plugins/"; }
+std::string defaultPluginFolder() {
+    return folderOf(readerLibraryPath()) + "plugins/";
+}
 
 // A field of the settings record as text, so that one table can hold every kind of field.
 using Field = std::function<std::string(const ZyrReaderSettings&)>;
@@ -48,34 +50,41 @@ const DocumentedDefault documentedDefaults[] = {
     {"Device.ImageHeight", [](const ZyrReaderSettings& s) { return text(s.ImageHeight); }, "2000"},
     {"Device.TwoSided", [](const ZyrReaderSettings& s) { return text(s.TwoSided); }, "0"},
     {"Device.DarkObjectValue", [](const ZyrReaderSettings& s) { return text(s.DarkObjectValue); }, "40"},
-    {"Device.CommonCaptureResolution", [](const ZyrReaderSettings& s) { return text(s.CommonCaptureResolution); },
-     "400"},
+    {"Device.CommonCaptureResolution",
+     [](const ZyrReaderSettings& s) { return text(s.CommonCaptureResolution); }, "400"},
     {"Device.CommonBinning", [](const ZyrReaderSettings& s) { return text(s.CommonBinning); }, "1"},
     {"Folders.PluginFolder", [](const ZyrReaderSettings& s) { return std::string(s.PluginFolder); },
      defaultPluginFolder()},
-    {"Folders.PluginSettingsFolder", [](const ZyrReaderSettings& s) { return std::string(s.PluginSettingsFolder); },
-     defaultPluginFolder()},
+    {"Folders.PluginSettingsFolder",
+     [](const ZyrReaderSettings& s) { return std::string(s.PluginSettingsFolder); }, defaultPluginFolder()},
     {"Folders.ApplicationFolder", [](const ZyrReaderSettings& s) { return std::string(s.ApplicationFolder); },
      executableFolder()},
     {"Folders.DeviceFolder", [](const ZyrReaderSettings& s) { return std::string(s.DeviceFolder); }, ""},
-    {"ImageProcessing.JpegQuality", [](const ZyrReaderSettings& s) { return text(s.ImageProcessing.JpegQuality); },
-     "90"},
+    {"ImageProcessing.JpegQuality",
+     [](const ZyrReaderSettings& s) { return text(s.ImageProcessing.JpegQuality); }, "90"},
     {"Visible.ExposureMicroseconds",
      [](const ZyrReaderSettings& s) { return text(s.VisibleParameters.ExposureMicroseconds); }, "8000"},
-    {"Visible.OutputScale", [](const ZyrReaderSettings& s) { return text(s.VisibleParameters.OutputScale); }, "1"},
-    {"Visible.DetectThreshold", [](const ZyrReaderSettings& s) { return text(s.VisibleParameters.DetectThreshold); },
-     "60"},
-    {"Visible.AutoExposure", [](const ZyrReaderSettings& s) { return text(s.VisibleParameters.AutoExposure); }, "1"},
+    {"Visible.OutputScale", [](const ZyrReaderSettings& s) { return text(s.VisibleParameters.OutputScale); },
+     "1"},
+    {"Visible.DetectThreshold",
+     [](const ZyrReaderSettings& s) { return text(s.VisibleParameters.DetectThreshold); }, "60"},
+    {"Visible.AutoExposure",
+     [](const ZyrReaderSettings& s) { return text(s.VisibleParameters.AutoExposure); }, "1"},
     {"Infrared.ExposureMicroseconds",
      [](const ZyrReaderSettings& s) { return text(s.InfraredParameters.ExposureMicroseconds); }, "12000"},
-    {"Ultraviolet.Gain", [](const ZyrReaderSettings& s) { return text(s.UltravioletParameters.Gain); }, "200"},
-    {"Ultraviolet.Binning", [](const ZyrReaderSettings& s) { return text(s.UltravioletParameters.Binning); }, "1"},
-    {"Detect.PollIntervalMs", [](const ZyrReaderSettings& s) { return text(s.Detect.PollIntervalMs); }, "100"},
+    {"Ultraviolet.Gain", [](const ZyrReaderSettings& s) { return text(s.UltravioletParameters.Gain); },
+     "200"},
+    {"Ultraviolet.Binning", [](const ZyrReaderSettings& s) { return text(s.UltravioletParameters.Binning); },
+     "1"},
+    {"Detect.PollIntervalMs", [](const ZyrReaderSettings& s) { return text(s.Detect.PollIntervalMs); },
+     "100"},
     {"Locate.MinimumArea", [](const ZyrReaderSettings& s) { return text(s.Locate.MinimumArea); }, "20000"},
     {"Feed.RemovalTimeMs", [](const ZyrReaderSettings& s) { return text(s.Feed.RemovalTimeMs); }, "2000"},
 };
 
-void PrintTo(const DocumentedDefault& d, std::ostream* out) { *out << d.key; }
+void PrintTo(const DocumentedDefault& d, std::ostream* out) {
+    *out << d.key;
+}
 
 class SettingsDefault : public ::testing::TestWithParam<DocumentedDefault> {};
 
@@ -111,9 +120,10 @@ struct KeyCase {
 
 const KeyCase keyCases[] = {
     {"level", "[Logging]\nLevel=3\n", [](const ZyrReaderSettings& s) { return text(s.LoggingLevel); }, "3"},
-    {"negative_level", "[Logging]\nLevel=-2\n", [](const ZyrReaderSettings& s) { return text(s.LoggingLevel); },
-     "-2"},
-    {"hex_mask", "[Logging]\nMask=0x21\n", [](const ZyrReaderSettings& s) { return text(s.LoggingMask); }, "33"},
+    {"negative_level", "[Logging]\nLevel=-2\n",
+     [](const ZyrReaderSettings& s) { return text(s.LoggingLevel); }, "-2"},
+    {"hex_mask", "[Logging]\nMask=0x21\n", [](const ZyrReaderSettings& s) { return text(s.LoggingMask); },
+     "33"},
     {"largest_device", "[Device]\nCameraDevice=18446744073709551615\n",
      [](const ZyrReaderSettings& s) { return text(s.CameraDevice); }, "18446744073709551615"},
     {"image_size", "[Device]\nImageWidth=1024\nImageHeight=768\n",
@@ -123,8 +133,8 @@ const KeyCase keyCases[] = {
          return text(s.TwoSided) + text(s.ExtraProcessing) + text(s.DarkObjectDetect);
      },
      "111"},
-    {"float", "[Device]\nDarkObjectValue=12.5\n", [](const ZyrReaderSettings& s) { return text(s.DarkObjectValue); },
-     "12.5"},
+    {"float", "[Device]\nDarkObjectValue=12.5\n",
+     [](const ZyrReaderSettings& s) { return text(s.DarkObjectValue); }, "12.5"},
     {"camera_blocks_apart",
      "[Visible]\nOutputScale=0.5\n[Infrared]\nBinning=2\n[Ultraviolet]\nExposureMicroseconds=45000\n",
      [](const ZyrReaderSettings& s) {
@@ -132,15 +142,17 @@ const KeyCase keyCases[] = {
                 text(s.UltravioletParameters.ExposureMicroseconds) + " " + text(s.VisibleParameters.Binning);
      },
      "0.5 2 45000 1"},
-    {"sub_records", "[Detect]\nPollIntervalMs=10\n[Locate]\nMinimumArea=5\n[Process]\nDenoiseRadius=3\n"
-                    "[Side]\nMirrorBackSide=1\n[Feed]\nRemovalTimeMs=750\n",
+    {"sub_records",
+     "[Detect]\nPollIntervalMs=10\n[Locate]\nMinimumArea=5\n[Process]\nDenoiseRadius=3\n"
+     "[Side]\nMirrorBackSide=1\n[Feed]\nRemovalTimeMs=750\n",
      [](const ZyrReaderSettings& s) {
          return text(s.Detect.PollIntervalMs) + " " + text(s.Locate.MinimumArea) + " " +
-                text(s.Process.DenoiseRadius) + " " + text(s.Side.MirrorBackSide) + " " + text(s.Feed.RemovalTimeMs);
+                text(s.Process.DenoiseRadius) + " " + text(s.Side.MirrorBackSide) + " " +
+                text(s.Feed.RemovalTimeMs);
      },
      "10 5 3 1 750"},
-    {"names_ignore_case", "[logging]\nLEVEL=2\n", [](const ZyrReaderSettings& s) { return text(s.LoggingLevel); },
-     "2"},
+    {"names_ignore_case", "[logging]\nLEVEL=2\n",
+     [](const ZyrReaderSettings& s) { return text(s.LoggingLevel); }, "2"},
     {"spaces_and_crlf", "  [ Logging ]  \r\n  Level  =  4  \r\n",
      [](const ZyrReaderSettings& s) { return text(s.LoggingLevel); }, "4"},
     {"last_of_two_wins", "[Logging]\nLevel=1\nLevel=5\n",
@@ -152,31 +164,37 @@ const KeyCase keyCases[] = {
     {"absolute_folder_gets_slash", "[Folders]\nPluginFolder=/opt/decoders\n",
      [](const ZyrReaderSettings& s) { return std::string(s.PluginFolder); }, "/opt/decoders/"},
     // Values that do not parse keep the default.
-    {"bad_number", "[Logging]\nLevel=abc\n", [](const ZyrReaderSettings& s) { return text(s.LoggingLevel); }, "0"},
-    {"trailing_junk", "[Device]\nImageWidth=12x\n", [](const ZyrReaderSettings& s) { return text(s.ImageWidth); },
-     "2700"},
-    {"negative_unsigned", "[Logging]\nMask=-1\n", [](const ZyrReaderSettings& s) { return text(s.LoggingMask); },
-     "63"},
+    {"bad_number", "[Logging]\nLevel=abc\n", [](const ZyrReaderSettings& s) { return text(s.LoggingLevel); },
+     "0"},
+    {"trailing_junk", "[Device]\nImageWidth=12x\n",
+     [](const ZyrReaderSettings& s) { return text(s.ImageWidth); }, "2700"},
+    {"negative_unsigned", "[Logging]\nMask=-1\n",
+     [](const ZyrReaderSettings& s) { return text(s.LoggingMask); }, "63"},
     {"int_overflow", "[Device]\nImageWidth=99999999999\n",
      [](const ZyrReaderSettings& s) { return text(s.ImageWidth); }, "2700"},
     {"byte_overflow", "[Device]\nCommonBinning=256\n",
      [](const ZyrReaderSettings& s) { return text(s.CommonBinning); }, "1"},
-    {"flag_not_a_flag", "[Device]\nTwoSided=2\n", [](const ZyrReaderSettings& s) { return text(s.TwoSided); }, "0"},
+    {"flag_not_a_flag", "[Device]\nTwoSided=2\n", [](const ZyrReaderSettings& s) { return text(s.TwoSided); },
+     "0"},
     {"float_not_finite", "[Device]\nDarkObjectValue=nan\n",
      [](const ZyrReaderSettings& s) { return text(s.DarkObjectValue); }, "40"},
-    {"empty_value", "[Device]\nImageHeight=\n", [](const ZyrReaderSettings& s) { return text(s.ImageHeight); },
-     "2000"},
-    {"folder_too_long", nullptr, [](const ZyrReaderSettings& s) { return std::string(s.PluginFolder); }, nullptr},
+    {"empty_value", "[Device]\nImageHeight=\n",
+     [](const ZyrReaderSettings& s) { return text(s.ImageHeight); }, "2000"},
+    {"folder_too_long", nullptr, [](const ZyrReaderSettings& s) { return std::string(s.PluginFolder); },
+     nullptr},
 };
 
-void PrintTo(const KeyCase& c, std::ostream* out) { *out << c.name; }
+void PrintTo(const KeyCase& c, std::ostream* out) {
+    *out << c.name;
+}
 
 class SettingsKey : public ::testing::TestWithParam<KeyCase> {};
 
 TEST_P(SettingsKey, IsReadFromTheFile) {
     const KeyCase& c = GetParam();
     TempFolder folder;
-    const std::string ini = c.ini != nullptr ? c.ini : "[Folders]\nPluginFolder=/" + std::string(2000, 'x') + "\n";
+    const std::string ini =
+        c.ini != nullptr ? c.ini : "[Folders]\nPluginFolder=/" + std::string(2000, 'x') + "\n";
     const std::string expected = c.expected != nullptr ? c.expected : defaultPluginFolder();
     writeText(folder.file("ZyrReader.ini"), ini);
     ZyrReaderSettings settings = garbage();
@@ -202,7 +220,8 @@ TEST_P(RelativeFolder, IsTakenFromTheSettingsFilesFolder) {
     writeText(folder.file("conf/deep/ZyrReader.ini"),
               std::string("[Folders]\nPluginSettingsFolder=") + GetParam().value + "\n");
     ZyrReaderSettings settings = garbage();
-    ASSERT_EQ(ZyrReader_LL_LoadSettingsFromIniFile(&settings, folder.file("conf/deep/ZyrReader.ini").c_str()), ZYR_OK);
+    ASSERT_EQ(ZyrReader_LL_LoadSettingsFromIniFile(&settings, folder.file("conf/deep/ZyrReader.ini").c_str()),
+              ZYR_OK);
     EXPECT_EQ(std::string(settings.PluginSettingsFolder), folder.path() + GetParam().expectedUnderIniFolder);
 }
 
@@ -236,7 +255,8 @@ TEST(SettingsFile, UnreadableFileGivesFileErrorDefaultsAndNoReport) {
     }
     ZyrReaderSettings settings = garbage();
     EXPECT_EQ(ZyrReader_LL_LoadSettingsFromIniFile(&settings, nullptr), ZYR_ERR_FILE);
-    EXPECT_EQ(ZyrReader_LL_LoadSettingsFromIniFile(nullptr, folder.file("x.ini").c_str()), ZYR_ERR_BAD_ARGUMENT);
+    EXPECT_EQ(ZyrReader_LL_LoadSettingsFromIniFile(nullptr, folder.file("x.ini").c_str()),
+              ZYR_ERR_BAD_ARGUMENT);
     EXPECT_TRUE(handler.codes().empty());
 }
 
@@ -252,17 +272,21 @@ const NoReaderCase noReaderCases[] = {
     {"empty", [](const TempFolder&) { return std::string(); }},
     {"missing_folder", [](const TempFolder& t) { return t.file("nowhere"); }},
     {"folder_without_device_ini", [](const TempFolder& t) { return t.path(); }},
-    {"device_ini_is_a_folder", [](const TempFolder& t) {
+    {"device_ini_is_a_folder",
+     [](const TempFolder& t) {
          fs::create_directory(t.file("device.ini"));
          return t.path();
      }},
-    {"names_a_file", [](const TempFolder& t) {
+    {"names_a_file",
+     [](const TempFolder& t) {
          writeText(t.file("device.ini"), "[Device]\nTwoSided=1\n");
          return t.file("device.ini");
      }},
 };
 
-void PrintTo(const NoReaderCase& c, std::ostream* out) { *out << c.name; }
+void PrintTo(const NoReaderCase& c, std::ostream* out) {
+    *out << c.name;
+}
 
 class NoReader : public ::testing::TestWithParam<NoReaderCase> {};
 
@@ -333,7 +357,9 @@ struct LayoutCase {
     const char* expected;
 };
 
-void PrintTo(const LayoutCase& c, std::ostream* out) { *out << c.name; }
+void PrintTo(const LayoutCase& c, std::ostream* out) {
+    *out << c.name;
+}
 
 class PluginLayout : public ::testing::TestWithParam<LayoutCase> {};
 

@@ -86,10 +86,16 @@ RecordingErrorHandler::RecordingErrorHandler() {
     ZyrReader_SetErrorHandler(record, 0);
 }
 
-RecordingErrorHandler::~RecordingErrorHandler() { ZyrReader_SetErrorHandler(nullptr, 0); }
+RecordingErrorHandler::~RecordingErrorHandler() {
+    ZyrReader_SetErrorHandler(nullptr, 0);
+}
 
-const std::vector<int32_t>& RecordingErrorHandler::codes() const { return recordedCodes; }
-const std::vector<std::string>& RecordingErrorHandler::messages() const { return recordedMessages; }
+const std::vector<int32_t>& RecordingErrorHandler::codes() const {
+    return recordedCodes;
+}
+const std::vector<std::string>& RecordingErrorHandler::messages() const {
+    return recordedMessages;
+}
 
 std::string readerLibraryPath() {
     Dl_info info{};
@@ -98,8 +104,12 @@ std::string readerLibraryPath() {
     return fs::canonical(info.dli_fname).string();
 }
 
-std::string folderOf(const std::string& path) { return fs::path(path).parent_path().string() + "/"; }
+std::string folderOf(const std::string& path) {
+    return fs::path(path).parent_path().string() + "/";
+}
 
-std::string executableFolder() { return folderOf(fs::read_symlink("/proc/self/exe").string()); }
+std::string executableFolder() {
+    return folderOf(fs::read_symlink("/proc/self/exe").string());
+}
 
 } // namespace support

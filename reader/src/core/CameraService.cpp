@@ -14,7 +14,8 @@ int32_t CameraService::initialise(const ZyrReaderSettings& settings, uint64_t de
     settings_ = settings;
     device_ = device;
     initialised_ = true;
-    Log::write(ZYR_LOG_CAMERA, LogInfo, "camera started, device %llu", static_cast<unsigned long long>(device));
+    Log::write(ZYR_LOG_CAMERA, LogInfo, "camera started, device %llu",
+               static_cast<unsigned long long>(device));
     return ZYR_OK;
 }
 

@@ -11,7 +11,9 @@ std::atomic<ZyrReaderErrorHandler> currentHandler{nullptr};
 
 } // namespace
 
-void ErrorReporter::setHandler(ZyrReaderErrorHandler handler) { currentHandler = handler; }
+void ErrorReporter::setHandler(ZyrReaderErrorHandler handler) {
+    currentHandler = handler;
+}
 
 void ErrorReporter::report(int32_t code, const char* message) {
     if (message == nullptr)

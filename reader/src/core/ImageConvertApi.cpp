@@ -21,11 +21,11 @@ ZYRREADER_API int32_t ZyrReader_ImageConvertFormat(int32_t format, const uint8_t
             *outputSize = written;
     }
     if (result != ZYR_OK)
-        Log::write(ZYR_LOG_IMAGES, LogError, "conversion of %u bytes to format %d failed: error %d", inputLength,
-                   format, result);
+        Log::write(ZYR_LOG_IMAGES, LogError, "conversion of %u bytes to format %d failed: error %d",
+                   inputLength, format, result);
     else
-        Log::write(ZYR_LOG_IMAGES, LogDetail, "converted %u bytes to %u bytes of format %d", inputLength, *outputSize,
-                   format);
+        Log::write(ZYR_LOG_IMAGES, LogDetail, "converted %u bytes to %u bytes of format %d", inputLength,
+                   *outputSize, format);
     return result;
 }
 

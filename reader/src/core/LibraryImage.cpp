@@ -86,7 +86,8 @@ ZyrImage* LibraryImage::adopt(RawImage&& raw) {
         format = ZYR_PIXEL_BGRA32;
         break;
     default: { // convert the layouts a ZyrImage cannot describe
-        ZyrImage* converted = create(raw.width, raw.height, hasAlpha(raw.layout) ? ZYR_PIXEL_BGRA32 : ZYR_PIXEL_RGB24);
+        ZyrImage* converted =
+            create(raw.width, raw.height, hasAlpha(raw.layout) ? ZYR_PIXEL_BGRA32 : ZYR_PIXEL_RGB24);
         if (converted == nullptr)
             return nullptr;
         for (int32_t y = 0; y < raw.height; ++y)
@@ -112,8 +113,8 @@ ZyrImage* LibraryImage::copy(const ZyrImage& view) {
     if (image == nullptr)
         return nullptr;
     for (int32_t y = 0; y < view.Height; ++y)
-        std::memcpy(image->Pixels + size_t(y) * size_t(image->Stride), view.Pixels + size_t(y) * size_t(view.Stride),
-                    size_t(image->Stride));
+        std::memcpy(image->Pixels + size_t(y) * size_t(image->Stride),
+                    view.Pixels + size_t(y) * size_t(view.Stride), size_t(image->Stride));
     return image;
 }
 

@@ -12,7 +12,9 @@ ObjectRegistry& ObjectRegistry::instance() {
     return registry;
 }
 
-ObjectRegistry::~ObjectRegistry() { destroyAll(); }
+ObjectRegistry::~ObjectRegistry() {
+    destroyAll();
+}
 
 bool ObjectRegistry::add(const void* object, std::function<void()> deleter) {
     if (object == nullptr || !deleter)

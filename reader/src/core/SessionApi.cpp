@@ -13,7 +13,9 @@ using namespace zyr;
 
 extern "C" {
 
-ZYRREADER_API const char* ZyrReader_ErrorText(int32_t code) { return ErrorReporter::text(code); }
+ZYRREADER_API const char* ZyrReader_ErrorText(int32_t code) {
+    return ErrorReporter::text(code);
+}
 
 ZYRREADER_API int32_t ZyrReader_SetErrorHandler(ZyrReaderErrorHandler handler, uint32_t options) {
     (void)options; // reserved
@@ -21,7 +23,8 @@ ZYRREADER_API int32_t ZyrReader_SetErrorHandler(ZyrReaderErrorHandler handler, u
     return ZYR_OK;
 }
 
-ZYRREADER_API int32_t ZyrReader_InitialiseLogging(bool enable, int32_t level, uint32_t mask, const char* fileName) {
+ZYRREADER_API int32_t ZyrReader_InitialiseLogging(bool enable, int32_t level, uint32_t mask,
+                                                  const char* fileName) {
     if (!enable || level <= 0) {
         Log::close();
         return ZYR_OK;

@@ -36,8 +36,8 @@ constexpr const char* kApplicationDefault = "<application>";
 
 #define ZYR_AT(member) offsetof(ZyrReaderSettings, member)
 
-void addCameraKeys(std::vector<Key>& keys, const char* section, size_t base, const char* exposure, const char* gain,
-                   const char* whiteBalance, const char* led, const char* autoExposure) {
+void addCameraKeys(std::vector<Key>& keys, const char* section, size_t base, const char* exposure,
+                   const char* gain, const char* whiteBalance, const char* led, const char* autoExposure) {
     auto add = [&](const char* name, Kind kind, size_t offset, const char* fallback) {
         keys.push_back({section, name, kind, base + offset, fallback});
     };
@@ -95,7 +95,8 @@ const std::vector<Key>& keyTable() {
 
 #undef ZYR_AT
 
-bool parseInteger(const std::string& text, long long minimum, unsigned long long maximum, unsigned long long& out) {
+bool parseInteger(const std::string& text, long long minimum, unsigned long long maximum,
+                  unsigned long long& out) {
     if (text.empty())
         return false;
     const char* begin = text.c_str();
@@ -141,12 +142,14 @@ std::string resolveFolder(const std::string& text, const std::string& baseFolder
 }
 
 // Stores text as the key's value; false when it does not parse (the record is then unchanged).
-bool store(ZyrReaderSettings& settings, const Key& key, const std::string& text, const std::string& baseFolder) {
+bool store(ZyrReaderSettings& settings, const Key& key, const std::string& text,
+           const std::string& baseFolder) {
     auto* field = reinterpret_cast<unsigned char*>(&settings) + key.offset;
     unsigned long long integer = 0;
     switch (key.kind) {
     case Kind::Int32: {
-        if (!parseInteger(text, std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max(), integer))
+        if (!parseInteger(text, std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max(),
+                          integer))
             return false;
         const int32_t value = static_cast<int32_t>(static_cast<long long>(integer));
         std::memcpy(field, &value, sizeof value);
@@ -221,7 +224,8 @@ int32_t SettingsLoader::loadFile(ZyrReaderSettings& settings, const std::string&
     fillDefaults(settings);
     IniReader ini;
     if (!ini.load(path)) {
-        Log::write(ZYR_LOG_SETTINGS, LogError, "settings file %s cannot be read; defaults used", path.c_str());
+        Log::write(ZYR_LOG_SETTINGS, LogError, "settings file %s cannot be read; defaults used",
+                   path.c_str());
         return ZYR_ERR_FILE;
     }
     std::error_code error;

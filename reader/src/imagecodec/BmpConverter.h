@@ -15,7 +15,8 @@ public:
 
     // Writes the BMP into output (capacity bytes). ZYR_ERR_BUFFER_TOO_SMALL leaves output untouched
     // and sets written to the size needed.
-    static int32_t convert(const uint8_t* data, size_t size, uint8_t* output, uint32_t capacity, uint32_t& written);
+    static int32_t convert(const uint8_t* data, size_t size, uint8_t* output, uint32_t capacity,
+                           uint32_t& written);
 };
 
 } // namespace zyr

@@ -11,8 +11,12 @@ namespace {
 enum : uint32_t { BiRgb = 0, BiRle8 = 1, BiRle4 = 2, BiBitfields = 3, BiAlphaBitfields = 6 };
 constexpr size_t kFileHeaderSize = 14;
 
-uint16_t u16(const uint8_t* p) { return static_cast<uint16_t>(p[0] | p[1] << 8); }
-uint32_t u32(const uint8_t* p) { return p[0] | p[1] << 8 | p[2] << 16 | static_cast<uint32_t>(p[3]) << 24; }
+uint16_t u16(const uint8_t* p) {
+    return static_cast<uint16_t>(p[0] | p[1] << 8);
+}
+uint32_t u32(const uint8_t* p) {
+    return p[0] | p[1] << 8 | p[2] << 16 | static_cast<uint32_t>(p[3]) << 24;
+}
 
 // Extracts one colour component under a mask and scales it to 8 bits.
 class MaskChannel {
@@ -47,7 +51,9 @@ private:
 
 } // namespace
 
-bool BmpDecoder::hasSignature(const uint8_t* data, size_t size) { return size >= 2 && data[0] == 'B' && data[1] == 'M'; }
+bool BmpDecoder::hasSignature(const uint8_t* data, size_t size) {
+    return size >= 2 && data[0] == 'B' && data[1] == 'M';
+}
 
 int32_t BmpDecoder::parse(const uint8_t* data, size_t size, Header& h) {
     if (size < kFileHeaderSize + 4)
@@ -166,7 +172,8 @@ int32_t BmpDecoder::readInfo(const uint8_t* data, size_t size, ImageInfo& info) 
 }
 
 // Expands RLE4/RLE8 data into one palette index per byte, rows bottom-up; skipped pixels stay 0.
-int32_t BmpDecoder::expandRle(const Header& h, const uint8_t* data, size_t size, std::vector<uint8_t>& indices) {
+int32_t BmpDecoder::expandRle(const Header& h, const uint8_t* data, size_t size,
+                              std::vector<uint8_t>& indices) {
     const bool rle4 = h.compression == BiRle4;
     const size_t width = size_t(h.width);
     const size_t height = size_t(h.height);
@@ -262,7 +269,8 @@ int32_t BmpDecoder::decode(const uint8_t* data, size_t size, PixelLayout layout,
             for (size_t x = 0; x < width; ++x) {
                 const unsigned shift = 8u - bitCount * (1u + x % perByte);
                 const unsigned index = (source[x / perByte] >> shift) & mask;
-                std::memcpy(target + x * size_t(outBytes), lookup.data() + index * size_t(outBytes), size_t(outBytes));
+                std::memcpy(target + x * size_t(outBytes), lookup.data() + index * size_t(outBytes),
+                            size_t(outBytes));
             }
             continue;
         }
@@ -276,7 +284,8 @@ int32_t BmpDecoder::decode(const uint8_t* data, size_t size, PixelLayout layout,
         for (size_t x = 0; x < width; ++x) {
             uint8_t* out = bgra.data() + 4 * x;
             const uint32_t pixel = bitCount == 16 ? u16(source + 2 * x) : u32(source + 4 * x);
-            out[0] = blue(pixel, 0), out[1] = green(pixel, 0), out[2] = red(pixel, 0), out[3] = alpha(pixel, 255);
+            out[0] = blue(pixel, 0), out[1] = green(pixel, 0), out[2] = red(pixel, 0),
+            out[3] = alpha(pixel, 255);
         }
         RowConverter::convert(PixelLayout::BGRA, bgra.data(), layout, target, h.width);
     }

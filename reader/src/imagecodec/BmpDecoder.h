@@ -43,7 +43,8 @@ private:
     };
 
     static int32_t parse(const uint8_t* data, size_t size, Header& header);
-    static int32_t expandRle(const Header& header, const uint8_t* data, size_t size, std::vector<uint8_t>& indices);
+    static int32_t expandRle(const Header& header, const uint8_t* data, size_t size,
+                             std::vector<uint8_t>& indices);
 };
 
 } // namespace zyr

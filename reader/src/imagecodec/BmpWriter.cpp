@@ -66,8 +66,8 @@ void BmpWriter::layOut(uint8_t* file, int32_t width, int32_t height, bool grey, 
     }
 }
 
-std::vector<uint8_t> BmpWriter::encode(int32_t width, int32_t height, PixelLayout layout, const uint8_t* pixels,
-                                       int32_t stride) {
+std::vector<uint8_t> BmpWriter::encode(int32_t width, int32_t height, PixelLayout layout,
+                                       const uint8_t* pixels, int32_t stride) {
     const bool grey = layout == PixelLayout::Grey8;
     const uint64_t size = fileSize(width, height, grey);
     if (size == 0)
@@ -76,8 +76,8 @@ std::vector<uint8_t> BmpWriter::encode(int32_t width, int32_t height, PixelLayou
     std::vector<uint8_t*> rows(static_cast<size_t>(height));
     layOut(file.data(), width, height, grey, rows.data());
     for (int32_t y = 0; y < height; ++y)
-        RowConverter::convert(layout, pixels + size_t(y) * stride, grey ? PixelLayout::Grey8 : PixelLayout::BGR,
-                              rows[y], width);
+        RowConverter::convert(layout, pixels + size_t(y) * stride,
+                              grey ? PixelLayout::Grey8 : PixelLayout::BGR, rows[y], width);
     return file;
 }
 

@@ -21,8 +21,8 @@ public:
     static void layOut(uint8_t* file, int32_t width, int32_t height, bool grey, uint8_t** rows);
 
     // Whole file from pixel rows (Grey8, or any colour layout, which is written as BGR).
-    static std::vector<uint8_t> encode(int32_t width, int32_t height, PixelLayout layout, const uint8_t* pixels,
-                                       int32_t stride);
+    static std::vector<uint8_t> encode(int32_t width, int32_t height, PixelLayout layout,
+                                       const uint8_t* pixels, int32_t stride);
 };
 
 } // namespace zyr

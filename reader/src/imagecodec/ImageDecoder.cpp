@@ -57,7 +57,9 @@ int32_t ImageDecoder::decode(const uint8_t* data, size_t size, RawImage& image) 
     ImageInfo info;
     if (const int32_t result = readInfo(data, size, info))
         return result;
-    const PixelLayout layout = info.alpha ? PixelLayout::BGRA : info.colour ? PixelLayout::RGB : PixelLayout::Grey8;
+    const PixelLayout layout = info.alpha    ? PixelLayout::BGRA
+                               : info.colour ? PixelLayout::RGB
+                                             : PixelLayout::Grey8;
     return decode(data, size, layout, image);
 }
 

@@ -49,7 +49,8 @@ void onMessage(j_common_ptr cinfo, int level) {
         return;
     const int code = cinfo->err->msg_code;
     // The arithmetic-coding warning's number depends on how the library was configured.
-    const char* text = code >= 0 && code <= cinfo->err->last_jpeg_message ? cinfo->err->jpeg_message_table[code] : "";
+    const char* text =
+        code >= 0 && code <= cinfo->err->last_jpeg_message ? cinfo->err->jpeg_message_table[code] : "";
     if (text != nullptr && std::strstr(text, "bad arithmetic code") != nullptr)
         fail(cinfo, ZYR_ERR_CORRUPT_IMAGE);
     switch (code) {
@@ -117,7 +118,8 @@ public:
             return errors_.code;
         while (cinfo_.output_scanline < cinfo_.output_height) {
             const JDIMENSION line = cinfo_.output_scanline;
-            if (jpeg_read_scanlines(&cinfo_, const_cast<JSAMPARRAY>(rows + line), cinfo_.output_height - line) == 0)
+            if (jpeg_read_scanlines(&cinfo_, const_cast<JSAMPARRAY>(rows + line),
+                                    cinfo_.output_height - line) == 0)
                 fail(reinterpret_cast<j_common_ptr>(&cinfo_), ZYR_ERR_CORRUPT_IMAGE);
         }
         return ZYR_OK;
@@ -208,7 +210,8 @@ int32_t JpegDecoder::decode(const uint8_t* data, size_t size, PixelLayout layout
     }
 
     // Decode whole into an intermediate layout, then convert row by row.
-    const J_COLOR_SPACE space = cmyk ? JCS_CMYK : (cinfo.jpeg_color_space == JCS_GRAYSCALE ? JCS_GRAYSCALE : JCS_EXT_RGB);
+    const J_COLOR_SPACE space =
+        cmyk ? JCS_CMYK : (cinfo.jpeg_color_space == JCS_GRAYSCALE ? JCS_GRAYSCALE : JCS_EXT_RGB);
     if (const int32_t result = reader.start(space))
         return result;
     const size_t width = cinfo.output_width;

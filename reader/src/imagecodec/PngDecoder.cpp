@@ -27,7 +27,9 @@ void readFromMemory(png_structp png, png_bytep out, png_size_t length) {
     source->position += length;
 }
 
-void onError(png_structp png, png_const_charp) { png_longjmp(png, 1); }
+void onError(png_structp png, png_const_charp) {
+    png_longjmp(png, 1);
+}
 void onWarning(png_structp, png_const_charp) {}
 
 // Owns libpng's read structures for one decode.
@@ -104,7 +106,9 @@ int32_t checkSize(png_uint_32 width, png_uint_32 height) {
 
 } // namespace
 
-bool PngDecoder::hasSignature(const uint8_t* data, size_t size) { return size >= 8 && png_sig_cmp(data, 0, 8) == 0; }
+bool PngDecoder::hasSignature(const uint8_t* data, size_t size) {
+    return size >= 8 && png_sig_cmp(data, 0, 8) == 0;
+}
 
 int32_t PngDecoder::readInfo(const uint8_t* data, size_t size, ImageInfo& info) {
     PngReader reader(data, size);

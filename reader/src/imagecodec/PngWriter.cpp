@@ -24,7 +24,9 @@ void appendToVector(png_structp png, png_bytep data, png_size_t length) {
         png_error(png, "out of memory");
 }
 void noFlush(png_structp) {}
-void onError(png_structp png, png_const_charp) { png_longjmp(png, 1); }
+void onError(png_structp png, png_const_charp) {
+    png_longjmp(png, 1);
+}
 void onWarning(png_structp, png_const_charp) {}
 
 // The rows libpng reads: each converted to a layout PNG stores.
@@ -60,8 +62,8 @@ bool writeRows(png_structp png, png_infop info, const RowSource& s, int colourTy
 
 } // namespace
 
-int32_t PngWriter::encode(int32_t width, int32_t height, PixelLayout layout, const uint8_t* pixels, int32_t stride,
-                          std::vector<uint8_t>& out) {
+int32_t PngWriter::encode(int32_t width, int32_t height, PixelLayout layout, const uint8_t* pixels,
+                          int32_t stride, std::vector<uint8_t>& out) {
     if (width <= 0 || height <= 0 || pixels == nullptr || stride < width * bytesPerPixel(layout))
         return ZYR_ERR_BAD_ARGUMENT;
     PixelLayout stored;

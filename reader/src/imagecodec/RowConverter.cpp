@@ -58,7 +58,8 @@ inline void store(PixelLayout layout, bool sourceIsGrey, Rgba c, uint8_t* p) {
 
 } // namespace
 
-void RowConverter::convert(PixelLayout from, const uint8_t* source, PixelLayout to, uint8_t* target, int32_t width) {
+void RowConverter::convert(PixelLayout from, const uint8_t* source, PixelLayout to, uint8_t* target,
+                           int32_t width) {
     if (width <= 0)
         return;
     const int inBytes = bytesPerPixel(from);

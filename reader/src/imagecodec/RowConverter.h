@@ -12,7 +12,8 @@ namespace zyr {
 
 class RowConverter {
 public:
-    static void convert(PixelLayout from, const uint8_t* source, PixelLayout to, uint8_t* target, int32_t width);
+    static void convert(PixelLayout from, const uint8_t* source, PixelLayout to, uint8_t* target,
+                        int32_t width);
 
     // A colour component c with opacity a, composited over white.
     static uint8_t overWhite(uint8_t c, uint8_t a) {

@@ -25,7 +25,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
     std::vector<uint8_t> bmp(needed);
     uint32_t small = needed - 1;
-    if (ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, data, length, bmp.data(), &small) != ZYR_ERR_BUFFER_TOO_SMALL ||
+    if (ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, data, length, bmp.data(), &small) !=
+            ZYR_ERR_BUFFER_TOO_SMALL ||
         small != needed)
         std::abort(); // a short buffer must be refused with the size it needs
     uint32_t written = needed;
