@@ -1,0 +1,406 @@
+#include "CGlyphorDlg.h"
+
+#include "CAboutDlg.h"
+#include "CBitmapPicture.h"
+#include "CCancelDlg.h"
+#include "CJobRunner.h"
+#include "ControlIds.h"
+#include "DialogBuilder.h"
+#include "JobContext.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QHeaderView>
+#include <QLabel>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPainter>
+#include <QPushButton>
+#include <QStyle>
+#include <QThread>
+#include <QTreeWidget>
+
+namespace {
+
+// The stop-processing dialog as a running job sees it.
+class CancelDlgJobContext : public JobContext {
+public:
+    explicit CancelDlgJobContext(CCancelDlg& dialog) : m_dialog(dialog) {}
+    bool IsStopped() const override { return m_dialog.IsStopped(); }
+    void SetStatusText(const std::string& text) override { m_dialog.SetStatusText(text); }
+
+private:
+    CCancelDlg& m_dialog;
+};
+
+constexpr int kActionButtons[] = {IDC_CAPTURE_MULTI, IDC_CAPTURE, IDC_OPEN_IMAGE, IDC_NEXT,
+                                  IDC_PREVIOUS,      IDC_DECODE_IMAGE, IDC_DECODE_MULTI};
+
+// Controls that follow the right edge when the window is resized.
+constexpr int kRightColumn[] = {IDC_CAPTURE_MULTI, IDC_DARK_OBJECT_DETECT, IDC_CAPTURE,  IDC_OPEN_IMAGE,
+                                IDC_PREVIOUS,      IDC_NEXT,               IDC_DECODE_IMAGE, IDC_DECODE_MULTI,
+                                IDC_CLEAR_RESULTS, IDC_PLUGINS_LABEL,      IDC_PLUGINS};
+
+QString Latin1(const std::string& text) { return QString::fromLocal8Bit(text.c_str()); }
+
+} // namespace
+
+CGlyphorDlg::CGlyphorDlg(QWidget* parent) : QDialog(parent), m_icon(DialogBuilder::AppIcon()), m_session(*this) {
+    BuildControls();
+}
+
+CGlyphorDlg::~CGlyphorDlg() = default;
+
+void CGlyphorDlg::BuildControls() {
+    DialogBuilder::Build(*this, MainDialogTemplate(), [](const ControlTemplate& c, QWidget* parent) -> QWidget* {
+        return c.kind == ControlKind::Picture ? new CBitmapPicture(parent) : nullptr;
+    });
+    setWindowFlag(Qt::WindowMinMaxButtonsHint);
+    m_picture = Control<CBitmapPicture>(this, IDC_PICTURE);
+    m_side1Picture = Control<CBitmapPicture>(this, IDC_SIDE1_PICTURE);
+    m_side2Picture = Control<CBitmapPicture>(this, IDC_SIDE2_PICTURE);
+    m_pluginList = Control<QListWidget>(this, IDC_PLUGINS);
+    m_resultsList = Control<QTreeWidget>(this, IDC_RESULTS);
+
+    connect(Control<QPushButton>(this, IDC_OPEN_IMAGE), &QPushButton::clicked, this, &CGlyphorDlg::OnOpenImage);
+    connect(Control<QPushButton>(this, IDC_NEXT), &QPushButton::clicked, this, &CGlyphorDlg::OnNextImage);
+    connect(Control<QPushButton>(this, IDC_PREVIOUS), &QPushButton::clicked, this, &CGlyphorDlg::OnPreviousImage);
+    connect(Control<QPushButton>(this, IDC_DECODE_IMAGE), &QPushButton::clicked, this, &CGlyphorDlg::OnDecodeImage);
+    connect(Control<QPushButton>(this, IDC_DECODE_MULTI), &QPushButton::clicked, this, &CGlyphorDlg::OnDecodeMulti);
+    connect(Control<QPushButton>(this, IDC_CLEAR_RESULTS), &QPushButton::clicked, this,
+            &CGlyphorDlg::OnClearResults);
+    connect(Control<QCheckBox>(this, IDC_DARK_OBJECT_DETECT), &QCheckBox::clicked, this,
+            &CGlyphorDlg::OnDarkObjectDetect);
+    connect(m_pluginList, &QListWidget::itemSelectionChanged, this, &CGlyphorDlg::OnPluginSelectionChanged);
+
+    // There is no system menu to extend here: the About box is on F1 and the window's context menu.
+    auto* about = new QAction(QStringLiteral("&About Glyphor..."), this);
+    about->setShortcut(QKeySequence::HelpContents);
+    connect(about, &QAction::triggered, this, &CGlyphorDlg::OnAbout);
+    addAction(about);
+    setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+int CGlyphorDlg::exec() {
+    OnInitDialog();
+    return QDialog::exec();
+}
+
+void CGlyphorDlg::OnInitDialog() {
+    if (m_initialised) {
+        return;
+    }
+    m_initialised = true;
+    setWindowIcon(m_icon);
+    m_session.LoadPlugins();
+    FillPluginList();
+
+    m_resultsList->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_resultsList->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_resultsList->setHeaderLabels({QStringLiteral("File name"), QStringLiteral("Plugin"),
+                                    QStringLiteral("Img Process"), QStringLiteral("Time"),
+                                    QStringLiteral("Results")});
+    const int w = m_resultsList->width() - 2 * m_resultsList->frameWidth();
+    for (int column = 0; column < 4; ++column) {
+        m_resultsList->setColumnWidth(column, w / 6);
+    }
+    m_resultsList->setColumnWidth(4, 4 * w / 6);
+
+    m_session.LoadSettings();
+    SyncPluginSelectionToList();
+    UpdateButtons();
+
+    m_picture->setVisible(true);
+    m_picture->setEnabled(true);
+    for (CBitmapPicture* side : {m_side1Picture, m_side2Picture}) {
+        side->setVisible(false);
+        side->setEnabled(false);
+    }
+    Control<QCheckBox>(this, IDC_USE_VISIBLE_IMAGE)->setChecked(true);
+}
+
+void CGlyphorDlg::FillPluginList() {
+    for (const PluginEntry& entry : m_session.plugins.Entries()) {
+        auto* item = new QListWidgetItem(Latin1(entry.name), m_pluginList);
+        item->setData(Qt::UserRole, QVariant::fromValue<qulonglong>(entry.handle));
+    }
+}
+
+void CGlyphorDlg::SyncPluginSelectionToList() {
+    const QSignalBlocker block(m_pluginList);
+    for (int row = 0; row < m_pluginList->count(); ++row) {
+        m_pluginList->item(row)->setSelected(m_session.plugins.IsSelected(static_cast<size_t>(row)));
+    }
+}
+
+void CGlyphorDlg::OnPluginSelectionChanged() {
+    for (int row = 0; row < m_pluginList->count(); ++row) {
+        m_session.plugins.SetSelected(static_cast<size_t>(row), m_pluginList->item(row)->isSelected());
+    }
+}
+
+void CGlyphorDlg::UpdateButtons() {
+    QWidget* focused = QApplication::focusWidget();
+    const ButtonStates s = m_session.Buttons();
+    const bool enabled[] = {s.captureMulti, s.capture, s.openImage, s.next, s.previous, s.decodeImage,
+                            s.decodeMulti};
+    for (size_t i = 0; i < std::size(kActionButtons); ++i) {
+        Control<QPushButton>(this, kActionButtons[i])->setEnabled(enabled[i]);
+    }
+    if (focused && !QApplication::focusWidget() && focused->isEnabled()) {
+        focused->setFocus();
+    }
+}
+
+void CGlyphorDlg::UpdateStatistics() {
+    const DecodeStatistics::Texts texts = m_session.stats.Format();
+    Control<QLabel>(this, IDC_IMAGE_COUNT)->setText(Latin1(texts.imageCount));
+    Control<QLabel>(this, IDC_SYMBOLS_COUNT)->setText(Latin1(texts.symbolsCount));
+    Control<QLabel>(this, IDC_AVERAGE_TIME)->setText(Latin1(texts.averageTime));
+    Control<QLabel>(this, IDC_AVERAGE_PROCESS)->setText(Latin1(texts.averageImageProcessTime));
+}
+
+void CGlyphorDlg::UpdateData() {
+    m_session.useVisibleImage = Control<QCheckBox>(this, IDC_USE_VISIBLE_IMAGE)->isChecked();
+    m_session.crop = Control<QCheckBox>(this, IDC_CROP)->isChecked();
+    m_session.darkObjectDetect = Control<QCheckBox>(this, IDC_DARK_OBJECT_DETECT)->isChecked() ? 1 : 0;
+}
+
+QStringList CGlyphorDlg::OpenFilters() {
+    return {QStringLiteral("Portable Network Graphics (*.png)"), QStringLiteral("Windows Bitmap (*.bmp)"),
+            QStringLiteral("JPEG Compliant (*.jpg *.jpeg)"), QStringLiteral("All Files (*)")};
+}
+
+bool CGlyphorDlg::ChooseFilesWithDialog(uint32_t& filterIndex, QStringList& paths) {
+    QFileDialog dialog(this);
+    dialog.setFileMode(QFileDialog::ExistingFiles);
+    dialog.setNameFilters(OpenFilters());
+    const QStringList filters = OpenFilters();
+    // The index counts from 1; 0 (never chosen) preselects the first filter.
+    dialog.selectNameFilter(filters.value(filterIndex > 0 ? int(filterIndex) - 1 : 0, filters.first()));
+    if (dialog.exec() != QDialog::Accepted) {
+        return false;
+    }
+    filterIndex = static_cast<uint32_t>(filters.indexOf(dialog.selectedNameFilter()) + 1);
+    paths = dialog.selectedFiles();
+    return true;
+}
+
+void CGlyphorDlg::OnOpenImage() {
+    uint32_t filterIndex = m_session.files.FilterIndex();
+    QStringList paths;
+    const bool accepted =
+        m_chooseFiles ? m_chooseFiles(filterIndex, paths) : ChooseFilesWithDialog(filterIndex, paths);
+    if (!accepted) {
+        return;
+    }
+    std::vector<std::string> list;
+    for (const QString& path : paths) {
+        list.push_back(path.toLocal8Bit().toStdString());
+    }
+    m_session.OpenImages(list, filterIndex);
+}
+
+void CGlyphorDlg::OnNextImage() { m_session.NextImage(); }
+
+void CGlyphorDlg::OnPreviousImage() { m_session.PreviousImage(); }
+
+void CGlyphorDlg::RunJob(const std::function<uint32_t(JobContext&)>& job) {
+    UpdateData();
+    CJobRunner::Run(
+        this, m_session.files.Count() != 1,
+        [&job](CCancelDlg& cancel) {
+            CancelDlgJobContext context(cancel);
+            return job(context);
+        },
+        [this](bool busy) {
+            m_session.busy = busy;
+            UpdateButtons();
+        });
+}
+
+void CGlyphorDlg::OnDecodeImage() {
+    RunJob([this](JobContext& job) { return m_session.decode.DecodeImageJob(job); });
+}
+
+void CGlyphorDlg::OnDecodeMulti() {
+    RunJob([this](JobContext& job) { return m_session.decode.DecodeMultiJob(job); });
+}
+
+void CGlyphorDlg::OnClearResults() {
+    m_resultsList->clear();
+    m_session.decode.ClearResults();
+    // The average image-process time keeps its text, as designed.
+    for (int id : {IDC_IMAGE_COUNT, IDC_SYMBOLS_COUNT, IDC_AVERAGE_TIME}) {
+        Control<QLabel>(this, id)->setText(QString::fromLatin1(DecodeStatistics::kClearedText));
+    }
+}
+
+void CGlyphorDlg::OnDarkObjectDetect() {
+    UpdateData();
+    m_session.ApplyDarkObjectDetect(m_session.darkObjectDetect);
+}
+
+void CGlyphorDlg::OnAbout() {
+    CAboutDlg about(this);
+    about.exec();
+}
+
+void CGlyphorDlg::OnShowNextResult() {
+    if (const auto row = m_session.decode.TakeNextRow()) {
+        auto* item = new QTreeWidgetItem({Latin1(row->fileName), Latin1(row->pluginName), Latin1(row->imageProcess),
+                                          Latin1(row->time), Latin1(row->results)});
+        m_resultsList->addTopLevelItem(item);
+        m_resultsList->scrollToItem(item);
+    }
+    UpdateStatistics();
+    for (CBitmapPicture* picture : {m_picture, m_side1Picture, m_side2Picture}) {
+        picture->update();
+    }
+}
+
+bool CGlyphorDlg::event(QEvent* e) {
+    if (e->type() == static_cast<QEvent::Type>(WM_SHOW_NEXT_RESULT)) {
+        OnShowNextResult();
+        return true;
+    }
+    if (e->type() == static_cast<QEvent::Type>(WM_SHOW_NEXT_IMAGE)) {
+        m_session.ShowNextImageStep();
+        return true;
+    }
+    return QDialog::event(e);
+}
+
+void CGlyphorDlg::resizeEvent(QResizeEvent* e) {
+    QDialog::resizeEvent(e);
+    if (isMinimized()) {
+        return;
+    }
+    const int width = e->size().width();
+    const int height = e->size().height();
+    if (!m_firstSizePending) {
+        setUpdatesEnabled(false);
+        const int dw = width - m_previousWidth;
+        const int dh = height - m_previousHeight;
+        const auto move = [this](int id, int dx, int dy, int growX, int growY) {
+            if (QWidget* w = DialogBuilder::Find(this, id)) {
+                const QRect r = w->geometry();
+                w->setGeometry(r.x() + dx, r.y() + dy, r.width() + growX, r.height() + growY);
+            }
+        };
+        move(IDC_PICTURE, 0, 0, dw, dh);
+        for (int id = IDC_AVERAGE_TIME_LABEL; id <= IDC_AVERAGE_PROCESS; ++id) {
+            move(id, 0, dh, 0, 0);
+        }
+        for (int id : kRightColumn) {
+            move(id, dw, 0, 0, 0);
+        }
+        move(IDCANCEL, dw, dh, 0, 0);
+        move(IDC_RESULTS_LABEL, 0, dh, dw, 0);
+        move(IDC_RESULTS, 0, dh, dw, 0);
+        // Column "Img Process", not "Results" itself, is the base of the new width: intended.
+        m_resultsList->setColumnWidth(4, m_resultsList->columnWidth(2) + dw);
+        setUpdatesEnabled(true);
+        update();
+    }
+    m_firstSizePending = false;
+    m_previousWidth = width;
+    m_previousHeight = height;
+}
+
+void CGlyphorDlg::paintEvent(QPaintEvent* e) {
+    if (!isMinimized()) {
+        QDialog::paintEvent(e);
+        return;
+    }
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().color(QPalette::Window));
+    const int size = style()->pixelMetric(QStyle::PM_LargeIconSize);
+    painter.drawPixmap((width() - size + 1) / 2, (height() - size + 1) / 2, m_icon.pixmap(size, size));
+}
+
+void CGlyphorDlg::closeEvent(QCloseEvent* e) {
+    if (m_session.busy) {
+        // A running job keeps the window; a pending capture call is made to return.
+        ZyrReader_CameraCancelQueue();
+        e->ignore();
+        return;
+    }
+    m_session.SaveSettings();
+    e->accept();
+    done(QDialog::Rejected);
+}
+
+void CGlyphorDlg::reject() {
+    // Escape closes like the window's close button, with the same rules.
+    close();
+}
+
+CBitmapPicture* CGlyphorDlg::Picture(PictureId picture) const {
+    switch (picture) {
+    case PictureId::Side1:
+        return m_side1Picture;
+    case PictureId::Side2:
+        return m_side2Picture;
+    case PictureId::Main:
+        break;
+    }
+    return m_picture;
+}
+
+void CGlyphorDlg::PostShowNextResult() {
+    QCoreApplication::postEvent(this, new QEvent(static_cast<QEvent::Type>(WM_SHOW_NEXT_RESULT)));
+}
+
+void CGlyphorDlg::PostShowNextImage() {
+    QCoreApplication::postEvent(this, new QEvent(static_cast<QEvent::Type>(WM_SHOW_NEXT_IMAGE)));
+}
+
+void CGlyphorDlg::SetCaption(const std::string& text) {
+    const QString caption = Latin1(text);
+    QMetaObject::invokeMethod(this, [this, caption] { setWindowTitle(caption); }, Qt::AutoConnection);
+}
+
+void CGlyphorDlg::LoadPictureFile(PictureId picture, const std::string& path) { Picture(picture)->LoadFromFile(path); }
+
+void CGlyphorDlg::SetPictureImage(PictureId picture, const ZyrImage* image) { Picture(picture)->SetImage(image); }
+
+void CGlyphorDlg::SavePicturePng(PictureId picture, const std::string& path) { Picture(picture)->SaveAsPng(path); }
+
+std::shared_ptr<const ZyrImage> CGlyphorDlg::PictureImage(PictureId picture) { return Picture(picture)->ImageView(); }
+
+void CGlyphorDlg::ShowMessage(MessageKind kind, const std::string& text) {
+    const QString qtext = Latin1(text);
+    if (QThread::currentThread() == thread()) {
+        PresentMessage(kind, qtext);
+    } else {
+        // The user-interface thread keeps processing events while a job runs, so this returns.
+        QMetaObject::invokeMethod(this, [this, kind, qtext] { PresentMessage(kind, qtext); },
+                                  Qt::BlockingQueuedConnection);
+    }
+}
+
+void CGlyphorDlg::PresentMessage(MessageKind kind, const QString& text) {
+    if (m_presentMessage) {
+        m_presentMessage(kind, text);
+        return;
+    }
+    const QString appName = QStringLiteral("Glyphor");
+    switch (kind) {
+    case MessageKind::Plain:
+        QMessageBox(QMessageBox::NoIcon, appName, text, QMessageBox::Ok, this).exec();
+        break;
+    case MessageKind::Exclamation:
+        QMessageBox(QMessageBox::Warning, appName, text, QMessageBox::Ok, this).exec();
+        break;
+    case MessageKind::Error:
+        QMessageBox(QMessageBox::Warning, QStringLiteral("Error"), text, QMessageBox::Ok, this).exec();
+        break;
+    case MessageKind::Info:
+        QMessageBox(QMessageBox::Information, QStringLiteral("Info"), text, QMessageBox::Ok, this).exec();
+        break;
+    }
+}

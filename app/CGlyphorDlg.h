@@ -1,0 +1,108 @@
+// The main window: picture views, plug-in list, results list, statistics line and action
+// buttons. It owns the test session, turns user events into session calls, and is the session's
+// way to the user (SessionView). Widgets are touched on the user-interface thread only; calls
+// from a job's worker are carried there.
+#pragma once
+
+#include "SessionView.h"
+#include "TestSession.h"
+
+#include <QDialog>
+#include <QIcon>
+#include <QStringList>
+#include <functional>
+
+class CBitmapPicture;
+class JobContext;
+class QCheckBox;
+class QLabel;
+class QListWidget;
+class QPushButton;
+class QTreeWidget;
+
+class CGlyphorDlg : public QDialog, public SessionView {
+    Q_OBJECT
+public:
+    using GLD_DecodeResult = ::GLD_DecodeResult;
+    using GLD_DecodeData = ::GLD_DecodeData;
+
+    // Shows a message box: kind and text. Tests replace it with a recorder.
+    using MessagePresenter = std::function<void(MessageKind kind, const QString& text)>;
+    // Runs the open-file dialog with the stored filter (1-based, 0 = first); on OK fills the
+    // chosen paths and filter and returns true.
+    using OpenFileChooser = std::function<bool(uint32_t& filterIndex, QStringList& paths)>;
+
+    explicit CGlyphorDlg(QWidget* parent = nullptr);
+    ~CGlyphorDlg() override;
+
+    void SetScannerConnected(bool connected) { m_session.scannerConnected = connected; }
+    TestSession& Session() { return m_session; }
+
+    // Initialisation before the window is first shown (exec runs it once).
+    void OnInitDialog();
+    int exec() override;
+
+    void SetMessagePresenter(MessagePresenter presenter) { m_presentMessage = std::move(presenter); }
+    void SetOpenFileChooser(OpenFileChooser chooser) { m_chooseFiles = std::move(chooser); }
+
+    // Handlers, public so that tests can drive them as a click would.
+    void OnOpenImage();
+    void OnNextImage();
+    void OnPreviousImage();
+    void OnDecodeImage();
+    void OnDecodeMulti();
+    void OnClearResults();
+    void OnDarkObjectDetect();
+    void OnAbout();
+    void UpdateStatistics();
+    // Moves the check boxes' values into the session.
+    void UpdateData();
+    // Runs a job under the stop-processing dialog (see CJobRunner).
+    void RunJob(const std::function<uint32_t(JobContext&)>& job);
+
+    CBitmapPicture* Picture(PictureId picture) const;
+
+    // SessionView
+    void PostShowNextResult() override;
+    void PostShowNextImage() override;
+    void SetCaption(const std::string& text) override;
+    void LoadPictureFile(PictureId picture, const std::string& path) override;
+    void SetPictureImage(PictureId picture, const ZyrImage* image) override;
+    void SavePicturePng(PictureId picture, const std::string& path) override;
+    std::shared_ptr<const ZyrImage> PictureImage(PictureId picture) override;
+    void ShowMessage(MessageKind kind, const std::string& text) override;
+    void UpdateButtons() override;
+
+    // Open dialog filters, in the order their index counts.
+    static QStringList OpenFilters();
+
+protected:
+    bool event(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void reject() override;
+
+private:
+    void BuildControls();
+    void FillPluginList();
+    void SyncPluginSelectionToList();
+    void OnPluginSelectionChanged();
+    void OnShowNextResult();
+    void PresentMessage(MessageKind kind, const QString& text);
+    bool ChooseFilesWithDialog(uint32_t& filterIndex, QStringList& paths);
+
+    QIcon m_icon;
+    TestSession m_session;
+    CBitmapPicture* m_picture = nullptr;
+    CBitmapPicture* m_side1Picture = nullptr;
+    CBitmapPicture* m_side2Picture = nullptr;
+    QListWidget* m_pluginList = nullptr;
+    QTreeWidget* m_resultsList = nullptr;
+    bool m_firstSizePending = true;
+    bool m_initialised = false;
+    int m_previousWidth = 0;
+    int m_previousHeight = 0;
+    MessagePresenter m_presentMessage;
+    OpenFileChooser m_chooseFiles;
+};

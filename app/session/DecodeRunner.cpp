@@ -1,0 +1,101 @@
+#include "DecodeRunner.h"
+
+#include "JobContext.h"
+#include "TestSession.h"
+
+#include <chrono>
+#include <cstdio>
+
+namespace {
+
+std::string Milliseconds(int64_t ms) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%dms", static_cast<int32_t>(ms));
+    return text;
+}
+
+} // namespace
+
+void DecodeRunner::Run(const ZyrImage* image, int32_t side) {
+    TestSession& s = m_session;
+    const std::vector<PluginEntry> selected = s.plugins.SelectedEntries();
+    const bool fromCamera = s.files.Count() == 0;
+    if (selected.empty() || !image) {
+        if (fromCamera) {
+            s.archive.Archive("Failed");
+        }
+        return;
+    }
+    ++s.stats.imageCount;
+    bool archived = false;
+    for (const PluginEntry& plugin : selected) {
+        ++s.stats.decodeCount;
+        const int32_t number = s.imageNumber.load();
+        GLD_DecodeResult* record = s.results.Append(number, side, plugin.name);
+        s.dataReceived = false;
+        // Only the library call is timed.
+        const auto start = std::chrono::steady_clock::now();
+        ZyrReader_ImagePluginDecode(true, plugin.handle, image, "", number, "", &DecodeRunner::Callback, this, number,
+                                    0, 0);
+        const auto end = std::chrono::steady_clock::now();
+        const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(end - start).count();
+        s.results.Finish(record, Milliseconds(ms));
+        s.stats.totalDecodeMs += static_cast<uint32_t>(ms);
+        s.view.PostShowNextResult();
+        if (s.dataReceived && fromCamera) {
+            s.archive.Archive(plugin.name);
+            archived = true;
+        }
+    }
+    if (!archived && fromCamera) {
+        s.archive.Archive("Failed");
+    }
+}
+
+void DecodeRunner::Callback(void* context, int32_t tag, int32_t, int32_t, const ZyrSymbolResult* symbol) {
+    auto* self = static_cast<DecodeRunner*>(context);
+    if (!self || !symbol || !self->m_session.results.AttachSymbol(tag, *symbol)) {
+        return;
+    }
+    self->m_session.dataReceived = true;
+    ++self->m_session.stats.symbolsCount;
+    ZyrReader_DestroyCachedObject(symbol);
+}
+
+void DecodeRunner::RunOnMainPicture() {
+    // The view keeps these pixels alive until the run is over, whatever the picture shows next.
+    const std::shared_ptr<const ZyrImage> image = m_session.view.PictureImage(PictureId::Main);
+    Run(image.get(), 0);
+}
+
+uint32_t DecodeRunner::DecodeImageJob(JobContext&) {
+    RunOnMainPicture();
+    return 0;
+}
+
+uint32_t DecodeRunner::DecodeMultiJob(JobContext& job) {
+    job.SetStatusText("Decoding...");
+    RunOnMainPicture();
+    while (!job.IsStopped() && m_session.files.CurrentIndex() < m_session.files.Count() - 1) {
+        m_session.view.PostShowNextImage();
+        if (!m_session.decodeEvent.WaitFor(stepTimeoutMs)) {
+            break;
+        }
+        RunOnMainPicture();
+    }
+    return 0;
+}
+
+std::optional<ResultRow> DecodeRunner::TakeNextRow() {
+    std::optional<ResultRow> row = m_session.results.TakeNext();
+    if (row) {
+        row->fileName = m_session.currentFileName;
+        row->imageProcess = Milliseconds(m_session.stats.lastImageProcessMs.load());
+    }
+    return row;
+}
+
+void DecodeRunner::ClearResults() {
+    m_session.results.ClearData();
+    m_session.stats.Clear();
+}

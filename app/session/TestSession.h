@@ -1,0 +1,72 @@
+// The state of one test session, owned by the main window: image number, image files, plug-ins
+// and their image settings, results, statistics, the decode event and the busy flag, with the
+// operations on them that need no widgets. The window reaches the user through SessionView.
+#pragma once
+
+#include "AutoResetEvent.h"
+#include "ButtonRules.h"
+#include "CaptureArchive.h"
+#include "DecodeRunner.h"
+#include "DecodeStatistics.h"
+#include "ImageFileList.h"
+#include "ImageSettingsTable.h"
+#include "PluginCatalogue.h"
+#include "ReaderSession.h"
+#include "ResultStore.h"
+#include "SessionView.h"
+
+#include <atomic>
+#include <string>
+#include <vector>
+
+class TestSession {
+public:
+    explicit TestSession(SessionView& view);
+    TestSession(const TestSession&) = delete;
+    TestSession& operator=(const TestSession&) = delete;
+
+    SessionView& view;
+    std::atomic<int32_t> imageNumber{0};   // grows with every image shown or captured
+    std::atomic<bool> busy{false};         // a job runs
+    bool scannerConnected = true;          // copy of the application's flag, fixed at start
+    std::atomic<bool> dataReceived{false}; // a symbol arrived during the current plug-in call
+    std::string currentFileName;           // name part of the file on show
+    std::string executableFolder;          // where the settings are saved, ending in "/"
+    // Check boxes, moved into the session on the user-interface thread before a job starts.
+    std::atomic<bool> useVisibleImage{true};
+    std::atomic<bool> crop{false};
+    std::atomic<int> darkObjectDetect{0}; // check state: 0 clear, 1 checked
+    DecodeStatistics stats;
+    ImageFileList files;
+    ImageSettingsTable imageSettings;
+    PluginCatalogue plugins;
+    ResultStore results;
+    AutoResetEvent decodeEvent;
+    DecodeRunner decode{*this};
+    CaptureArchive archive{*this};
+
+    ButtonStates Buttons() const;
+
+    // Plug-ins of the reader settings' plug-in folder.
+    void LoadPlugins();
+
+    // "Glyphor.ini" from the reader settings' application folder; a missing or broken file
+    // leaves the defaults (and whatever was read before the break).
+    void LoadSettings();
+    // "Glyphor.ini" next to the executable; failures are silent.
+    void SaveSettings();
+    static constexpr const char* kSettingsFile = "Glyphor.ini";
+    static constexpr const char* kSection = "Previous_State";
+
+    // Hands the dark-object-detect check state to the camera; a refusal is shown to the user.
+    void ApplyDarkObjectDetect(int checkState);
+
+    // After the open dialog's OK: the chosen paths and filter; shows the first file.
+    void OpenImages(const std::vector<std::string>& paths, uint32_t filterIndex);
+    // Caption, current file name, main picture and image number for one file.
+    void ShowFile(const std::string& path);
+    void NextImage();
+    void PreviousImage();
+    // "Show next image" of Decode Multi: the next-image step, then the decode event.
+    void ShowNextImageStep();
+};

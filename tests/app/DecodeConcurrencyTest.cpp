@@ -1,0 +1,133 @@
+// The decode run on a worker while this thread plays the user-interface thread: rows taken and
+// images stepped concurrently with the run, as in the program. Meant to run under
+// ThreadSanitizer too (preset tsan).
+#include "JobContext.h"
+#include "ReaderDouble.h"
+#include "TempFolder.h"
+#include "TestSession.h"
+
+#include <gtest/gtest.h>
+
+#include <condition_variable>
+#include <deque>
+#include <thread>
+
+namespace rd = readerdouble;
+
+namespace {
+
+// Posted events go into a queue that the test thread serves, like the window's event loop.
+class QueuedView : public SessionView {
+public:
+    explicit QueuedView(const ZyrImage* image) : m_image(image) {}
+
+    void PostShowNextResult() override { Post(1); }
+    void PostShowNextImage() override { Post(2); }
+    void SetCaption(const std::string&) override {}
+    void LoadPictureFile(PictureId, const std::string&) override {}
+    void SetPictureImage(PictureId, const ZyrImage*) override {}
+    void SavePicturePng(PictureId, const std::string&) override {}
+    std::shared_ptr<const ZyrImage> PictureImage(PictureId) override {
+        return std::shared_ptr<const ZyrImage>(m_image, [](const ZyrImage*) {});
+    }
+    void ShowMessage(MessageKind, const std::string&) override {}
+    void UpdateButtons() override {}
+
+    // Serves events until the worker is done and the queue is empty.
+    void Serve(TestSession& session, const std::atomic<bool>& done, std::vector<ResultRow>& rows) {
+        for (;;) {
+            int event = 0;
+            {
+                std::unique_lock<std::mutex> lock(m_mutex);
+                m_posted.wait(lock, [&] { return !m_events.empty() || done; });
+                if (m_events.empty()) {
+                    return;
+                }
+                event = m_events.front();
+                m_events.pop_front();
+            }
+            if (event == 1) {
+                if (auto row = session.decode.TakeNextRow()) {
+                    rows.push_back(*row);
+                }
+                session.stats.Format(); // the statistics line is read while the job writes
+            } else {
+                session.ShowNextImageStep();
+            }
+        }
+    }
+    void Wake() { m_posted.notify_all(); }
+
+private:
+    void Post(int event) {
+        {
+            std::lock_guard<std::mutex> lock(m_mutex);
+            m_events.push_back(event);
+        }
+        m_posted.notify_all();
+    }
+
+    const ZyrImage* m_image;
+    std::mutex m_mutex;
+    std::condition_variable m_posted;
+    std::deque<int> m_events;
+};
+
+class NeverStopped : public JobContext {
+public:
+    bool IsStopped() const override { return false; }
+    void SetStatusText(const std::string&) override {}
+};
+
+TEST(DecodeConcurrency, DecodeMultiWithTheInterfaceServedConcurrently) {
+    rd::Reset();
+    ReaderSession::Reset();
+    TempFolder plugins;
+    std::snprintf(ReaderSession::Settings().PluginFolder, ZYR_PATH_SIZE, "%s", plugins.Path().c_str());
+    for (const char* name : {"KVDECODE_A.so", "KVDECODE_B.so", "KVDECODE_C.so"}) {
+        plugins.Write(name, "");
+        rd::PluginScript script{name};
+        rd::SymbolScript symbol;
+        symbol.data = std::string(name).substr(9, 1);
+        script.decodes = {{symbol, symbol}};
+        rd::AddPlugin(script);
+    }
+    std::vector<uint8_t> pixels(64, 1);
+    const ZyrImage image{8, 8, 8, ZYR_PIXEL_GREY8, pixels.data()};
+    QueuedView view(&image);
+    TestSession session(view);
+    session.LoadPlugins();
+    for (size_t i = 0; i < 3; ++i) {
+        session.plugins.SetSelected(i, true);
+    }
+    const int kImages = 40;
+    std::vector<std::string> files;
+    for (int i = 0; i < kImages; ++i) {
+        files.push_back("image" + std::to_string(i) + ".png");
+    }
+    session.OpenImages(files, 1);
+
+    std::atomic<bool> done{false};
+    std::vector<ResultRow> rows;
+    std::thread worker([&] {
+        NeverStopped job;
+        session.decode.DecodeMultiJob(job);
+        done = true;
+        view.Wake();
+    });
+    view.Serve(session, done, rows);
+    worker.join();
+
+    ASSERT_EQ(rows.size(), size_t(3 * kImages));
+    for (size_t i = 0; i < rows.size(); ++i) {
+        // Every row belongs to the image on show when it was taken, whichever plug-in got the symbols.
+        EXPECT_EQ(rows[i].fileName, "image" + std::to_string(i / 3) + ".png") << i;
+    }
+    EXPECT_EQ(session.stats.imageCount, kImages);
+    EXPECT_EQ(session.stats.symbolsCount, 2 * 3 * kImages);
+    EXPECT_EQ(session.results.DataCount(), 3 * kImages);
+    EXPECT_EQ(rd::LiveObjects(), 0);
+    ReaderSession::Reset();
+}
+
+} // namespace

@@ -1,0 +1,58 @@
+// A SessionView without widgets: records what the session asks of the user interface, and can
+// act as the user-interface thread for the posted "show next result" / "show next image".
+#pragma once
+
+#include "SessionView.h"
+#include "TestSession.h"
+
+#include <map>
+#include <mutex>
+#include <vector>
+
+class FakeView : public SessionView {
+public:
+    // Makes LoadPictureFile(path) show image (the test keeps the image alive).
+    void Provide(const std::string& path, const ZyrImage* image) { images[path] = image; }
+
+    // When set, a posted "show next image" runs the session's step at once.
+    TestSession* stepSession = nullptr;
+
+    void PostShowNextResult() override {
+        std::lock_guard<std::mutex> lock(mutex);
+        ++resultPosts;
+    }
+    void PostShowNextImage() override {
+        {
+            std::lock_guard<std::mutex> lock(mutex);
+            ++imagePosts;
+        }
+        if (stepSession) {
+            stepSession->ShowNextImageStep();
+        }
+    }
+    void SetCaption(const std::string& text) override { captions.push_back(text); }
+    void LoadPictureFile(PictureId, const std::string& path) override {
+        loads.push_back(path);
+        auto it = images.find(path);
+        shown = it == images.end() ? nullptr : it->second;
+    }
+    void SetPictureImage(PictureId, const ZyrImage* image) override { shown = image; }
+    void SavePicturePng(PictureId, const std::string& path) override { savedPngs.push_back(path); }
+    std::shared_ptr<const ZyrImage> PictureImage(PictureId) override {
+        // Not owning: the test keeps its images alive.
+        return shown ? std::shared_ptr<const ZyrImage>(shown, [](const ZyrImage*) {}) : nullptr;
+    }
+    void ShowMessage(MessageKind kind, const std::string& text) override { messages.emplace_back(kind, text); }
+    void UpdateButtons() override { ++buttonUpdates; }
+
+    std::mutex mutex;
+    int resultPosts = 0;
+    int imagePosts = 0;
+    int buttonUpdates = 0;
+    std::vector<std::string> captions;
+    std::vector<std::string> loads;
+    std::vector<std::string> savedPngs;
+    std::vector<std::pair<MessageKind, std::string>> messages;
+    std::map<std::string, const ZyrImage*> images;
+    const ZyrImage* shown = nullptr;
+};

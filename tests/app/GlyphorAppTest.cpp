@@ -1,0 +1,131 @@
+// The application object: the whole run's reader calls in order around the main window, and
+// library errors shown from any thread.
+#include "CGlyphorApp.h"
+#include "CGlyphorDlg.h"
+#include "ControlIds.h"
+#include "DialogBuilder.h"
+#include "OffscreenMain.h"
+#include "ReaderDouble.h"
+#include "TempFolder.h"
+
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+#include <thread>
+
+namespace rd = readerdouble;
+
+class GlyphorAppTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init() {
+        rd::Reset();
+        ReaderSession::Reset();
+    }
+    void cleanup() { ReaderSession::Reset(); }
+
+    void wholeRunWithoutAReader() {
+        TempFolder plugins;
+        plugins.Write("KVDECODE_A.so", "");
+        rd::AddPlugin({"KVDECODE_A.so"});
+        ZyrReaderSettings ini{};
+        std::snprintf(ini.PluginFolder, ZYR_PATH_SIZE, "%s", plugins.Path().c_str());
+        ini.LoggingLevel = 2;
+        ini.LoggingMask = 0x21;
+        rd::SetNoReader();
+        rd::SetIniSettings(ini);
+        rd::SetInitialised(rd::Service::Parsing, false);
+
+        std::vector<std::string> messages;
+        bool captureEnabled = true;
+        QStringList listed;
+        CGlyphorApp app;
+        app.SetLibraryMessageSink([&](const std::string& text) { messages.push_back(text); });
+        app.SetDialogRunner([&](CGlyphorDlg& dialog) {
+            dialog.OnInitDialog(); // what exec does first
+            captureEnabled = Control<QPushButton>(&dialog, IDC_CAPTURE)->isEnabled();
+            auto* list = Control<QListWidget>(&dialog, IDC_PLUGINS);
+            for (int i = 0; i < list->count(); ++i) {
+                listed << list->item(i)->text();
+            }
+        });
+        QCOMPARE(app.InitInstance(), false);
+
+        QCOMPARE(QCoreApplication::organizationName(), QStringLiteral("KVE"));
+        QVERIFY(messages.empty());
+        QVERIFY(!captureEnabled);
+        QCOMPARE(listed, QStringList{"A"});
+        const std::vector<std::string> expected = {
+            "ZyrReader_SetErrorHandler", "ZyrReader_LL_LoadSettings", "ZyrReader_LL_LoadSettingsFromIniFile",
+            "ZyrReader_InitialiseLogging", "ZyrReader_ImageProcessingInitialise",
+            // the main window's initialisation
+            "ZyrReader_ImagePluginLoad", "ZyrReader_ImagePluginGetRequiredImages",
+            "ZyrReader_ImagePluginGetImageSettings",
+            // after the window
+            "ZyrReader_IsCameraInitialised", "ZyrReader_IsImageProcessingInitialised",
+            "ZyrReader_ImageProcessingShutdown", "ZyrReader_IsSignalInitialised", "ZyrReader_IsParsingInitialised",
+            "ZyrReader_DestroyCachedData"};
+        QCOMPARE(rd::CallNames(), expected);
+        QCOMPARE(rd::CallsNamed("ZyrReader_InitialiseLogging")[0].Text(),
+                 std::string("ZyrReader_InitialiseLogging(true, 2, 33, \"Glyphor.log\")"));
+    }
+
+    void readerConnectedEnablesCaptureAndShutsTheCameraDown() {
+        ZyrReaderSettings stored{};
+        stored.CameraDevice = 5;
+        rd::SetReaderSettings(stored);
+        bool captureEnabled = false;
+        CGlyphorApp app;
+        app.SetDialogRunner([&](CGlyphorDlg& dialog) {
+            dialog.OnInitDialog();
+            captureEnabled = Control<QPushButton>(&dialog, IDC_CAPTURE_MULTI)->isEnabled();
+        });
+        app.InitInstance();
+        QVERIFY(captureEnabled);
+        const auto names = rd::CallNames();
+        QVERIFY(std::find(names.begin(), names.end(), "ZyrReader_CameraShutdown") != names.end());
+        QCOMPARE(names.back(), std::string("ZyrReader_DestroyCachedData"));
+    }
+
+    void startupErrorIsShownBeforeTheWindow() {
+        rd::QueueError("ZyrReader_LL_LoadSettings", ZYR_ERR_DEVICE, "Device folder unreadable");
+        std::vector<std::string> events;
+        CGlyphorApp app;
+        app.SetLibraryMessageSink([&](const std::string& text) { events.push_back("message: " + text); });
+        app.SetDialogRunner([&](CGlyphorDlg&) { events.push_back("window"); });
+        app.InitInstance();
+        QCOMPARE(events, (std::vector<std::string>{"message: Device folder unreadable", "window"}));
+    }
+
+    void libraryMessageFromAWorkerDoesNotBlockTheInterface() {
+        // The box runs its own loop on this thread; a timer inside that loop plays the user.
+        QString text, title;
+        QMessageBox::Icon icon = QMessageBox::Critical;
+        QTimer user;
+        user.setInterval(10);
+        connect(&user, &QTimer::timeout, [&] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                text = box->text();
+                title = box->windowTitle();
+                icon = box->icon();
+                box->button(QMessageBox::Ok)->click();
+            }
+        });
+        user.start();
+        bool returned = false;
+        std::thread worker([&] {
+            CGlyphorApp::ShowLibraryMessage("Camera stopped responding");
+            returned = true; // only once the user has closed the box
+        });
+        QTRY_VERIFY(!text.isEmpty());
+        worker.join();
+        QVERIFY(returned);
+        QCOMPARE(text, QStringLiteral("Camera stopped responding"));
+        QCOMPARE(title, QStringLiteral("Glyphor"));
+        QCOMPARE(icon, QMessageBox::NoIcon);
+    }
+};
+
+GLYPHOR_OFFSCREEN_TEST_MAIN(GlyphorAppTest)
+#include "GlyphorAppTest.moc"

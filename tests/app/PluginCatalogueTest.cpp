@@ -1,0 +1,275 @@
+// Finding, loading and listing plug-ins, their image settings, and the saved selection.
+#include "PluginCatalogue.h"
+#include "ReaderDouble.h"
+#include "TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <unistd.h>
+
+namespace rd = readerdouble;
+
+namespace {
+
+ZyrImageSettings Record(const char* image, const char* light, uint8_t marker) {
+    ZyrImageSettings r{};
+    std::snprintf(r.ImageName, sizeof r.ImageName, "%s", image);
+    std::snprintf(r.LightName, sizeof r.LightName, "%s", light);
+    r.Camera.Gain = marker; // the plug-in's own block
+    r.Camera.CaptureResolution = 1;
+    r.Camera.Binning = 1;
+    r.LightMask = marker;
+    return r;
+}
+
+ZyrCameraParameters Block(uint32_t gain) {
+    ZyrCameraParameters p{};
+    p.Gain = gain;
+    p.CaptureResolution = gain + 1; // overridden by the common value
+    p.Binning = 9;
+    return p;
+}
+
+class CatalogueTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        rd::Reset();
+        reader.VisibleParameters = Block(100);
+        reader.InfraredParameters = Block(200);
+        reader.UltravioletParameters = Block(300);
+        reader.CommonCaptureResolution = 600;
+        reader.CommonBinning = 2;
+        reader.CameraDevice = 77;
+        SetFolder(reader.PluginFolder, folder.Path());
+    }
+    static void SetFolder(char* field, const std::string& text) { std::snprintf(field, ZYR_PATH_SIZE, "%s", text.c_str()); }
+    void Install(const rd::PluginScript& script) {
+        folder.Write(script.fileName, "");
+        rd::AddPlugin(script);
+    }
+    std::vector<std::string> Names() const {
+        std::vector<std::string> names;
+        for (const PluginEntry& e : catalogue.Entries()) {
+            names.push_back(e.name);
+        }
+        return names;
+    }
+
+    TempFolder folder;
+    ZyrReaderSettings reader{};
+    PluginCatalogue catalogue;
+    ImageSettingsTable table;
+};
+
+struct FolderCase {
+    const char* name;
+    const char* pluginFolderSuffix;   // appended to the temporary folder
+    const char* settingsFolder;       // as written in the settings
+    const char* expectedSettingsPath; // "<p>" stands for the plug-in folder without separator
+};
+
+void PrintTo(const FolderCase& c, std::ostream* os) { *os << c.name; }
+
+class FolderTest : public CatalogueTest, public ::testing::WithParamInterface<FolderCase> {};
+
+TEST_P(FolderTest, PathsHandedToTheLibrary) {
+    const FolderCase& c = GetParam();
+    SetFolder(reader.PluginFolder, folder.Path() + c.pluginFolderSuffix);
+    std::string settings = c.settingsFolder;
+    if (settings == "<p>") {
+        settings = folder.Path();
+    }
+    SetFolder(reader.PluginSettingsFolder, settings);
+    Install({"KVDECODE_Pdf417.so"});
+    catalogue.Load(reader, table);
+    const auto loads = rd::CallsNamed("ZyrReader_ImagePluginLoad");
+    ASSERT_EQ(loads.size(), 1u);
+    std::string expected = c.expectedSettingsPath;
+    if (expected.rfind("<p>", 0) == 0) {
+        expected = folder.Path() + expected.substr(3);
+    }
+    EXPECT_EQ(loads[0].args[0], "\"" + folder.Path() + "/KVDECODE_Pdf417.so\"");
+    EXPECT_EQ(loads[0].args[1], "\"" + expected + "\"");
+    EXPECT_EQ(loads[0].args[2], "0") << "the handle is preset to 0";
+    EXPECT_EQ(loads[0].args[3], "77") << "the camera device value";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Folders, FolderTest,
+    ::testing::Values(FolderCase{"NoSeparators", "", "<p>", "<p>/#KVDECODE_Pdf417.ini"},
+                      FolderCase{"TrailingSeparator", "/", "/cfg/", "/cfg/#KVDECODE_Pdf417.ini"},
+                      FolderCase{"SettingsWithoutSeparator", "", "/cfg", "/cfg/#KVDECODE_Pdf417.ini"},
+                      // An empty settings folder keeps the "#": relative to the working folder.
+                      FolderCase{"EmptySettingsFolder", "", "", "#KVDECODE_Pdf417.ini"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(CatalogueTest, EmptyPluginFolderSearchesTheWorkingFolder) {
+    SetFolder(reader.PluginFolder, "");
+    Install({"KVDECODE_Here.so"});
+    char previous[4096];
+    ASSERT_TRUE(getcwd(previous, sizeof previous));
+    ASSERT_EQ(chdir(folder.Path().c_str()), 0);
+    catalogue.Load(reader, table);
+    ASSERT_EQ(chdir(previous), 0);
+    EXPECT_EQ(Names(), std::vector<std::string>{"Here"});
+    EXPECT_EQ(rd::CallsNamed("ZyrReader_ImagePluginLoad")[0].args[0], "\"KVDECODE_Here.so\"");
+}
+
+TEST_F(CatalogueTest, OnlyPluginFilesInNameOrderWithDisplayNames) {
+    for (const char* other : {"libKVDECODE_X.so", "KVDECODE_Y.so.1", "KVDECODE_Z.dll", "kvdecode_w.so", "notes.txt"}) {
+        folder.Write(other, "");
+        rd::AddPlugin({other});
+    }
+    Install({"KVDECODE_ZXing.so"});
+    Install({"KVDECODE_.so"}); // nothing between prefix and suffix: an empty name
+    Install({"KVDECODE_DataMatrix.so"});
+    std::filesystem::create_directory(folder.File("KVDECODE_Dir.so"));
+    catalogue.Load(reader, table);
+    EXPECT_EQ(Names(), (std::vector<std::string>{"", "DataMatrix", "ZXing"}));
+    EXPECT_EQ(rd::CallsNamed("ZyrReader_ImagePluginLoad").size(), 3u);
+}
+
+TEST_F(CatalogueTest, MissingFolderLeavesTheListEmpty) {
+    SetFolder(reader.PluginFolder, folder.Path() + "/does-not-exist");
+    catalogue.Load(reader, table);
+    EXPECT_TRUE(catalogue.Entries().empty());
+    EXPECT_TRUE(rd::Calls().empty());
+}
+
+TEST_F(CatalogueTest, PluginThatFailsToLoadLeavesNoTrace) {
+    rd::PluginScript bad{"KVDECODE_Bad.so"};
+    bad.loadResult = ZYR_ERR_PLUGIN_VERSION;
+    Install(bad);
+    rd::PluginScript good{"KVDECODE_Good.so"};
+    good.handle = 5;
+    Install(good);
+    catalogue.Load(reader, table);
+    EXPECT_EQ(Names(), std::vector<std::string>{"Good"});
+    EXPECT_EQ(catalogue.Entries()[0].handle, 5u);
+    EXPECT_EQ(rd::CallNames(),
+              (std::vector<std::string>{"ZyrReader_ImagePluginLoad", "ZyrReader_ImagePluginLoad",
+                                        "ZyrReader_ImagePluginGetRequiredImages",
+                                        "ZyrReader_ImagePluginGetImageSettings"}));
+    EXPECT_EQ(rd::CallsNamed("ZyrReader_ImagePluginGetRequiredImages")[0].Text(),
+              "ZyrReader_ImagePluginGetRequiredImages(5, \"\", " +
+                  rd::CallsNamed("ZyrReader_ImagePluginGetRequiredImages")[0].args[2] + ", 1024)");
+}
+
+TEST_F(CatalogueTest, PluginsNeedingTheSameImageShareOneRecord) {
+    rd::PluginScript a{"KVDECODE_A.so"};
+    a.handle = 1;
+    a.requiredImages = "VISIBLE_DOC";
+    a.imageSettings = {Record("VISIBLE_DOC", "IMAGE_VISIBLE", 10)};
+    rd::PluginScript b = a;
+    b.fileName = "KVDECODE_B.so";
+    b.handle = 2;
+    b.imageSettings = {Record("VISIBLE_DOC", "IMAGE_VISIBLE", 20)};
+    Install(a);
+    Install(b);
+    catalogue.Load(reader, table);
+    ASSERT_EQ(table.Size(), 1u);
+    EXPECT_EQ(table.ForPlugin(1), table.ForPlugin(2));
+    EXPECT_EQ(table.At(0)->LightMask, 10u) << "the first plug-in's record is the one kept";
+}
+
+struct LightCase {
+    const char* light;
+    uint32_t gain; // which block the record ends up with
+};
+
+void PrintTo(const LightCase& c, std::ostream* os) { *os << c.light; }
+
+class LightTest : public CatalogueTest, public ::testing::WithParamInterface<LightCase> {};
+
+TEST_P(LightTest, CameraBlockComesFromTheReaderForItsLight) {
+    const ZyrImageSettings* r = table.FindOrAdd(Record("IMG", GetParam().light, 42), reader);
+    EXPECT_EQ(r->Camera.Gain, GetParam().gain);
+    // The common values override every block, the plug-in's own included.
+    EXPECT_EQ(r->Camera.CaptureResolution, 600u);
+    EXPECT_EQ(r->Camera.Binning, 2);
+    EXPECT_EQ(r->LightMask, 42u) << "the rest of the record is the plug-in's";
+}
+
+INSTANTIATE_TEST_SUITE_P(Lights, LightTest,
+                         ::testing::Values(LightCase{"IMAGE_VISIBLE", 100}, LightCase{"IMAGE_IR", 200},
+                                           LightCase{"IMAGE_UV", 300}, LightCase{"IMAGE_ir", 42},
+                                           LightCase{"IMAGE_VISIBLEX", 42}, LightCase{"", 42}));
+
+TEST_F(CatalogueTest, FirstImageWithSettingsWinsAndOthersAreSkipped) {
+    rd::PluginScript a{"KVDECODE_A.so"};
+    a.handle = 3;
+    a.requiredImages = "IR_DOC,,UV_DOC,";
+    a.imageSettings = {Record("NOT_REQUIRED", "IMAGE_VISIBLE", 1), Record("UV_DOC", "IMAGE_UV", 2),
+                       Record("IR_DOC", "IMAGE_IR", 3), Record("uv_doc", "IMAGE_UV", 4)};
+    rd::PluginScript b{"KVDECODE_B.so"};
+    b.handle = 4;
+    b.requiredImages = "NO_SETTINGS";
+    b.imageSettings = {Record("OTHER", "IMAGE_VISIBLE", 5)};
+    Install(a);
+    Install(b);
+    catalogue.Load(reader, table);
+    // Records are taken in the plug-in's enumeration order; names compare exactly.
+    ASSERT_EQ(table.Size(), 2u);
+    EXPECT_STREQ(table.At(0)->ImageName, "UV_DOC");
+    EXPECT_STREQ(table.At(1)->ImageName, "IR_DOC");
+    EXPECT_EQ(table.ForPlugin(3), table.At(0)) << "the map keeps its first entry";
+    EXPECT_EQ(table.ForPlugin(4), nullptr) << "a required image without settings maps nothing";
+    EXPECT_EQ(rd::CallsNamed("ZyrReader_ImagePluginGetImageSettings").size(), 5u + 2u);
+}
+
+TEST_F(CatalogueTest, EnumerationOfImageSettingsEndsEvenIfThePluginNeverSaysSo) {
+    Install({"KVDECODE_A.so"});
+    rd::SetResult("ZyrReader_ImagePluginGetImageSettings", ZYR_OK);
+    catalogue.Load(reader, table);
+    EXPECT_EQ(Names(), std::vector<std::string>{"A"});
+    EXPECT_GT(rd::CallsNamed("ZyrReader_ImagePluginGetImageSettings").size(), 1u);
+}
+
+struct SelectionCase {
+    const char* name;
+    std::vector<std::string> plugins;
+    const char* saved;
+    std::vector<bool> selected;
+    const char* savedAgain;
+};
+
+void PrintTo(const SelectionCase& c, std::ostream* os) { *os << c.name; }
+
+class SelectionTest : public CatalogueTest, public ::testing::WithParamInterface<SelectionCase> {};
+
+TEST_P(SelectionTest, RestoreThenSave) {
+    for (const std::string& p : GetParam().plugins) {
+        Install({"KVDECODE_" + p + ".so"});
+    }
+    catalogue.Load(reader, table);
+    catalogue.RestoreSelection(StringBuffer(GetParam().saved));
+    std::vector<bool> selected;
+    for (size_t i = 0; i < catalogue.Entries().size(); ++i) {
+        selected.push_back(catalogue.IsSelected(i));
+    }
+    EXPECT_EQ(selected, GetParam().selected);
+    EXPECT_STREQ(catalogue.SelectedNames().str(), GetParam().savedAgain);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Selections, SelectionTest,
+    ::testing::Values(SelectionCase{"Empty", {"A", "B"}, "", {false, false}, ""},
+                      SelectionCase{"Both", {"A", "B"}, "B,A", {true, true}, "A,B"},
+                      SelectionCase{"MissingNameIsIgnored", {"B", "C"}, "A,B", {true, false}, "B"},
+                      SelectionCase{"RunsOfCommas", {"A", "B", "C"}, ",,C,,A,", {true, false, true}, "A,C"},
+                      SelectionCase{"CaseSensitive", {"Pdf417"}, "pdf417", {false}, ""},
+                      SelectionCase{"NoSpacesTrimmed", {"A"}, " A", {false}, ""}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(CatalogueTest, RestoreNeverDeselects) {
+    Install({"KVDECODE_A.so"});
+    Install({"KVDECODE_B.so"});
+    catalogue.Load(reader, table);
+    catalogue.SetSelected(0, true);
+    catalogue.RestoreSelection(StringBuffer("B"));
+    EXPECT_STREQ(catalogue.SelectedNames().str(), "A,B");
+    EXPECT_EQ(catalogue.SelectedEntries().size(), 2u);
+}
+
+} // namespace

@@ -1,0 +1,315 @@
+// Exported calls of the double: session, settings, services, conversion, plug-ins, objects.
+#include "DoubleState.h"
+
+#include <algorithm>
+#include <cstring>
+
+using namespace readerdouble;
+
+namespace {
+
+int32_t InitialiseService(Service service, std::optional<int32_t> scripted) {
+    const int32_t result = scripted.value_or(ZYR_OK);
+    if (result == ZYR_OK) {
+        std::lock_guard<std::mutex> lock(State().mutex);
+        State().initialised[service] = true;
+    }
+    return result;
+}
+
+int32_t ShutdownService(Service service, std::optional<int32_t> scripted) {
+    std::lock_guard<std::mutex> lock(State().mutex);
+    State().initialised[service] = false;
+    return scripted.value_or(ZYR_OK);
+}
+
+bool IsInitialised(Service service) {
+    std::lock_guard<std::mutex> lock(State().mutex);
+    return State().initialised[service];
+}
+
+std::string FileName(const char* path) {
+    std::string p = path ? path : "";
+    const size_t slash = p.find_last_of('/');
+    return slash == std::string::npos ? p : p.substr(slash + 1);
+}
+
+PluginState* FindPlugin(DoubleState& s, uint64_t handle) {
+    auto it = s.plugins.find(handle);
+    return it == s.plugins.end() ? nullptr : &it->second;
+}
+
+} // namespace
+
+extern "C" {
+
+const char* ZyrReader_ErrorText(int32_t code) {
+    Enter(__func__, {Arg(code)});
+    return code == ZYR_OK ? "Success" : "Reader double error";
+}
+
+int32_t ZyrReader_SetErrorHandler(ZyrReaderErrorHandler handler, uint32_t options) {
+    auto scripted = Enter(__func__, {CallbackArg(reinterpret_cast<const void*>(handler)), Arg(options)});
+    std::lock_guard<std::mutex> lock(State().mutex);
+    State().handler = handler;
+    return scripted.value_or(ZYR_OK);
+}
+
+int32_t ZyrReader_LL_LoadSettings(ZyrReaderSettings* settings) {
+    auto scripted = Enter(__func__, {Arg(static_cast<const void*>(settings))});
+    ZyrReaderErrorHandler handler = nullptr;
+    bool noReader = false;
+    {
+        std::lock_guard<std::mutex> lock(State().mutex);
+        if (settings) {
+            *settings = State().readerSettings;
+        }
+        noReader = State().noReader;
+        handler = State().handler;
+    }
+    if (noReader) {
+        if (handler) {
+            handler(ZYR_ERR_NO_READER, "No reader is connected");
+        }
+        return scripted.value_or(ZYR_ERR_NO_READER);
+    }
+    return scripted.value_or(ZYR_OK);
+}
+
+int32_t ZyrReader_LL_LoadSettingsFromIniFile(ZyrReaderSettings* settings, const char* path) {
+    auto scripted = Enter(__func__, {Arg(static_cast<const void*>(settings)), Arg(path)});
+    std::lock_guard<std::mutex> lock(State().mutex);
+    if (settings) {
+        *settings = State().iniSettings;
+    }
+    return scripted.value_or(ZYR_OK);
+}
+
+int32_t ZyrReader_InitialiseLogging(bool enable, int32_t level, uint32_t mask, const char* fileName) {
+    return Enter(__func__, {Arg(enable), Arg(level), Arg(mask), Arg(fileName)}).value_or(ZYR_OK);
+}
+
+int32_t ZyrReader_DestroyCachedData(void) {
+    auto scripted = Enter(__func__, {});
+    std::lock_guard<std::mutex> lock(State().mutex);
+    State().objects.clear();
+    State().plugins.clear();
+    State().initialised.clear();
+    return scripted.value_or(ZYR_OK);
+}
+
+int32_t ZyrReader_DestroyCachedObject(const void* object) {
+    auto scripted = Enter(__func__, {Arg(object)});
+    std::lock_guard<std::mutex> lock(State().mutex);
+    const bool held = State().objects.erase(object) > 0;
+    return scripted.value_or(held ? ZYR_OK : ZYR_ERR_UNKNOWN_HANDLE);
+}
+
+int32_t ZyrReader_CameraInitialise(ZyrReaderSettings* settings, uint64_t device, uint32_t flags) {
+    return InitialiseService(Service::Camera,
+                             Enter(__func__, {Arg(static_cast<const void*>(settings)), Arg(device), Arg(flags)}));
+}
+bool ZyrReader_IsCameraInitialised(void) {
+    Enter(__func__, {});
+    return IsInitialised(Service::Camera);
+}
+int32_t ZyrReader_CameraShutdown(void) { return ShutdownService(Service::Camera, Enter(__func__, {})); }
+
+int32_t ZyrReader_ImageProcessingInitialise(ZyrReaderSettings* settings, uint64_t device,
+                                            ZyrImageProcessingSettings* processing) {
+    return InitialiseService(Service::ImageProcessing,
+                             Enter(__func__, {Arg(static_cast<const void*>(settings)), Arg(device),
+                                              Arg(static_cast<const void*>(processing))}));
+}
+bool ZyrReader_IsImageProcessingInitialised(void) {
+    Enter(__func__, {});
+    return IsInitialised(Service::ImageProcessing);
+}
+int32_t ZyrReader_ImageProcessingShutdown(void) {
+    return ShutdownService(Service::ImageProcessing, Enter(__func__, {}));
+}
+
+int32_t ZyrReader_SignalInitialise(ZyrReaderSettings* settings) {
+    return InitialiseService(Service::Signal, Enter(__func__, {Arg(static_cast<const void*>(settings))}));
+}
+bool ZyrReader_IsSignalInitialised(void) {
+    Enter(__func__, {});
+    return IsInitialised(Service::Signal);
+}
+int32_t ZyrReader_SignalShutdown(void) { return ShutdownService(Service::Signal, Enter(__func__, {})); }
+
+int32_t ZyrReader_ParseInitialise(void) { return InitialiseService(Service::Parsing, Enter(__func__, {})); }
+bool ZyrReader_IsParsingInitialised(void) {
+    Enter(__func__, {});
+    return IsInitialised(Service::Parsing);
+}
+int32_t ZyrReader_ParseShutdown(void) { return ShutdownService(Service::Parsing, Enter(__func__, {})); }
+
+int32_t ZyrReader_ParseAAMVA(const uint8_t* data, int32_t length, AAMVARecord** record, int32_t reserved) {
+    auto scripted = Enter(__func__, {Arg(static_cast<const void*>(data)), Arg(length),
+                                     Arg(static_cast<const void*>(record)), Arg(reserved)});
+    if (scripted) {
+        return *scripted;
+    }
+    DoubleState& s = State();
+    std::lock_guard<std::mutex> lock(s.mutex);
+    if (!s.initialised[Service::Parsing]) {
+        return ZYR_ERR_NOT_INITIALISED;
+    }
+    if (!record || (!data && length > 0) || length < 0) {
+        return ZYR_ERR_BAD_ARGUMENT;
+    }
+    if (length == 0) {
+        return ZYR_ERR_AAMVA_EMPTY;
+    }
+    if (!s.parseRecord) {
+        return ZYR_ERR_NOT_AAMVA;
+    }
+    auto object = std::make_unique<HeldObject>();
+    object->record = std::make_unique<AAMVARecord>(*s.parseRecord);
+    object->items = s.parseItems;
+    object->record->DataItemCount = static_cast<int32_t>(object->items.size());
+    object->record->DataItems = object->items.empty() ? nullptr : object->items.data();
+    *record = object->record.get();
+    s.objects[*record] = std::move(object);
+    return ZYR_OK;
+}
+
+int32_t ZyrReader_ImageConvertFormat(int32_t format, const uint8_t* input, uint32_t inputLength, uint8_t* output,
+                                     uint32_t* outputSize) {
+    auto scripted = Enter(__func__, {Arg(format), Arg(static_cast<const void*>(input)), Arg(inputLength),
+                                     Arg(static_cast<const void*>(output)),
+                                     outputSize ? Arg(*outputSize) : std::string("null")});
+    if (scripted) {
+        return *scripted;
+    }
+    if (!input || !outputSize) {
+        return ZYR_ERR_BAD_ARGUMENT;
+    }
+    std::vector<uint8_t> bytes;
+    {
+        std::lock_guard<std::mutex> lock(State().mutex);
+        bytes = State().convertOutput.value_or(std::vector<uint8_t>(input, input + inputLength));
+    }
+    const uint32_t size = static_cast<uint32_t>(bytes.size());
+    if (output) {
+        if (*outputSize < size) {
+            return ZYR_ERR_BUFFER_TOO_SMALL;
+        }
+        std::copy(bytes.begin(), bytes.end(), output);
+    }
+    *outputSize = size;
+    return ZYR_OK;
+}
+
+int32_t ZyrReader_ImagePluginLoad(const char* pluginPath, const char* settingsPath, uint64_t* handle,
+                                  uint64_t cameraDevice) {
+    auto scripted = Enter(__func__, {Arg(pluginPath), Arg(settingsPath),
+                                     handle ? Arg(*handle) : std::string("null"), Arg(cameraDevice)});
+    DoubleState& s = State();
+    std::lock_guard<std::mutex> lock(s.mutex);
+    const std::string name = FileName(pluginPath);
+    auto script = std::find_if(s.pluginScripts.begin(), s.pluginScripts.end(),
+                               [&](const PluginScript& p) { return p.fileName == name; });
+    if (scripted && *scripted != ZYR_OK) {
+        return *scripted;
+    }
+    if (script == s.pluginScripts.end()) {
+        return ZYR_ERR_PLUGIN_LOAD;
+    }
+    if (script->loadResult != ZYR_OK) {
+        return script->loadResult;
+    }
+    if (!handle) {
+        return ZYR_ERR_BAD_ARGUMENT;
+    }
+    const uint64_t h = script->handle ? script->handle : s.nextHandle++;
+    s.plugins[h] = PluginState{*script, 0};
+    *handle = h;
+    return ZYR_OK;
+}
+
+int32_t ZyrReader_ImagePluginGetRequiredImages(uint64_t handle, const char* reserved, char* buffer,
+                                               int32_t bufferSize) {
+    auto scripted = Enter(__func__, {Arg(handle), Arg(reserved), Arg(static_cast<const void*>(buffer)),
+                                     Arg(bufferSize)});
+    DoubleState& s = State();
+    std::lock_guard<std::mutex> lock(s.mutex);
+    PluginState* plugin = FindPlugin(s, handle);
+    if (!plugin) {
+        return scripted.value_or(ZYR_ERR_UNKNOWN_HANDLE);
+    }
+    if (!buffer || bufferSize < 1) {
+        return ZYR_ERR_BAD_ARGUMENT;
+    }
+    const std::string& names = plugin->script.requiredImages;
+    const size_t n = std::min(names.size(), static_cast<size_t>(bufferSize - 1));
+    std::memcpy(buffer, names.data(), n);
+    buffer[n] = '\0';
+    return scripted.value_or(ZYR_OK);
+}
+
+int32_t ZyrReader_ImagePluginGetImageSettings(uint64_t handle, ZyrImageSettings* settings, int32_t index) {
+    auto scripted = Enter(__func__, {Arg(handle), Arg(static_cast<const void*>(settings)), Arg(index)});
+    if (scripted) {
+        return *scripted;
+    }
+    DoubleState& s = State();
+    std::lock_guard<std::mutex> lock(s.mutex);
+    PluginState* plugin = FindPlugin(s, handle);
+    if (!plugin) {
+        return ZYR_ERR_UNKNOWN_HANDLE;
+    }
+    const auto& records = plugin->script.imageSettings;
+    if (!settings || index < 0 || static_cast<size_t>(index) >= records.size()) {
+        return ZYR_ERR_BAD_ARGUMENT;
+    }
+    *settings = records[static_cast<size_t>(index)];
+    return ZYR_OK;
+}
+
+int32_t ZyrReader_ImagePluginDecode(bool wait, uint64_t handle, const ZyrImage* image, const char* imageName,
+                                    int32_t imageNumber, const char* options, ZyrDecodeCallback callback,
+                                    void* context, int32_t callbackTag, int32_t reserved1, int32_t reserved2) {
+    auto scripted = Enter(__func__, {Arg(wait), Arg(handle), Arg(static_cast<const void*>(image)), Arg(imageName),
+                                     Arg(imageNumber), Arg(options),
+                                     CallbackArg(reinterpret_cast<const void*>(callback)),
+                                     Arg(static_cast<const void*>(context)), Arg(callbackTag), Arg(reserved1),
+                                     Arg(reserved2)});
+    std::vector<const ZyrSymbolResult*> symbols;
+    int32_t result = ZYR_OK;
+    {
+        DoubleState& s = State();
+        std::lock_guard<std::mutex> lock(s.mutex);
+        PluginState* plugin = FindPlugin(s, handle);
+        if (!plugin) {
+            return scripted.value_or(ZYR_ERR_UNKNOWN_HANDLE);
+        }
+        const auto& decodes = plugin->script.decodes;
+        const size_t call = plugin->decodeCalls++;
+        result = plugin->script.decodeResult;
+        if (!decodes.empty()) {
+            for (const SymbolScript& script : decodes[std::min(call, decodes.size() - 1)]) {
+                auto object = std::make_unique<HeldObject>();
+                object->bytes.assign(script.data.begin(), script.data.end());
+                object->bytes.push_back(0);
+                ZyrSymbolResult& symbol = object->symbol;
+                symbol.Symbology = script.symbology;
+                symbol.Orientation = script.orientation;
+                symbol.DataType = script.dataType;
+                symbol.Data = object->bytes.data();
+                symbol.DataLength = static_cast<int32_t>(script.data.size());
+                symbol.Eci = script.eci;
+                symbols.push_back(&symbol);
+                s.objects[&symbol] = std::move(object);
+            }
+        }
+    }
+    const int32_t count = static_cast<int32_t>(symbols.size());
+    for (int32_t i = 0; i < count && callback; ++i) {
+        callback(context, callbackTag, i, count, symbols[static_cast<size_t>(i)]);
+    }
+    return scripted.value_or(result);
+}
+
+} // extern "C"

@@ -1,0 +1,79 @@
+// Internal state of the reader double, shared by the script functions and the exported calls.
+#pragma once
+
+#include "ReaderDouble.h"
+
+#include <condition_variable>
+#include <deque>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+
+namespace readerdouble {
+
+// An object the double handed out: a symbol result or an image, with storage for its bytes.
+struct HeldObject {
+    ZyrSymbolResult symbol{};
+    ZyrImage image{};
+    std::vector<uint8_t> bytes;
+    std::unique_ptr<AAMVARecord> record;
+    std::vector<AAMVADataItem> items;
+};
+
+struct PluginState {
+    PluginScript script;
+    size_t decodeCalls = 0;
+};
+
+struct DoubleState {
+    std::mutex mutex;
+    std::condition_variable cancelled;
+
+    std::vector<Call> calls;
+    std::map<std::string, int32_t> results;
+    std::map<std::string, std::deque<int32_t>> queuedResults;
+    std::map<std::string, std::deque<std::pair<int32_t, std::string>>> queuedErrors;
+    std::map<std::string, std::function<void()>> hooks;
+
+    ZyrReaderErrorHandler handler = nullptr;
+    bool noReader = false;
+    ZyrReaderSettings readerSettings{};
+    ZyrReaderSettings iniSettings{};
+    std::map<Service, bool> initialised;
+
+    std::vector<PluginScript> pluginScripts;
+    std::map<uint64_t, PluginState> plugins;
+    uint64_t nextHandle = 1000;
+
+    CaptureScript capture;
+    size_t snapshotCalls = 0;
+    size_t processCalls = 0;
+    size_t locateCalls = 0;
+    bool cancelPending = false;
+
+    std::optional<std::vector<uint8_t>> convertOutput;
+    std::unique_ptr<AAMVARecord> parseRecord;
+    std::vector<AAMVADataItem> parseItems;
+    std::map<const void*, std::unique_ptr<HeldObject>> objects;
+};
+
+DoubleState& State();
+
+// Records a call, runs its hook and queued error, and answers the scripted result, if any.
+std::optional<int32_t> Enter(const char* function, std::vector<std::string> args);
+
+// Argument formatting used by the recorded calls.
+std::string Arg(bool v);
+std::string Arg(int32_t v);
+std::string Arg(uint32_t v);
+std::string Arg(uint64_t v);
+std::string Arg(float v);
+std::string Arg(const char* text);
+std::string Arg(const void* p);
+std::string CallbackArg(const void* fn);
+
+// Hands out a library-owned image copied from a script entry; the caller must hold the lock.
+ZyrImage* HoldImage(DoubleState& s, const ImageScript& script);
+
+} // namespace readerdouble

@@ -1,0 +1,241 @@
+// Script and observation side of the reader double.
+#include "DoubleState.h"
+
+#include <cstdio>
+
+namespace readerdouble {
+
+DoubleState& State() {
+    static DoubleState state;
+    return state;
+}
+
+std::string Call::Text() const {
+    std::string text = name + "(";
+    for (size_t i = 0; i < args.size(); ++i) {
+        text += (i ? ", " : "") + args[i];
+    }
+    return text + ")";
+}
+
+std::string Ptr(const void* p) {
+    if (!p) {
+        return "null";
+    }
+    char text[32];
+    std::snprintf(text, sizeof text, "ptr(%p)", p);
+    return text;
+}
+
+std::string Arg(bool v) { return v ? "true" : "false"; }
+std::string Arg(int32_t v) { return std::to_string(v); }
+std::string Arg(uint32_t v) { return std::to_string(v); }
+std::string Arg(uint64_t v) { return std::to_string(v); }
+std::string Arg(float v) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%g", static_cast<double>(v));
+    return text;
+}
+std::string Arg(const char* text) { return text ? "\"" + std::string(text) + "\"" : "null"; }
+std::string Arg(const void* p) { return Ptr(p); }
+std::string CallbackArg(const void* fn) { return fn ? "callback" : "null"; }
+
+std::optional<int32_t> Enter(const char* function, std::vector<std::string> args) {
+    DoubleState& s = State();
+    std::function<void()> hook;
+    std::optional<std::pair<int32_t, std::string>> error;
+    ZyrReaderErrorHandler handler = nullptr;
+    std::optional<int32_t> result;
+    {
+        std::lock_guard<std::mutex> lock(s.mutex);
+        s.calls.push_back(Call{function, std::move(args)});
+        auto h = s.hooks.find(function);
+        if (h != s.hooks.end()) {
+            hook = h->second;
+        }
+        auto& errors = s.queuedErrors[function];
+        if (!errors.empty()) {
+            error = errors.front();
+            errors.pop_front();
+        }
+        handler = s.handler;
+        auto& queued = s.queuedResults[function];
+        if (!queued.empty()) {
+            result = queued.front();
+            queued.pop_front();
+        } else if (s.results.count(function)) {
+            result = s.results[function];
+        }
+    }
+    // Hooks and the handler run unlocked: they may call back into the library.
+    if (hook) {
+        hook();
+    }
+    if (error && handler) {
+        handler(error->first, error->second.c_str());
+    }
+    return result;
+}
+
+ZyrImage* HoldImage(DoubleState& s, const ImageScript& script) {
+    auto object = std::make_unique<HeldObject>();
+    object->bytes = script.pixels;
+    ZyrImage& image = object->image;
+    image.Width = script.width;
+    image.Height = script.height;
+    image.PixelFormat = script.pixelFormat;
+    image.Stride = script.height > 0 ? static_cast<int32_t>(script.pixels.size() / script.height) : 0;
+    image.Pixels = object->bytes.data();
+    ZyrImage* handle = &object->image;
+    s.objects[handle] = std::move(object);
+    return handle;
+}
+
+ImageScript MakeImage(int32_t width, int32_t height, int32_t pixelFormat, uint8_t fill) {
+    const int32_t bytesPerPixel = pixelFormat == ZYR_PIXEL_BGRA32 ? 4 : pixelFormat == ZYR_PIXEL_RGB24 ? 3 : 1;
+    ImageScript image;
+    image.width = width;
+    image.height = height;
+    image.pixelFormat = pixelFormat;
+    image.pixels.assign(static_cast<size_t>(width) * height * bytesPerPixel, fill);
+    return image;
+}
+
+void Reset() {
+    DoubleState& s = State();
+    std::lock_guard<std::mutex> lock(s.mutex);
+    s.calls.clear();
+    s.results.clear();
+    s.queuedResults.clear();
+    s.queuedErrors.clear();
+    s.hooks.clear();
+    s.handler = nullptr;
+    s.noReader = false;
+    s.readerSettings = ZyrReaderSettings{};
+    s.iniSettings = ZyrReaderSettings{};
+    s.initialised.clear();
+    s.pluginScripts.clear();
+    s.plugins.clear();
+    s.nextHandle = 1000;
+    s.capture = CaptureScript{};
+    s.snapshotCalls = s.processCalls = s.locateCalls = 0;
+    s.cancelPending = false;
+    s.convertOutput.reset();
+    s.parseRecord.reset();
+    s.parseItems.clear();
+    s.objects.clear();
+}
+
+void SetResult(const std::string& function, int32_t code) {
+    std::lock_guard<std::mutex> lock(State().mutex);
+    State().results[function] = code;
+}
+
+void QueueResult(const std::string& function, int32_t code) {
+    std::lock_guard<std::mutex> lock(State().mutex);
+    State().queuedResults[function].push_back(code);
+}
+
+void QueueError(const std::string& function, int32_t code, const std::string& message) {
+    std::lock_guard<std::mutex> lock(State().mutex);
+    State().queuedErrors[function].emplace_back(code, message);
+}
+
+void SetHook(const std::string& function, std::function<void()> hook) {
+    std::lock_guard<std::mutex> lock(State().mutex);
+    State().hooks[function] = std::move(hook);
+}
+
+void SetNoReader() {
+    std::lock_guard<std::mutex> lock(State().mutex);
+    State().noReader = true;
+}
+
+void SetReaderSettings(const ZyrReaderSettings& settings) {
+    std::lock_guard<std::mutex> lock(State().mutex);
+    State().readerSettings = settings;
+}
+
+void SetIniSettings(const ZyrReaderSettings& settings) {
+    std::lock_guard<std::mutex> lock(State().mutex);
+    State().iniSettings = settings;
+}
+
+void SetInitialised(Service service, bool initialised) {
+    std::lock_guard<std::mutex> lock(State().mutex);
+    State().initialised[service] = initialised;
+}
+
+void AddPlugin(const PluginScript& plugin) {
+    std::lock_guard<std::mutex> lock(State().mutex);
+    State().pluginScripts.push_back(plugin);
+}
+
+void SetCapture(const CaptureScript& capture) {
+    std::lock_guard<std::mutex> lock(State().mutex);
+    State().capture = capture;
+}
+
+void SetConvertOutput(const std::vector<uint8_t>& bytes) {
+    std::lock_guard<std::mutex> lock(State().mutex);
+    State().convertOutput = bytes;
+}
+
+void SetParseRecord(const AAMVARecord& record, const std::vector<AAMVADataItem>& items) {
+    std::lock_guard<std::mutex> lock(State().mutex);
+    State().parseRecord = std::make_unique<AAMVARecord>(record);
+    State().parseItems = items;
+}
+
+std::vector<Call> Calls() {
+    std::lock_guard<std::mutex> lock(State().mutex);
+    return State().calls;
+}
+
+std::vector<std::string> CallTexts() {
+    std::vector<std::string> texts;
+    for (const Call& call : Calls()) {
+        texts.push_back(call.Text());
+    }
+    return texts;
+}
+
+std::vector<std::string> CallNames() {
+    std::vector<std::string> names;
+    for (const Call& call : Calls()) {
+        names.push_back(call.name);
+    }
+    return names;
+}
+
+std::vector<Call> CallsNamed(const std::string& function) {
+    std::vector<Call> named;
+    for (const Call& call : Calls()) {
+        if (call.name == function) {
+            named.push_back(call);
+        }
+    }
+    return named;
+}
+
+void ClearCalls() {
+    std::lock_guard<std::mutex> lock(State().mutex);
+    State().calls.clear();
+}
+
+ZyrReaderErrorHandler ErrorHandler() {
+    std::lock_guard<std::mutex> lock(State().mutex);
+    return State().handler;
+}
+
+int LiveObjects() {
+    std::lock_guard<std::mutex> lock(State().mutex);
+    return static_cast<int>(State().objects.size());
+}
+
+bool IsCancelPending() {
+    std::lock_guard<std::mutex> lock(State().mutex);
+    return State().cancelPending;
+}
+
+} // namespace readerdouble
