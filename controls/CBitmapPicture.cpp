@@ -289,3 +289,7 @@ void CBitmapPicture::RequestRepaint() {
     // Widgets are painted on the user-interface thread only; a worker's load asks for it there.
     QMetaObject::invokeMethod(this, [this] { update(); }, Qt::QueuedConnection);
 }
+
+// The meta-object code stays in this object, so that programs using other controls do not pull in
+// the reader calls above.
+#include "moc_CBitmapPicture.cpp"

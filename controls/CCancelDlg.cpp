@@ -33,3 +33,7 @@ void CCancelDlg::closeEvent(QCloseEvent* event) {
     Stop();
     event->ignore();
 }
+
+// The meta-object code stays in this object, so that programs using other controls do not pull in
+// the reader calls above.
+#include "moc_CCancelDlg.cpp"

@@ -1,10 +1,7 @@
 #include "TestSession.h"
 
 #include "KVBaseException.h"
-#if __has_include("KVIniFile.h") // TEMP until the INI classes land
 #include "KVIniFile.h"
-#define HAVE_INI 1
-#endif
 #include "SessionPaths.h"
 
 #include <cstdio>
@@ -24,7 +21,6 @@ ButtonStates TestSession::Buttons() const {
 void TestSession::LoadPlugins() { plugins.Load(ReaderSession::Settings(), imageSettings); }
 
 void TestSession::LoadSettings() {
-#ifdef HAVE_INI
     KVIniFile ini;
     try {
         const ZyrReaderSettings& reader = ReaderSession::Settings();
@@ -42,11 +38,9 @@ void TestSession::LoadSettings() {
     } catch (const KVBaseException&) {
         // An unreadable file: the values read so far stay.
     }
-#endif
 }
 
 void TestSession::SaveSettings() {
-#ifdef HAVE_INI
     KVIniFile ini;
     ini.SetInt(kSection, "BitmapID", imageNumber.load());
     ini.SetString(kSection, "SelectedPlugins", plugins.SelectedNames().str());
@@ -56,7 +50,6 @@ void TestSession::SaveSettings() {
     } catch (const KVBaseException&) {
         // A read-only folder: the values are lost, silently.
     }
-#endif
 }
 
 void TestSession::ApplyDarkObjectDetect(int checkState) {
