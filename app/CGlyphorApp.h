@@ -16,7 +16,9 @@ public:
     bool InitInstance();
     void SetDialogRunner(DialogRunner runner) { m_runDialog = std::move(runner); }
     // Where reader library errors are shown; ShowLibraryMessage by default. Tests replace it.
-    void SetLibraryMessageSink(std::function<void(const std::string&)> sink) { m_librarySink = std::move(sink); }
+    void SetLibraryMessageSink(std::function<void(const std::string&)> sink) {
+        m_librarySink = std::move(sink);
+    }
 
     // Shows a reader library error in a plain message box, from any thread; a worker waits
     // until the user has closed it.

@@ -36,28 +36,38 @@ private:
     CCancelDlg& m_dialog;
 };
 
-constexpr int kActionButtons[] = {IDC_CAPTURE_MULTI, IDC_CAPTURE, IDC_OPEN_IMAGE, IDC_NEXT,
+constexpr int kActionButtons[] = {IDC_CAPTURE_MULTI, IDC_CAPTURE,      IDC_OPEN_IMAGE,  IDC_NEXT,
                                   IDC_PREVIOUS,      IDC_DECODE_IMAGE, IDC_DECODE_MULTI};
 
 // Controls that follow the right edge when the window is resized.
-constexpr int kRightColumn[] = {IDC_CAPTURE_MULTI, IDC_DARK_OBJECT_DETECT, IDC_CAPTURE,  IDC_OPEN_IMAGE,
-                                IDC_PREVIOUS,      IDC_NEXT,               IDC_DECODE_IMAGE, IDC_DECODE_MULTI,
-                                IDC_CLEAR_RESULTS, IDC_PLUGINS_LABEL,      IDC_PLUGINS};
+constexpr int kRightColumn[] = {
+    IDC_CAPTURE_MULTI, IDC_DARK_OBJECT_DETECT, IDC_CAPTURE,       IDC_OPEN_IMAGE,    IDC_PREVIOUS, IDC_NEXT,
+    IDC_DECODE_IMAGE,  IDC_DECODE_MULTI,       IDC_CLEAR_RESULTS, IDC_PLUGINS_LABEL, IDC_PLUGINS};
 
-QString Latin1(const std::string& text) { return QString::fromLocal8Bit(text.c_str()); }
+// Paths and names are in the system's 8-bit encoding (UTF-8 here).
+QString Local(const std::string& text) {
+    return QString::fromLocal8Bit(text.c_str());
+}
+
+// Decoded text is bytes; each byte is shown as the character of that code (ISO-8859-1).
+QString Bytes(const std::string& text) {
+    return QString::fromLatin1(text.data(), int(text.size()));
+}
 
 } // namespace
 
-CGlyphorDlg::CGlyphorDlg(QWidget* parent) : QDialog(parent), m_icon(DialogBuilder::AppIcon()), m_session(*this) {
+CGlyphorDlg::CGlyphorDlg(QWidget* parent)
+    : QDialog(parent), m_icon(DialogBuilder::AppIcon()), m_session(*this) {
     BuildControls();
 }
 
 CGlyphorDlg::~CGlyphorDlg() = default;
 
 void CGlyphorDlg::BuildControls() {
-    DialogBuilder::Build(*this, MainDialogTemplate(), [](const ControlTemplate& c, QWidget* parent) -> QWidget* {
-        return c.kind == ControlKind::Picture ? new CBitmapPicture(parent) : nullptr;
-    });
+    DialogBuilder::Build(*this, MainDialogTemplate(),
+                         [](const ControlTemplate& c, QWidget* parent) -> QWidget* {
+                             return c.kind == ControlKind::Picture ? new CBitmapPicture(parent) : nullptr;
+                         });
     setWindowFlag(Qt::WindowMinMaxButtonsHint);
     m_picture = Control<CBitmapPicture>(this, IDC_PICTURE);
     m_side1Picture = Control<CBitmapPicture>(this, IDC_SIDE1_PICTURE);
@@ -65,11 +75,15 @@ void CGlyphorDlg::BuildControls() {
     m_pluginList = Control<QListWidget>(this, IDC_PLUGINS);
     m_resultsList = Control<QTreeWidget>(this, IDC_RESULTS);
 
-    connect(Control<QPushButton>(this, IDC_OPEN_IMAGE), &QPushButton::clicked, this, &CGlyphorDlg::OnOpenImage);
+    connect(Control<QPushButton>(this, IDC_OPEN_IMAGE), &QPushButton::clicked, this,
+            &CGlyphorDlg::OnOpenImage);
     connect(Control<QPushButton>(this, IDC_NEXT), &QPushButton::clicked, this, &CGlyphorDlg::OnNextImage);
-    connect(Control<QPushButton>(this, IDC_PREVIOUS), &QPushButton::clicked, this, &CGlyphorDlg::OnPreviousImage);
-    connect(Control<QPushButton>(this, IDC_DECODE_IMAGE), &QPushButton::clicked, this, &CGlyphorDlg::OnDecodeImage);
-    connect(Control<QPushButton>(this, IDC_DECODE_MULTI), &QPushButton::clicked, this, &CGlyphorDlg::OnDecodeMulti);
+    connect(Control<QPushButton>(this, IDC_PREVIOUS), &QPushButton::clicked, this,
+            &CGlyphorDlg::OnPreviousImage);
+    connect(Control<QPushButton>(this, IDC_DECODE_IMAGE), &QPushButton::clicked, this,
+            &CGlyphorDlg::OnDecodeImage);
+    connect(Control<QPushButton>(this, IDC_DECODE_MULTI), &QPushButton::clicked, this,
+            &CGlyphorDlg::OnDecodeMulti);
     connect(Control<QPushButton>(this, IDC_CLEAR_RESULTS), &QPushButton::clicked, this,
             &CGlyphorDlg::OnClearResults);
     connect(Control<QCheckBox>(this, IDC_DARK_OBJECT_DETECT), &QCheckBox::clicked, this,
@@ -124,7 +138,7 @@ void CGlyphorDlg::OnInitDialog() {
 
 void CGlyphorDlg::FillPluginList() {
     for (const PluginEntry& entry : m_session.plugins.Entries()) {
-        auto* item = new QListWidgetItem(Latin1(entry.name), m_pluginList);
+        auto* item = new QListWidgetItem(Local(entry.name), m_pluginList);
         item->setData(Qt::UserRole, QVariant::fromValue<qulonglong>(entry.handle));
     }
 }
@@ -145,8 +159,8 @@ void CGlyphorDlg::OnPluginSelectionChanged() {
 void CGlyphorDlg::UpdateButtons() {
     QWidget* focused = QApplication::focusWidget();
     const ButtonStates s = m_session.Buttons();
-    const bool enabled[] = {s.captureMulti, s.capture, s.openImage, s.next, s.previous, s.decodeImage,
-                            s.decodeMulti};
+    const bool enabled[] = {s.captureMulti, s.capture,     s.openImage,  s.next,
+                            s.previous,     s.decodeImage, s.decodeMulti};
     for (size_t i = 0; i < std::size(kActionButtons); ++i) {
         Control<QPushButton>(this, kActionButtons[i])->setEnabled(enabled[i]);
     }
@@ -157,10 +171,10 @@ void CGlyphorDlg::UpdateButtons() {
 
 void CGlyphorDlg::UpdateStatistics() {
     const DecodeStatistics::Texts texts = m_session.stats.Format();
-    Control<QLabel>(this, IDC_IMAGE_COUNT)->setText(Latin1(texts.imageCount));
-    Control<QLabel>(this, IDC_SYMBOLS_COUNT)->setText(Latin1(texts.symbolsCount));
-    Control<QLabel>(this, IDC_AVERAGE_TIME)->setText(Latin1(texts.averageTime));
-    Control<QLabel>(this, IDC_AVERAGE_PROCESS)->setText(Latin1(texts.averageImageProcessTime));
+    Control<QLabel>(this, IDC_IMAGE_COUNT)->setText(Local(texts.imageCount));
+    Control<QLabel>(this, IDC_SYMBOLS_COUNT)->setText(Local(texts.symbolsCount));
+    Control<QLabel>(this, IDC_AVERAGE_TIME)->setText(Local(texts.averageTime));
+    Control<QLabel>(this, IDC_AVERAGE_PROCESS)->setText(Local(texts.averageImageProcessTime));
 }
 
 void CGlyphorDlg::UpdateData() {
@@ -204,9 +218,13 @@ void CGlyphorDlg::OnOpenImage() {
     m_session.OpenImages(list, filterIndex);
 }
 
-void CGlyphorDlg::OnNextImage() { m_session.NextImage(); }
+void CGlyphorDlg::OnNextImage() {
+    m_session.NextImage();
+}
 
-void CGlyphorDlg::OnPreviousImage() { m_session.PreviousImage(); }
+void CGlyphorDlg::OnPreviousImage() {
+    m_session.PreviousImage();
+}
 
 void CGlyphorDlg::RunJob(const std::function<uint32_t(JobContext&)>& job) {
     UpdateData();
@@ -251,8 +269,8 @@ void CGlyphorDlg::OnAbout() {
 
 void CGlyphorDlg::OnShowNextResult() {
     if (const auto row = m_session.decode.TakeNextRow()) {
-        auto* item = new QTreeWidgetItem({Latin1(row->fileName), Latin1(row->pluginName), Latin1(row->imageProcess),
-                                          Latin1(row->time), Latin1(row->results)});
+        auto* item = new QTreeWidgetItem({Local(row->fileName), Local(row->pluginName),
+                                          Local(row->imageProcess), Local(row->time), Bytes(row->results)});
         m_resultsList->addTopLevelItem(item);
         m_resultsList->scrollToItem(item);
     }
@@ -360,26 +378,35 @@ void CGlyphorDlg::PostShowNextImage() {
 }
 
 void CGlyphorDlg::SetCaption(const std::string& text) {
-    const QString caption = Latin1(text);
-    QMetaObject::invokeMethod(this, [this, caption] { setWindowTitle(caption); }, Qt::AutoConnection);
+    const QString caption = Local(text);
+    QMetaObject::invokeMethod(
+        this, [this, caption] { setWindowTitle(caption); }, Qt::AutoConnection);
 }
 
-void CGlyphorDlg::LoadPictureFile(PictureId picture, const std::string& path) { Picture(picture)->LoadFromFile(path); }
+void CGlyphorDlg::LoadPictureFile(PictureId picture, const std::string& path) {
+    Picture(picture)->LoadFromFile(path);
+}
 
-void CGlyphorDlg::SetPictureImage(PictureId picture, const ZyrImage* image) { Picture(picture)->SetImage(image); }
+void CGlyphorDlg::SetPictureImage(PictureId picture, const ZyrImage* image) {
+    Picture(picture)->SetImage(image);
+}
 
-void CGlyphorDlg::SavePicturePng(PictureId picture, const std::string& path) { Picture(picture)->SaveAsPng(path); }
+void CGlyphorDlg::SavePicturePng(PictureId picture, const std::string& path) {
+    Picture(picture)->SaveAsPng(path);
+}
 
-std::shared_ptr<const ZyrImage> CGlyphorDlg::PictureImage(PictureId picture) { return Picture(picture)->ImageView(); }
+std::shared_ptr<const ZyrImage> CGlyphorDlg::PictureImage(PictureId picture) {
+    return Picture(picture)->ImageView();
+}
 
 void CGlyphorDlg::ShowMessage(MessageKind kind, const std::string& text) {
-    const QString qtext = Latin1(text);
+    const QString qtext = Local(text);
     if (QThread::currentThread() == thread()) {
         PresentMessage(kind, qtext);
     } else {
         // The user-interface thread keeps processing events while a job runs, so this returns.
-        QMetaObject::invokeMethod(this, [this, kind, qtext] { PresentMessage(kind, qtext); },
-                                  Qt::BlockingQueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this, kind, qtext] { PresentMessage(kind, qtext); }, Qt::BlockingQueuedConnection);
     }
 }
 

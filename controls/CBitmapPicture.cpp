@@ -75,7 +75,8 @@ void CBitmapPicture::LoadFromMemory(const uint8_t* bytes, uint32_t count) {
         if (ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, bytes, count, nullptr, &size) == ZYR_OK) {
             std::vector<uint8_t> buffer(size_t(size) + kConversionSlack);
             uint32_t written = static_cast<uint32_t>(buffer.size());
-            if (ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, bytes, count, buffer.data(), &written) == ZYR_OK &&
+            if (ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, bytes, count, buffer.data(), &written) ==
+                    ZYR_OK &&
                 written <= buffer.size()) {
                 QImage image;
                 if (image.loadFromData(buffer.data(), static_cast<int>(written)) && !image.isNull()) {
@@ -95,7 +96,8 @@ void CBitmapPicture::LoadFromFile(const std::string& path) {
         if (file.open(QIODevice::ReadOnly)) {
             const QByteArray bytes = file.readAll();
             file.close();
-            LoadFromMemory(reinterpret_cast<const uint8_t*>(bytes.constData()), static_cast<uint32_t>(bytes.size()));
+            LoadFromMemory(reinterpret_cast<const uint8_t*>(bytes.constData()),
+                           static_cast<uint32_t>(bytes.size()));
         }
     }
     RequestRepaint();
@@ -126,9 +128,15 @@ void CBitmapPicture::SetImage(const ZyrImage* image) {
     RequestRepaint();
 }
 
-void CBitmapPicture::SaveAsPng(const std::string& path) { SaveWithMimeType(path, "image/png"); }
-void CBitmapPicture::SaveAsBmp(const std::string& path) { SaveWithMimeType(path, "image/bmp"); }
-void CBitmapPicture::SaveAsJpeg(const std::string& path) { SaveWithMimeType(path, "image/jpeg"); }
+void CBitmapPicture::SaveAsPng(const std::string& path) {
+    SaveWithMimeType(path, "image/png");
+}
+void CBitmapPicture::SaveAsBmp(const std::string& path) {
+    SaveWithMimeType(path, "image/bmp");
+}
+void CBitmapPicture::SaveAsJpeg(const std::string& path) {
+    SaveWithMimeType(path, "image/jpeg");
+}
 
 void CBitmapPicture::SaveWithMimeType(const std::string& path, const char* mimeType) {
     const QList<QByteArray> formats = QImageWriter::imageFormatsForMimeType(mimeType);
@@ -200,9 +208,9 @@ bool CBitmapPicture::Draw(QPainter& painter) {
         painter.fillRect(QRect(bar.x, bar.y, bar.width, bar.height), background);
     }
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawImage(QRectF(out.destination.x, out.destination.y, out.destination.width, out.destination.height),
-                      image,
-                      QRectF(out.source.x, out.source.y, out.source.width, out.source.height));
+    painter.drawImage(
+        QRectF(out.destination.x, out.destination.y, out.destination.width, out.destination.height), image,
+        QRectF(out.source.x, out.source.y, out.source.width, out.source.height));
     return true;
 }
 
@@ -215,7 +223,8 @@ CBitmapPicture::SaveFormat CBitmapPicture::SaveFormatFor(const std::string& path
     const size_t slash = path.find_last_of("\\/");
     const std::string name = slash == std::string::npos ? path : path.substr(slash + 1);
     const size_t dot = name.find_last_of('.');
-    const QString ext = dot == std::string::npos ? QString() : QString::fromLocal8Bit(name.substr(dot + 1).c_str());
+    const QString ext =
+        dot == std::string::npos ? QString() : QString::fromLocal8Bit(name.substr(dot + 1).c_str());
     if (ext.compare(QLatin1String("png"), Qt::CaseInsensitive) == 0) {
         return SaveFormat::Png;
     }
@@ -283,11 +292,14 @@ void CBitmapPicture::OnSaveImage() {
     }
 }
 
-void CBitmapPicture::OnMaintainAspectRatio() { SetMaintainAspect(!m_maintainAspect); }
+void CBitmapPicture::OnMaintainAspectRatio() {
+    SetMaintainAspect(!m_maintainAspect);
+}
 
 void CBitmapPicture::RequestRepaint() {
     // Widgets are painted on the user-interface thread only; a worker's load asks for it there.
-    QMetaObject::invokeMethod(this, [this] { update(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this] { update(); }, Qt::QueuedConnection);
 }
 
 // The meta-object code stays in this object, so that programs using other controls do not pull in

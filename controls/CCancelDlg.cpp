@@ -21,13 +21,17 @@ void CCancelDlg::Stop() {
 
 void CCancelDlg::SetStatusText(const std::string& text) {
     const QString qtext = QString::fromLocal8Bit(text.c_str());
-    QMetaObject::invokeMethod(m_status, [label = m_status, qtext] { label->setText(qtext); },
-                              Qt::AutoConnection);
+    QMetaObject::invokeMethod(
+        m_status, [label = m_status, qtext] { label->setText(qtext); }, Qt::AutoConnection);
 }
 
-QString CCancelDlg::StatusText() const { return m_status->text(); }
+QString CCancelDlg::StatusText() const {
+    return m_status->text();
+}
 
-void CCancelDlg::reject() { Stop(); }
+void CCancelDlg::reject() {
+    Stop();
+}
 
 void CCancelDlg::closeEvent(QCloseEvent* event) {
     Stop();

@@ -25,10 +25,10 @@ struct PictureLayoutInput {
 };
 
 struct PictureLayoutResult {
-    bool clearOnly = false;  // nothing to draw: fill the whole client area with the background
-    LayoutRectF destination; // in client coordinates
-    LayoutRectF source;      // in image pixels
-    int zoomPercent = 0;     // written by fit mode, kept by the others
+    bool clearOnly = false;       // nothing to draw: fill the whole client area with the background
+    LayoutRectF destination;      // in client coordinates
+    LayoutRectF source;           // in image pixels
+    int zoomPercent = 0;          // written by fit mode, kept by the others
     std::vector<LayoutRect> bars; // background bars beside or above and below the image
 };
 

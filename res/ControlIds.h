@@ -3,11 +3,11 @@
 
 // Dialog templates and resources.
 constexpr int IDD_ABOUTBOX = 100;
-constexpr int IDS_ABOUTBOX = 101;   // "&About Glyphor..."
-constexpr int IDR_MAINFRAME = 128;  // application icon
+constexpr int IDS_ABOUTBOX = 101;  // "&About Glyphor..."
+constexpr int IDR_MAINFRAME = 128; // application icon
 constexpr int IDD_CANCEL_DIALOG = 130;
 constexpr int IDD_GLYPHOR_DIALOG = 131;
-constexpr int IDM_ABOUTBOX = 16;    // About command
+constexpr int IDM_ABOUTBOX = 16; // About command
 
 // Standard buttons.
 constexpr int IDOK = 1;

@@ -99,9 +99,13 @@ QWidget* DialogBuilder::Find(const QWidget* dialog, int id) {
     return dialog ? dialog->findChild<QWidget*>(ControlName(id)) : nullptr;
 }
 
-QString DialogBuilder::ControlName(int id) { return QStringLiteral("IDC_%1").arg(id); }
+QString DialogBuilder::ControlName(int id) {
+    return QStringLiteral("IDC_%1").arg(id);
+}
 
-static void InitResources() { Q_INIT_RESOURCE(res); }
+static void InitResources() {
+    Q_INIT_RESOURCE(res);
+}
 
 QIcon DialogBuilder::AppIcon() {
     static const bool loaded = (InitResources(), true);

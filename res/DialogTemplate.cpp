@@ -3,16 +3,17 @@
 #include "ControlIds.h"
 
 const DialogTemplate& AboutDialogTemplate() {
-    static const DialogTemplate t{IDD_ABOUTBOX,
-                                  "About Glyphor",
-                                  170,
-                                  62,
-                                  false,
-                                  {
-                                      {IDC_ABOUT_ICON, ControlKind::Icon, "", 11, 14, 20, 20, true},
-                                      {IDC_ABOUT_TEXT, ControlKind::Text, "Glyphor Version 1.0", 40, 14, 119, 8, true},
-                                      {IDOK, ControlKind::DefaultButton, "OK", 113, 41, 50, 14, true},
-                                  }};
+    static const DialogTemplate t{
+        IDD_ABOUTBOX,
+        "About Glyphor",
+        170,
+        62,
+        false,
+        {
+            {IDC_ABOUT_ICON, ControlKind::Icon, "", 11, 14, 20, 20, true},
+            {IDC_ABOUT_TEXT, ControlKind::Text, "Glyphor Version 1.0", 40, 14, 119, 8, true},
+            {IDOK, ControlKind::DefaultButton, "OK", 113, 41, 50, 14, true},
+        }};
     return t;
 }
 
@@ -63,7 +64,8 @@ const DialogTemplate& MainDialogTemplate() {
             {IDC_IMAGE_COUNT, ControlKind::Text, "-", 177, 256, 50, 8, true},
             {IDC_SYMBOLS_COUNT_LABEL, ControlKind::Text, "Symbols Count:", 7, 266, 56, 8, true},
             {IDC_SYMBOLS_COUNT, ControlKind::Text, "-", 64, 266, 50, 8, true},
-            {IDC_AVERAGE_PROCESS_LABEL, ControlKind::Text, "Average Image Process Time:", 122, 266, 110, 8, true},
+            {IDC_AVERAGE_PROCESS_LABEL, ControlKind::Text, "Average Image Process Time:", 122, 266, 110, 8,
+             true},
             {IDC_AVERAGE_PROCESS, ControlKind::Text, "-", 233, 266, 60, 8, true},
         }};
     return t;

@@ -7,12 +7,12 @@ enum class ControlKind {
     Button,        // push button
     DefaultButton, // the default push button
     CheckBox,
-    Text,          // static text, left-aligned
-    CentredText,   // static text, centred
-    Picture,       // picture frame (a picture view is put there)
-    Icon,          // the application icon
-    ListBox,       // multi-selection list
-    ListView       // report list with columns
+    Text,        // static text, left-aligned
+    CentredText, // static text, centred
+    Picture,     // picture frame (a picture view is put there)
+    Icon,        // the application icon
+    ListBox,     // multi-selection list
+    ListView     // report list with columns
 };
 
 struct ControlTemplate {

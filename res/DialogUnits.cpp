@@ -18,11 +18,16 @@ DialogUnits::DialogUnits(const QFont& font) {
     m_baseY = metrics.height();
 }
 
-DialogUnits::DialogUnits(int averageCharWidth, int charHeight) : m_baseX(averageCharWidth), m_baseY(charHeight) {}
+DialogUnits::DialogUnits(int averageCharWidth, int charHeight)
+    : m_baseX(averageCharWidth), m_baseY(charHeight) {}
 
-int DialogUnits::X(int units) const { return Scale(units, m_baseX, 4); }
+int DialogUnits::X(int units) const {
+    return Scale(units, m_baseX, 4);
+}
 
-int DialogUnits::Y(int units) const { return Scale(units, m_baseY, 8); }
+int DialogUnits::Y(int units) const {
+    return Scale(units, m_baseY, 8);
+}
 
 QRect DialogUnits::ToPixels(int x, int y, int width, int height) const {
     // Edges are converted, not sizes, so neighbouring controls keep their shared borders.

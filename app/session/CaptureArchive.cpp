@@ -8,8 +8,8 @@
 void CaptureArchive::Archive(const std::string& folderName) {
     const ZyrReaderSettings& reader = ReaderSession::Settings();
     const std::string folder =
-        SessionPaths::FolderWithSeparator(reader.ApplicationFolder, sizeof reader.ApplicationFolder) + folderName +
-        "/";
+        SessionPaths::FolderWithSeparator(reader.ApplicationFolder, sizeof reader.ApplicationFolder) +
+        folderName + "/";
     std::error_code ignored; // an existing folder is simply reused
     std::filesystem::create_directory(folder, ignored);
     const std::string number = std::to_string(m_session.imageNumber.load());

@@ -7,10 +7,10 @@
 #include <string>
 
 struct GLD_DecodeResult {
-    int32_t ImageNumber = 0;      // the session's image number when the run started
-    int32_t Side = 0;             // 0 one-sided, 1 left side, any other value right side
-    std::string PluginName;       // display name of the plug-in
-    std::string Time;             // "%dms" of the decode time
-    std::string Results;          // last symbol's text, "%d bytes (eci=%d)", or "[NO DATA]"
+    int32_t ImageNumber = 0;        // the session's image number when the run started
+    int32_t Side = 0;               // 0 one-sided, 1 left side, any other value right side
+    std::string PluginName;         // display name of the plug-in
+    std::string Time;               // "%dms" of the decode time
+    std::string Results;            // last symbol's text, "%d bytes (eci=%d)", or "[NO DATA]"
     GLD_DecodeData* Data = nullptr; // owned by the decode data list, not by this record
 };

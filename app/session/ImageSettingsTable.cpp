@@ -20,7 +20,8 @@ ImageSettingsTable::~ImageSettingsTable() {
     m_records.clear();
 }
 
-ZyrImageSettings* ImageSettingsTable::FindOrAdd(const ZyrImageSettings& record, const ZyrReaderSettings& reader) {
+ZyrImageSettings* ImageSettingsTable::FindOrAdd(const ZyrImageSettings& record,
+                                                const ZyrReaderSettings& reader) {
     for (const auto& existing : m_records) {
         if (SameImageName(*existing, record)) {
             return existing.get();

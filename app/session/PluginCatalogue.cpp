@@ -35,8 +35,9 @@ std::vector<std::string> PluginFileNames(const std::string& folder) {
 
 std::string PluginCatalogue::SettingsPath(const ZyrReaderSettings& reader, const std::string& fileName) {
     // "#" is always there, also without a folder: the settings file's name starts with it.
-    return SessionPaths::FolderWithSeparator(reader.PluginSettingsFolder, sizeof reader.PluginSettingsFolder) + "#" +
-           fileName.substr(0, fileName.size() - kSuffixLength) + ".ini";
+    return SessionPaths::FolderWithSeparator(reader.PluginSettingsFolder,
+                                             sizeof reader.PluginSettingsFolder) +
+           "#" + fileName.substr(0, fileName.size() - kSuffixLength) + ".ini";
 }
 
 std::string PluginCatalogue::DisplayName(const std::string& fileName) {
@@ -49,13 +50,14 @@ bool PluginCatalogue::IsPluginFileName(const std::string& name) {
 }
 
 void PluginCatalogue::Load(const ZyrReaderSettings& reader, ImageSettingsTable& table) {
-    const std::string folder = SessionPaths::FolderWithSeparator(reader.PluginFolder, sizeof reader.PluginFolder);
+    const std::string folder =
+        SessionPaths::FolderWithSeparator(reader.PluginFolder, sizeof reader.PluginFolder);
     for (const std::string& fileName : PluginFileNames(folder)) {
         const std::string settingsPath = SettingsPath(reader, fileName);
         const std::string libraryPath = folder + fileName;
         uint64_t handle = 0;
-        if (ZyrReader_ImagePluginLoad(libraryPath.c_str(), settingsPath.c_str(), &handle, reader.CameraDevice) !=
-            ZYR_OK) {
+        if (ZyrReader_ImagePluginLoad(libraryPath.c_str(), settingsPath.c_str(), &handle,
+                                      reader.CameraDevice) != ZYR_OK) {
             continue;
         }
         m_entries.push_back(PluginEntry{DisplayName(fileName), handle});
@@ -67,7 +69,8 @@ void PluginCatalogue::Load(const ZyrReaderSettings& reader, ImageSettingsTable& 
     }
 }
 
-void PluginCatalogue::ReadImageSettings(uint64_t handle, const ZyrReaderSettings& reader, ImageSettingsTable& table) {
+void PluginCatalogue::ReadImageSettings(uint64_t handle, const ZyrReaderSettings& reader,
+                                        ImageSettingsTable& table) {
     char buffer[kRequiredImagesSize] = {};
     ZyrReader_ImagePluginGetRequiredImages(handle, "", buffer, kRequiredImagesSize);
     buffer[kRequiredImagesSize - 1] = '\0';

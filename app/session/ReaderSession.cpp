@@ -15,11 +15,17 @@ constexpr int32_t kNoReaderImageHeight = 2000;
 
 } // namespace
 
-ZyrReaderSettings& ReaderSession::Settings() { return g_settings; }
+ZyrReaderSettings& ReaderSession::Settings() {
+    return g_settings;
+}
 
-bool ReaderSession::ScannerConnected() { return g_scannerConnected.load(); }
+bool ReaderSession::ScannerConnected() {
+    return g_scannerConnected.load();
+}
 
-void ReaderSession::SetScannerConnected(bool connected) { g_scannerConnected = connected; }
+void ReaderSession::SetScannerConnected(bool connected) {
+    g_scannerConnected = connected;
+}
 
 void ReaderSession::SetMessageSink(MessageSink sink) {
     std::lock_guard<std::mutex> lock(g_sinkMutex);

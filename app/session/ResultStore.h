@@ -13,11 +13,11 @@
 
 // What a results row shows, in column order.
 struct ResultRow {
-    std::string fileName;     // name of the image file on show
+    std::string fileName; // name of the image file on show
     std::string pluginName;
     std::string imageProcess; // "%dms" of the last image-process time
     std::string time;
-    std::string results;      // with "Side Left: " / "Side Right: " in front for two-sided images
+    std::string results; // with "Side Left: " / "Side Right: " in front for two-sided images
 };
 
 class ResultStore {

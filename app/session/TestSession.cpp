@@ -18,7 +18,9 @@ ButtonStates TestSession::Buttons() const {
     return ComputeButtonStates(in);
 }
 
-void TestSession::LoadPlugins() { plugins.Load(ReaderSession::Settings(), imageSettings); }
+void TestSession::LoadPlugins() {
+    plugins.Load(ReaderSession::Settings(), imageSettings);
+}
 
 void TestSession::LoadSettings() {
     KVIniFile ini;

@@ -92,7 +92,8 @@ void BM_DecodeMulti(benchmark::State& state) {
         }
     }
     const double wallNs = double(wall.count());
-    state.counters["images_per_s"] = benchmark::Counter(double(images.size()) * state.iterations() / (wallNs / 1e9));
+    state.counters["images_per_s"] =
+        benchmark::Counter(double(images.size()) * state.iterations() / (wallNs / 1e9));
     state.counters["plugin_share"] = double(plugin.count()) / wallNs;
     state.counters["load_share"] = double(load.count()) / wallNs;
     state.counters["plugin_plus_load_share"] = double(plugin.count() + load.count()) / wallNs;
@@ -125,8 +126,8 @@ void BM_AppendRowsTo10000(benchmark::State& state) {
         AppendRows(dialog, 1000);
         QCoreApplication::processEvents();
     }
-    state.counters["us_per_row"] =
-        benchmark::Counter(1000.0 * state.iterations(), benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+    state.counters["us_per_row"] = benchmark::Counter(
+        1000.0 * state.iterations(), benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
 BENCHMARK(BM_AppendRowsTo10000)->Unit(benchmark::kMillisecond)->Iterations(3);
 
@@ -153,12 +154,13 @@ extern "C" int32_t __real_ZyrReader_ImagePluginDecode(bool, uint64_t, const ZyrI
                                                       int32_t);
 
 extern "C" int32_t __wrap_ZyrReader_ImagePluginDecode(bool wait, uint64_t handle, const ZyrImage* image,
-                                                      const char* imageName, int32_t imageNumber, const char* options,
-                                                      ZyrDecodeCallback callback, void* context, int32_t tag,
-                                                      int32_t reserved1, int32_t reserved2) {
+                                                      const char* imageName, int32_t imageNumber,
+                                                      const char* options, ZyrDecodeCallback callback,
+                                                      void* context, int32_t tag, int32_t reserved1,
+                                                      int32_t reserved2) {
     const auto start = Clock::now();
-    const int32_t result = __real_ZyrReader_ImagePluginDecode(wait, handle, image, imageName, imageNumber, options,
-                                                              callback, context, tag, reserved1, reserved2);
+    const int32_t result = __real_ZyrReader_ImagePluginDecode(
+        wait, handle, image, imageName, imageNumber, options, callback, context, tag, reserved1, reserved2);
     g_pluginTime += Clock::now() - start;
     return result;
 }

@@ -27,7 +27,9 @@ QImage Solid(int w, int h, QColor colour) {
     return image;
 }
 
-std::string Magic(const std::string& path) { return TempFolder::Read(path).substr(0, 4); }
+std::string Magic(const std::string& path) {
+    return TempFolder::Read(path).substr(0, 4);
+}
 
 } // namespace
 
@@ -135,7 +137,8 @@ private slots:
         ZyrImage image{width, height, stride, format, pixels.data()};
         CBitmapPicture view;
         const QImage red = Solid(2, 2, Qt::red);
-        ZyrImage good{2, 2, int32_t(red.bytesPerLine()), ZYR_PIXEL_BGRA32, const_cast<uint8_t*>(red.constBits())};
+        ZyrImage good{2, 2, int32_t(red.bytesPerLine()), ZYR_PIXEL_BGRA32,
+                      const_cast<uint8_t*>(red.constBits())};
         view.SetImage(&good);
         QVERIFY(view.HasImage());
         view.SetImage(&image);
@@ -156,7 +159,8 @@ private slots:
         CBitmapPicture view;
         view.resize(100, 100);
         const QImage wide = Solid(200, 100, Qt::red);
-        ZyrImage image{200, 100, int32_t(wide.bytesPerLine()), ZYR_PIXEL_BGRA32, const_cast<uint8_t*>(wide.constBits())};
+        ZyrImage image{200, 100, int32_t(wide.bytesPerLine()), ZYR_PIXEL_BGRA32,
+                       const_cast<uint8_t*>(wide.constBits())};
         view.SetImage(&image);
         const QRgb face = view.palette().color(QPalette::Button).rgb();
 
@@ -165,7 +169,7 @@ private slots:
 
         view.SetMaintainAspect(true);
         shot = view.grab().toImage();
-        QCOMPARE(shot.pixel(50, 2), face); // bar above
+        QCOMPARE(shot.pixel(50, 2), face);  // bar above
         QCOMPARE(shot.pixel(50, 97), face); // bar below
         QCOMPARE(shot.pixel(50, 50), qRgb(255, 0, 0));
         QCOMPARE(view.DestinationRect().y, 25.0f);
@@ -204,7 +208,8 @@ private slots:
         QFETCH(QString, name);
         QFETCH(QByteArray, magic);
         TempFolder folder;
-        const std::string path = folder.Write(name.toStdString(), "old content that is longer than any magic");
+        const std::string path =
+            folder.Write(name.toStdString(), "old content that is longer than any magic");
         CBitmapPicture view;
         const QByteArray png = Encoded(Solid(6, 6, Qt::yellow), "PNG");
         view.LoadFromMemory(reinterpret_cast<const uint8_t*>(png.constData()), png.size());

@@ -38,7 +38,8 @@ protected:
         pixels.assign(16, 0x80);
         image = ZyrImage{4, 4, 4, ZYR_PIXEL_GREY8, pixels.data()};
         std::snprintf(ReaderSession::Settings().PluginFolder, ZYR_PATH_SIZE, "%s", plugins.Path().c_str());
-        std::snprintf(ReaderSession::Settings().ApplicationFolder, ZYR_PATH_SIZE, "%s", appFolder.Path().c_str());
+        std::snprintf(ReaderSession::Settings().ApplicationFolder, ZYR_PATH_SIZE, "%s",
+                      appFolder.Path().c_str());
     }
     void TearDown() override { ReaderSession::Reset(); }
 
@@ -177,7 +178,9 @@ struct SymbolCase {
     std::string bytes; // data buffer afterwards
 };
 
-void PrintTo(const SymbolCase& c, std::ostream* os) { *os << c.name; }
+void PrintTo(const SymbolCase& c, std::ostream* os) {
+    *os << c.name;
+}
 
 class SymbolTextTest : public DecodeRunTest, public ::testing::WithParamInterface<SymbolCase> {};
 
@@ -204,7 +207,8 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         SymbolCase{"Ascii", ZYR_DATA_ASCII, 0, "ABC", "ABC", "ABC"},
         SymbolCase{"Text8", ZYR_DATA_TEXT8, 0, "caf\xE9", "caf\xE9", "caf\xE9"},
-        SymbolCase{"EciLatin1", ZYR_DATA_ECI_BYTES, ZYR_ECI_ISO8859_1, "Gr\xFC\xDF", "Gr\xFC\xDF", "Gr\xFC\xDF"},
+        SymbolCase{"EciLatin1", ZYR_DATA_ECI_BYTES, ZYR_ECI_ISO8859_1, "Gr\xFC\xDF", "Gr\xFC\xDF",
+                   "Gr\xFC\xDF"},
         SymbolCase{"EciShiftJis", ZYR_DATA_ECI_BYTES, ZYR_ECI_SHIFT_JIS, "\x82\xA0", "\x82\xA0", "\x82\xA0"},
         SymbolCase{"EciUtf8IsBytes", ZYR_DATA_ECI_BYTES, ZYR_ECI_UTF8, "h\xC3\xA9llo", "6 bytes (eci=26)",
                    "h\xC3\xA9llo"},
@@ -213,8 +217,7 @@ INSTANTIATE_TEST_SUITE_P(
         SymbolCase{"TextWithZero", ZYR_DATA_ASCII, 0, "ab\0cd"s, "ab", "ab\0cd"s},
         SymbolCase{"BinaryTrailingZeros", ZYR_DATA_BINARY, 0, "\x07\0\0"s, "3 bytes (eci=0)", "\x07\0\0"s},
         // Type 5 keeps one more byte, the terminator, when the data itself ends in a zero.
-        SymbolCase{"StringEndingInZero", ZYR_DATA_STRING, 0, "ab\0"s, "3 bytes (eci=0)",
-                   "ab\0\0"s},
+        SymbolCase{"StringEndingInZero", ZYR_DATA_STRING, 0, "ab\0"s, "3 bytes (eci=0)", "ab\0\0"s},
         SymbolCase{"StringWithoutZero", ZYR_DATA_STRING, 0, "abc", "3 bytes (eci=0)", "abc"}),
     [](const auto& info) { return std::string(info.param.name); });
 

@@ -42,7 +42,9 @@ public:
         // Not owning: the test keeps its images alive.
         return shown ? std::shared_ptr<const ZyrImage>(shown, [](const ZyrImage*) {}) : nullptr;
     }
-    void ShowMessage(MessageKind kind, const std::string& text) override { messages.emplace_back(kind, text); }
+    void ShowMessage(MessageKind kind, const std::string& text) override {
+        messages.emplace_back(kind, text);
+    }
     void UpdateButtons() override { ++buttonUpdates; }
 
     std::mutex mutex;

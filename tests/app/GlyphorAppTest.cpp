@@ -64,8 +64,8 @@ private slots:
             "ZyrReader_ImagePluginGetImageSettings",
             // after the window
             "ZyrReader_IsCameraInitialised", "ZyrReader_IsImageProcessingInitialised",
-            "ZyrReader_ImageProcessingShutdown", "ZyrReader_IsSignalInitialised", "ZyrReader_IsParsingInitialised",
-            "ZyrReader_DestroyCachedData"};
+            "ZyrReader_ImageProcessingShutdown", "ZyrReader_IsSignalInitialised",
+            "ZyrReader_IsParsingInitialised", "ZyrReader_DestroyCachedData"};
         QCOMPARE(rd::CallNames(), expected);
         QCOMPARE(rd::CallsNamed("ZyrReader_InitialiseLogging")[0].Text(),
                  std::string("ZyrReader_InitialiseLogging(true, 2, 33, \"Glyphor.log\")"));

@@ -104,15 +104,15 @@ private slots:
     void stopDuringAJobIsSeenByTheJob() {
         QWidget parent;
         bool sawStop = false;
-        CJobRunner::Run(
-            &parent, true,
-            [&](CCancelDlg& cancel) {
-                QMetaObject::invokeMethod(
-                    &parent, [&] { Control<QPushButton>(&cancel, IDC_STOP)->click(); }, Qt::BlockingQueuedConnection);
-                sawStop = cancel.IsStopped();
-                return 0u;
-            },
-            {});
+        CJobRunner::Run(&parent, true,
+                        [&](CCancelDlg& cancel) {
+                            QMetaObject::invokeMethod(
+                                &parent, [&] { Control<QPushButton>(&cancel, IDC_STOP)->click(); },
+                                Qt::BlockingQueuedConnection);
+                            sawStop = cancel.IsStopped();
+                            return 0u;
+                        },
+                        {});
         QVERIFY(sawStop);
         QCOMPARE(int(rd::CallsNamed("ZyrReader_CameraCancelQueue").size()), 1);
     }

@@ -1,7 +1,7 @@
 // The main window on the offscreen platform: controls and texts, button rules, resizing, the
 // statistics line, a decode run through the real job runner, closing while busy, and settings.
-#include "CBitmapPicture.h"
 #include "CAboutDlg.h"
+#include "CBitmapPicture.h"
 #include "CCancelDlg.h"
 #include "CGlyphorDlg.h"
 #include "ControlIds.h"
@@ -36,12 +36,32 @@ QString TextOf(QWidget* w) {
 }
 
 // Every control of the main window.
-const int kAllControls[] = {IDC_USE_VISIBLE_IMAGE, IDC_CROP, IDC_PICTURE, IDC_SIDE1_PICTURE, IDC_SIDE2_PICTURE,
-                            IDC_CAPTURE_MULTI, IDC_CAPTURE, IDC_DARK_OBJECT_DETECT, IDC_OPEN_IMAGE, IDC_PREVIOUS,
-                            IDC_NEXT, IDC_DECODE_IMAGE, IDC_DECODE_MULTI, IDC_CLEAR_RESULTS, IDC_PLUGINS_LABEL,
-                            IDC_PLUGINS, IDC_RESULTS_LABEL, IDC_RESULTS, IDC_AVERAGE_TIME_LABEL, IDC_AVERAGE_TIME,
-                            IDC_IMAGE_COUNT_LABEL, IDC_IMAGE_COUNT, IDC_SYMBOLS_COUNT_LABEL, IDC_SYMBOLS_COUNT,
-                            IDC_AVERAGE_PROCESS_LABEL, IDC_AVERAGE_PROCESS};
+const int kAllControls[] = {IDC_USE_VISIBLE_IMAGE,
+                            IDC_CROP,
+                            IDC_PICTURE,
+                            IDC_SIDE1_PICTURE,
+                            IDC_SIDE2_PICTURE,
+                            IDC_CAPTURE_MULTI,
+                            IDC_CAPTURE,
+                            IDC_DARK_OBJECT_DETECT,
+                            IDC_OPEN_IMAGE,
+                            IDC_PREVIOUS,
+                            IDC_NEXT,
+                            IDC_DECODE_IMAGE,
+                            IDC_DECODE_MULTI,
+                            IDC_CLEAR_RESULTS,
+                            IDC_PLUGINS_LABEL,
+                            IDC_PLUGINS,
+                            IDC_RESULTS_LABEL,
+                            IDC_RESULTS,
+                            IDC_AVERAGE_TIME_LABEL,
+                            IDC_AVERAGE_TIME,
+                            IDC_IMAGE_COUNT_LABEL,
+                            IDC_IMAGE_COUNT,
+                            IDC_SYMBOLS_COUNT_LABEL,
+                            IDC_SYMBOLS_COUNT,
+                            IDC_AVERAGE_PROCESS_LABEL,
+                            IDC_AVERAGE_PROCESS};
 
 std::string PngBytes(QColor colour) {
     QImage image(16, 16, QImage::Format_RGB32);
@@ -76,7 +96,8 @@ private:
         auto d = std::make_unique<CGlyphorDlg>();
         d->Session().executableFolder = app->Path() + "/";
         d->SetScannerConnected(reader);
-        d->SetMessagePresenter([this](MessageKind kind, const QString& text) { messages.emplace_back(kind, text); });
+        d->SetMessagePresenter(
+            [this](MessageKind kind, const QString& text) { messages.emplace_back(kind, text); });
         d->SetOpenFileChooser([this](uint32_t& filter, QStringList& paths) {
             filtersOffered.push_back(filter);
             filter = chooserFilter;
@@ -197,7 +218,8 @@ private slots:
         Start();
         const auto actions = dlg->actions();
         QVERIFY(std::any_of(actions.begin(), actions.end(), [](QAction* a) {
-            return a->text() == QStringLiteral("&About Glyphor...") && a->shortcut() == QKeySequence::HelpContents;
+            return a->text() == QStringLiteral("&About Glyphor...") &&
+                   a->shortcut() == QKeySequence::HelpContents;
         }));
     }
 
@@ -299,9 +321,10 @@ private slots:
         dlg->resize(target);
         QTRY_COMPARE(dlg->size(), target);
 
-        const std::set<int> right = {IDC_CAPTURE_MULTI, IDC_DARK_OBJECT_DETECT, IDC_CAPTURE,  IDC_OPEN_IMAGE,
-                                     IDC_PREVIOUS,      IDC_NEXT,               IDC_DECODE_IMAGE, IDC_DECODE_MULTI,
-                                     IDC_CLEAR_RESULTS, IDC_PLUGINS_LABEL,      IDC_PLUGINS};
+        const std::set<int> right = {
+            IDC_CAPTURE_MULTI, IDC_DARK_OBJECT_DETECT, IDC_CAPTURE,      IDC_OPEN_IMAGE,    IDC_PREVIOUS,
+            IDC_NEXT,          IDC_DECODE_IMAGE,       IDC_DECODE_MULTI, IDC_CLEAR_RESULTS, IDC_PLUGINS_LABEL,
+            IDC_PLUGINS};
         for (int id : kAllControls) {
             QRect expected = before[id];
             if (id == IDC_PICTURE) {
@@ -407,7 +430,8 @@ private slots:
         TempFolder images;
         QStringList paths;
         for (int i = 0; i < files; ++i) {
-            paths << QString::fromStdString(images.Write("f" + std::to_string(i) + ".png", PngBytes(Qt::red)));
+            paths << QString::fromStdString(
+                images.Write("f" + std::to_string(i) + ".png", PngBytes(Qt::red)));
         }
         Open(paths);
         bool onWorker = false;
@@ -422,7 +446,8 @@ private slots:
                     const auto found = dlg->findChildren<CCancelDlg*>();
                     dialogs = found.size();
                     shown = !found.isEmpty() && found.first()->isVisible();
-                    busyButtonsOff = !Button(IDC_OPEN_IMAGE)->isEnabled() && !Button(IDC_DECODE_IMAGE)->isEnabled();
+                    busyButtonsOff =
+                        !Button(IDC_OPEN_IMAGE)->isEnabled() && !Button(IDC_DECODE_IMAGE)->isEnabled();
                 },
                 Qt::BlockingQueuedConnection);
         });
@@ -440,8 +465,10 @@ private slots:
         PluginList()->item(0)->setSelected(true);
         TempFolder images;
         Open({QString::fromStdString(images.Write("a.png", PngBytes(Qt::red)))});
-        rd::SetHook("ZyrReader_ImagePluginDecode",
-                    [&] { QMetaObject::invokeMethod(dlg.get(), [&] { dlg->close(); }, Qt::BlockingQueuedConnection); });
+        rd::SetHook("ZyrReader_ImagePluginDecode", [&] {
+            QMetaObject::invokeMethod(
+                dlg.get(), [&] { dlg->close(); }, Qt::BlockingQueuedConnection);
+        });
         Button(IDC_DECODE_IMAGE)->click();
         QVERIFY(dlg->isVisible());
         QCOMPARE(int(rd::CallsNamed("ZyrReader_CameraCancelQueue").size()), 1);

@@ -43,7 +43,9 @@ protected:
         reader.CameraDevice = 77;
         SetFolder(reader.PluginFolder, folder.Path());
     }
-    static void SetFolder(char* field, const std::string& text) { std::snprintf(field, ZYR_PATH_SIZE, "%s", text.c_str()); }
+    static void SetFolder(char* field, const std::string& text) {
+        std::snprintf(field, ZYR_PATH_SIZE, "%s", text.c_str());
+    }
     void Install(const rd::PluginScript& script) {
         folder.Write(script.fileName, "");
         rd::AddPlugin(script);
@@ -69,7 +71,9 @@ struct FolderCase {
     const char* expectedSettingsPath; // "<p>" stands for the plug-in folder without separator
 };
 
-void PrintTo(const FolderCase& c, std::ostream* os) { *os << c.name; }
+void PrintTo(const FolderCase& c, std::ostream* os) {
+    *os << c.name;
+}
 
 class FolderTest : public CatalogueTest, public ::testing::WithParamInterface<FolderCase> {};
 
@@ -117,7 +121,8 @@ TEST_F(CatalogueTest, EmptyPluginFolderSearchesTheWorkingFolder) {
 }
 
 TEST_F(CatalogueTest, OnlyPluginFilesInNameOrderWithDisplayNames) {
-    for (const char* other : {"libKVDECODE_X.so", "KVDECODE_Y.so.1", "KVDECODE_Z.dll", "kvdecode_w.so", "notes.txt"}) {
+    for (const char* other :
+         {"libKVDECODE_X.so", "KVDECODE_Y.so.1", "KVDECODE_Z.dll", "kvdecode_w.so", "notes.txt"}) {
         folder.Write(other, "");
         rd::AddPlugin({other});
     }
@@ -178,7 +183,9 @@ struct LightCase {
     uint32_t gain; // which block the record ends up with
 };
 
-void PrintTo(const LightCase& c, std::ostream* os) { *os << c.light; }
+void PrintTo(const LightCase& c, std::ostream* os) {
+    *os << c.light;
+}
 
 class LightTest : public CatalogueTest, public ::testing::WithParamInterface<LightCase> {};
 
@@ -234,7 +241,9 @@ struct SelectionCase {
     const char* savedAgain;
 };
 
-void PrintTo(const SelectionCase& c, std::ostream* os) { *os << c.name; }
+void PrintTo(const SelectionCase& c, std::ostream* os) {
+    *os << c.name;
+}
 
 class SelectionTest : public CatalogueTest, public ::testing::WithParamInterface<SelectionCase> {};
 

@@ -1,6 +1,6 @@
 // Start-up and shut-down of the reader session, call by call against the reader double.
-#include "ReaderDouble.h"
 #include "ReaderSession.h"
+#include "ReaderDouble.h"
 
 #include <gtest/gtest.h>
 
@@ -8,8 +8,12 @@ namespace rd = readerdouble;
 
 namespace {
 
-std::string SettingsPtr() { return rd::Ptr(&ReaderSession::Settings()); }
-std::string ProcessingPtr() { return rd::Ptr(&ReaderSession::Settings().ImageProcessing); }
+std::string SettingsPtr() {
+    return rd::Ptr(&ReaderSession::Settings());
+}
+std::string ProcessingPtr() {
+    return rd::Ptr(&ReaderSession::Settings().ImageProcessing);
+}
 
 struct StartupCase {
     const char* name;
@@ -19,7 +23,9 @@ struct StartupCase {
     uint64_t device;
 };
 
-void PrintTo(const StartupCase& c, std::ostream* os) { *os << c.name; }
+void PrintTo(const StartupCase& c, std::ostream* os) {
+    *os << c.name;
+}
 
 class StartupTest : public ::testing::TestWithParam<StartupCase> {
 protected:
@@ -52,7 +58,8 @@ TEST_P(StartupTest, CallsTheLibraryInOrder) {
     std::vector<std::string> expected = {"ZyrReader_SetErrorHandler(callback, 0)",
                                          "ZyrReader_LL_LoadSettings(" + SettingsPtr() + ")"};
     if (!c.reader) {
-        expected.push_back("ZyrReader_LL_LoadSettingsFromIniFile(" + SettingsPtr() + ", \"./ZyrReader.ini\")");
+        expected.push_back("ZyrReader_LL_LoadSettingsFromIniFile(" + SettingsPtr() +
+                           ", \"./ZyrReader.ini\")");
     }
     if (c.loggingLevel > 0) {
         expected.push_back("ZyrReader_InitialiseLogging(true, " + std::to_string(c.loggingLevel) + ", " +
@@ -97,9 +104,9 @@ TEST(StartupErrors, OtherErrorIsShownWithTheLibraryTextAndStartupGoesOn) {
 
     EXPECT_EQ(messages, std::vector<std::string>{"The reader's device folder is broken"});
     EXPECT_TRUE(ReaderSession::ScannerConnected());
-    EXPECT_EQ(rd::CallNames(),
-              (std::vector<std::string>{"ZyrReader_SetErrorHandler", "ZyrReader_LL_LoadSettings",
-                                        "ZyrReader_CameraInitialise", "ZyrReader_ImageProcessingInitialise"}));
+    EXPECT_EQ(rd::CallNames(), (std::vector<std::string>{
+                                   "ZyrReader_SetErrorHandler", "ZyrReader_LL_LoadSettings",
+                                   "ZyrReader_CameraInitialise", "ZyrReader_ImageProcessingInitialise"}));
     ReaderSession::Reset();
 }
 
@@ -122,7 +129,9 @@ struct ShutdownCase {
     bool camera, imageProcessing, signal, parsing;
 };
 
-void PrintTo(const ShutdownCase& c, std::ostream* os) { *os << c.name; }
+void PrintTo(const ShutdownCase& c, std::ostream* os) {
+    *os << c.name;
+}
 
 class ShutdownTest : public ::testing::TestWithParam<ShutdownCase> {};
 

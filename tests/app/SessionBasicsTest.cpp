@@ -16,7 +16,9 @@ struct ButtonCase {
     ButtonStates expected; // captureMulti, capture, open, next, previous, decodeImage, decodeMulti
 };
 
-void PrintTo(const ButtonCase& c, std::ostream* os) { *os << c.name; }
+void PrintTo(const ButtonCase& c, std::ostream* os) {
+    *os << c.name;
+}
 
 class ButtonRulesTest : public ::testing::TestWithParam<ButtonCase> {};
 
@@ -35,17 +37,20 @@ TEST_P(ButtonRulesTest, Enables) {
 INSTANTIATE_TEST_SUITE_P(
     States, ButtonRulesTest,
     ::testing::Values(
-        ButtonCase{"NoReaderNoImages", {false, false, 0, 0}, {false, false, true, false, false, false, false}},
+        ButtonCase{
+            "NoReaderNoImages", {false, false, 0, 0}, {false, false, true, false, false, false, false}},
         ButtonCase{"ReaderNoImages", {false, true, 0, 0}, {true, true, true, false, false, false, false}},
         ButtonCase{"OneImage", {false, false, 1, 0}, {false, false, true, false, false, true, true}},
         ButtonCase{"ThreeAtFirst", {false, false, 3, 0}, {false, false, true, true, false, true, true}},
         ButtonCase{"ThreeAtMiddle", {false, true, 3, 1}, {true, true, true, true, true, true, true}},
         ButtonCase{"ThreeAtLast", {false, false, 3, 2}, {false, false, true, false, true, true, true}},
         ButtonCase{"SteppedPastEnd", {false, false, 3, 3}, {false, false, true, false, true, true, true}},
-        ButtonCase{"SteppedBeforeStart", {false, false, 3, -1}, {false, false, true, true, false, true, true}},
+        ButtonCase{
+            "SteppedBeforeStart", {false, false, 3, -1}, {false, false, true, true, false, true, true}},
         ButtonCase{"BusyDisablesAll", {true, true, 3, 1}, {false, false, false, false, false, false, false}},
         // A capture empties the list but keeps the index: arrows and decoding go off.
-        ButtonCase{"ListEmptiedKeepsIndex", {false, true, 0, 2}, {true, true, true, false, false, false, false}}),
+        ButtonCase{
+            "ListEmptiedKeepsIndex", {false, true, 0, 2}, {true, true, true, false, false, false, false}}),
     [](const auto& info) { return std::string(info.param.name); });
 
 // ---- Statistics texts ----------------------------------------------------------------------
@@ -57,7 +62,9 @@ struct StatisticsCase {
     const char *averageTime, *imageCount, *symbolsCount, *averageProcess;
 };
 
-void PrintTo(const StatisticsCase& c, std::ostream* os) { *os << c.name; }
+void PrintTo(const StatisticsCase& c, std::ostream* os) {
+    *os << c.name;
+}
 
 class StatisticsTest : public ::testing::TestWithParam<StatisticsCase> {};
 
@@ -120,8 +127,8 @@ TEST(AutoResetEvent, ReleasesOneWaitPerSetAndDoesNotCount) {
 
 TEST(ImageFileList, NamePartTakesTheLastSeparatorOfEitherKind) {
     const std::pair<const char*, const char*> cases[] = {
-        {"/a/b/c.png", "c.png"},   {"C:\\x\\y.bmp", "y.bmp"}, {"a\\b/c.jpg", "c.jpg"},
-        {"a/b\\c.jpg", "c.jpg"},   {"bare.png", "bare.png"},  {"dir/", ""},
+        {"/a/b/c.png", "c.png"}, {"C:\\x\\y.bmp", "y.bmp"}, {"a\\b/c.jpg", "c.jpg"},
+        {"a/b\\c.jpg", "c.jpg"}, {"bare.png", "bare.png"},  {"dir/", ""},
     };
     for (const auto& [path, name] : cases) {
         EXPECT_EQ(ImageFileList::NamePart(path), name) << path;
@@ -141,7 +148,9 @@ struct NavigationCase {
     std::vector<Step> steps;
 };
 
-void PrintTo(const NavigationCase& c, std::ostream* os) { *os << c.name; }
+void PrintTo(const NavigationCase& c, std::ostream* os) {
+    *os << c.name;
+}
 
 class NavigationTest : public ::testing::TestWithParam<NavigationCase> {};
 
@@ -158,9 +167,11 @@ TEST_P(NavigationTest, StepsAndIndexes) {
 INSTANTIATE_TEST_SUITE_P(
     Lists, NavigationTest,
     ::testing::Values(
-        NavigationCase{"ForwardAndBack", {"a", "b", "c"}, {{'n', "b", 1}, {'n', "c", 2}, {'p', "b", 1}, {'p', "a", 0}}},
+        NavigationCase{
+            "ForwardAndBack", {"a", "b", "c"}, {{'n', "b", 1}, {'n', "c", 2}, {'p', "b", 1}, {'p', "a", 0}}},
         // Stepping past the end drops the position: the index still moves, later steps do nothing.
-        NavigationCase{"PastTheEnd", {"a", "b"}, {{'n', "b", 1}, {'n', "-", 2}, {'n', "-", 2}, {'p', "-", 2}}},
+        NavigationCase{
+            "PastTheEnd", {"a", "b"}, {{'n', "b", 1}, {'n', "-", 2}, {'n', "-", 2}, {'p', "-", 2}}},
         NavigationCase{"BeforeTheStart", {"a", "b"}, {{'p', "-", -1}, {'n', "-", -1}}},
         NavigationCase{"SingleFile", {"only"}, {{'n', "-", 1}}},
         NavigationCase{"Empty", {}, {{'n', "-", 0}, {'p', "-", 0}}}),

@@ -92,7 +92,9 @@ struct BrokenCase {
     uint32_t filter;
 };
 
-void PrintTo(const BrokenCase& c, std::ostream* os) { *os << c.name; }
+void PrintTo(const BrokenCase& c, std::ostream* os) {
+    *os << c.name;
+}
 
 class BrokenSettingsTest : public SessionTest, public ::testing::WithParamInterface<BrokenCase> {};
 
@@ -109,14 +111,13 @@ using namespace std::string_literals;
 
 INSTANTIATE_TEST_SUITE_P(
     Files, BrokenSettingsTest,
-    ::testing::Values(BrokenCase{"Empty", "", 0, "", 0},
-                      BrokenCase{"Binary", "\x01\x02\xff\xfe\0\0[[[==="s, 0, "", 0},
-                      BrokenCase{"NoSection", "BitmapID=5\nSelectedPlugins=A\n", 0, "", 0},
-                      BrokenCase{"OtherSectionName", "[previous_state]\nBitmapID=5\n", 0, "", 0},
-                      BrokenCase{"NumbersNotNumbers", "[Previous_State]\nBitmapID=abc\nFileDlgFilterIndex=2x\n", 0, "",
-                                 2},
-                      BrokenCase{"UnknownPlugins", "[Previous_State]\nSelectedPlugins=X,Y,,\n", 0, "", 0},
-                      BrokenCase{"CrOnlyLines", "[Previous_State]\rBitmapID=8\rSelectedPlugins=C\r", 8, "C", 0}),
+    ::testing::Values(
+        BrokenCase{"Empty", "", 0, "", 0}, BrokenCase{"Binary", "\x01\x02\xff\xfe\0\0[[[==="s, 0, "", 0},
+        BrokenCase{"NoSection", "BitmapID=5\nSelectedPlugins=A\n", 0, "", 0},
+        BrokenCase{"OtherSectionName", "[previous_state]\nBitmapID=5\n", 0, "", 0},
+        BrokenCase{"NumbersNotNumbers", "[Previous_State]\nBitmapID=abc\nFileDlgFilterIndex=2x\n", 0, "", 2},
+        BrokenCase{"UnknownPlugins", "[Previous_State]\nSelectedPlugins=X,Y,,\n", 0, "", 0},
+        BrokenCase{"CrOnlyLines", "[Previous_State]\rBitmapID=8\rSelectedPlugins=C\r", 8, "C", 0}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(SessionTest, MissingOrUnreadableFileKeepsTheDefaults) {
@@ -211,7 +212,8 @@ TEST_F(SessionTest, AVeryLongSelectionIsKeptWhole) {
     auto session = Start(view, folder.Path());
     std::vector<std::string> paths;
     for (int i = 0; i < 3000; ++i) {
-        paths.push_back(folder.Path() + "/a-rather-long-file-name-for-image-number-" + std::to_string(i) + ".png");
+        paths.push_back(folder.Path() + "/a-rather-long-file-name-for-image-number-" + std::to_string(i) +
+                        ".png");
     }
     session->OpenImages(paths, 1);
     EXPECT_EQ(session->files.Count(), 3000);

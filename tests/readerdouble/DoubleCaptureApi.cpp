@@ -7,7 +7,9 @@ using namespace readerdouble;
 
 namespace {
 
-const void* P(const void* p) { return p; }
+const void* P(const void* p) {
+    return p;
+}
 
 // The entry for the n-th call of a list whose last entry repeats; null when the list is empty.
 template <typename T> const T* Nth(const std::vector<T>& list, size_t n) {
@@ -26,8 +28,9 @@ bool TakeCancel(DoubleState& s) {
 extern "C" {
 
 int32_t ZyrReader_CameraUpdateSettings(ZyrReaderSettings* settings) {
-    return Enter(__func__, {Arg(P(settings)), settings ? Arg(static_cast<uint32_t>(settings->DarkObjectDetect))
-                                                         : std::string("null")})
+    return Enter(__func__,
+                 {Arg(P(settings)),
+                  settings ? Arg(static_cast<uint32_t>(settings->DarkObjectDetect)) : std::string("null")})
         .value_or(ZYR_OK);
 }
 
@@ -43,16 +46,17 @@ int32_t ZyrReader_CameraCancelQueue(void) {
 }
 
 int32_t ZyrReader_LocateDocumentTwoSidedEx(uint32_t lightMask, int32_t timeoutMs, ZyrLocation* side1,
-                                           ZyrLocation* side2, uint8_t* documentPresent, ZyrReaderSettings* settings,
-                                           ZyrDetectSettings* detect, ZyrLocateSettings* locate, bool bothSides,
-                                           int32_t reserved1, ZyrProcessSettings* process, ZyrSideSettings* side,
-                                           ZyrFeedSettings* feed, int32_t reserved2, bool debugImages, bool hiRes,
-                                           uint8_t* detectionFlag) {
+                                           ZyrLocation* side2, uint8_t* documentPresent,
+                                           ZyrReaderSettings* settings, ZyrDetectSettings* detect,
+                                           ZyrLocateSettings* locate, bool bothSides, int32_t reserved1,
+                                           ZyrProcessSettings* process, ZyrSideSettings* side,
+                                           ZyrFeedSettings* feed, int32_t reserved2, bool debugImages,
+                                           bool hiRes, uint8_t* detectionFlag) {
     auto scripted = Enter(__func__, {Arg(lightMask), Arg(timeoutMs), Arg(P(side1)), Arg(P(side2)),
                                      documentPresent ? Arg(static_cast<uint32_t>(*documentPresent)) : "null",
-                                     Arg(P(settings)), Arg(P(detect)), Arg(P(locate)), Arg(bothSides), Arg(reserved1),
-                                     Arg(P(process)), Arg(P(side)), Arg(P(feed)), Arg(reserved2), Arg(debugImages),
-                                     Arg(hiRes), Arg(P(detectionFlag))});
+                                     Arg(P(settings)), Arg(P(detect)), Arg(P(locate)), Arg(bothSides),
+                                     Arg(reserved1), Arg(P(process)), Arg(P(side)), Arg(P(feed)),
+                                     Arg(reserved2), Arg(debugImages), Arg(hiRes), Arg(P(detectionFlag))});
     DoubleState& s = State();
     std::lock_guard<std::mutex> lock(s.mutex);
     if (TakeCancel(s)) {
@@ -68,21 +72,23 @@ int32_t ZyrReader_LocateDocumentTwoSidedEx(uint32_t lightMask, int32_t timeoutMs
     return scripted.value_or(ZYR_OK);
 }
 
-int32_t ZyrReader_InsertDocument(void) { return Enter(__func__, {}).value_or(ZYR_OK); }
+int32_t ZyrReader_InsertDocument(void) {
+    return Enter(__func__, {}).value_or(ZYR_OK);
+}
 
-int32_t ZyrReader_CameraDetectDocumentTwoSidedEx(bool wait, int32_t timeoutMs, uint32_t lightMask, ZyrLocation* side1,
-                                                 ZyrLocation* side2, ZyrReaderSettings* settings,
-                                                 ZyrDetectSettings* detect, ZyrLocateSettings* locate,
-                                                 int32_t reserved1, int32_t reserved2, int32_t reserved3,
-                                                 int32_t reserved4, int32_t reserved5, ZyrProcessSettings* process,
-                                                 ZyrSideSettings* side, ZyrFeedSettings* feed, int32_t reserved6,
-                                                 const char* debugName, bool bothSides, bool findDocument,
-                                                 uint8_t* detectionFlag) {
-    auto scripted = Enter(__func__, {Arg(wait), Arg(timeoutMs), Arg(lightMask), Arg(P(side1)), Arg(P(side2)),
-                                     Arg(P(settings)), Arg(P(detect)), Arg(P(locate)), Arg(reserved1),
-                                     Arg(reserved2), Arg(reserved3), Arg(reserved4), Arg(reserved5), Arg(P(process)),
-                                     Arg(P(side)), Arg(P(feed)), Arg(reserved6), Arg(debugName), Arg(bothSides),
-                                     Arg(findDocument), Arg(P(detectionFlag))});
+int32_t ZyrReader_CameraDetectDocumentTwoSidedEx(
+    bool wait, int32_t timeoutMs, uint32_t lightMask, ZyrLocation* side1, ZyrLocation* side2,
+    ZyrReaderSettings* settings, ZyrDetectSettings* detect, ZyrLocateSettings* locate, int32_t reserved1,
+    int32_t reserved2, int32_t reserved3, int32_t reserved4, int32_t reserved5, ZyrProcessSettings* process,
+    ZyrSideSettings* side, ZyrFeedSettings* feed, int32_t reserved6, const char* debugName, bool bothSides,
+    bool findDocument, uint8_t* detectionFlag) {
+    auto scripted = Enter(__func__, {Arg(wait),      Arg(timeoutMs),    Arg(lightMask),
+                                     Arg(P(side1)),  Arg(P(side2)),     Arg(P(settings)),
+                                     Arg(P(detect)), Arg(P(locate)),    Arg(reserved1),
+                                     Arg(reserved2), Arg(reserved3),    Arg(reserved4),
+                                     Arg(reserved5), Arg(P(process)),   Arg(P(side)),
+                                     Arg(P(feed)),   Arg(reserved6),    Arg(debugName),
+                                     Arg(bothSides), Arg(findDocument), Arg(P(detectionFlag))});
     DoubleState& s = State();
     std::unique_lock<std::mutex> lock(s.mutex);
     if (s.capture.detectWaitsForCancel) {
@@ -97,9 +103,10 @@ int32_t ZyrReader_CameraDetectDocumentTwoSidedEx(bool wait, int32_t timeoutMs, u
     return scripted.value_or(ZYR_OK);
 }
 
-int32_t ZyrReader_CameraTakeSnapshot(bool wait, uint32_t lightMask, int32_t frames, ZyrCameraParameters* camera,
-                                     ZyrReaderSettings* settings, ZyrImageCallback callback, void* user,
-                                     int32_t reserved, const char* debugName) {
+int32_t ZyrReader_CameraTakeSnapshot(bool wait, uint32_t lightMask, int32_t frames,
+                                     ZyrCameraParameters* camera, ZyrReaderSettings* settings,
+                                     ZyrImageCallback callback, void* user, int32_t reserved,
+                                     const char* debugName) {
     auto scripted = Enter(__func__, {Arg(wait), Arg(lightMask), Arg(frames), Arg(P(camera)), Arg(P(settings)),
                                      CallbackArg(reinterpret_cast<const void*>(callback)), Arg(P(user)),
                                      Arg(reserved), Arg(debugName)});
@@ -121,11 +128,13 @@ int32_t ZyrReader_CameraTakeSnapshot(bool wait, uint32_t lightMask, int32_t fram
     return ZYR_OK;
 }
 
-int32_t ZyrReader_ImagePostProcessImage(bool wait, const ZyrImage* snapshot, uint32_t lightMask, uint32_t outputDpi,
-                                        bool colour, uint32_t options, int32_t processingMode, uint32_t borderPixels,
-                                        float outputScale, ZyrReaderSettings* settings, ZyrLocateSettings* locate,
-                                        ZyrLocation* side1, ZyrImageCallback callback, void* user, int32_t reserved,
-                                        const char* debugName, ZyrProcessSettings* process) {
+int32_t ZyrReader_ImagePostProcessImage(bool wait, const ZyrImage* snapshot, uint32_t lightMask,
+                                        uint32_t outputDpi, bool colour, uint32_t options,
+                                        int32_t processingMode, uint32_t borderPixels, float outputScale,
+                                        ZyrReaderSettings* settings, ZyrLocateSettings* locate,
+                                        ZyrLocation* side1, ZyrImageCallback callback, void* user,
+                                        int32_t reserved, const char* debugName,
+                                        ZyrProcessSettings* process) {
     auto scripted = Enter(__func__, {Arg(wait), Arg(P(snapshot)), Arg(lightMask), Arg(outputDpi), Arg(colour),
                                      Arg(options), Arg(processingMode), Arg(borderPixels), Arg(outputScale),
                                      Arg(P(settings)), Arg(P(locate)), Arg(P(side1)),
@@ -151,10 +160,11 @@ int32_t ZyrReader_ImagePostProcessImage(bool wait, const ZyrImage* snapshot, uin
 
 int32_t ZyrReader_ImagePostProcessImageTwoSided(bool wait, const ZyrImage* snapshot, uint32_t lightMask,
                                                 uint32_t outputDpi, bool colour, uint32_t options,
-                                                int32_t processingMode, uint32_t borderPixels, float outputScale,
-                                                ZyrReaderSettings* settings, ZyrLocateSettings* locate,
-                                                ZyrLocation* side1, ZyrLocation* side2, ZyrImageCallback callback,
-                                                void* user, int32_t reserved, const char* debugName,
+                                                int32_t processingMode, uint32_t borderPixels,
+                                                float outputScale, ZyrReaderSettings* settings,
+                                                ZyrLocateSettings* locate, ZyrLocation* side1,
+                                                ZyrLocation* side2, ZyrImageCallback callback, void* user,
+                                                int32_t reserved, const char* debugName,
                                                 ZyrProcessSettings* process, ZyrSideSettings* side) {
     auto scripted = Enter(__func__, {Arg(wait), Arg(P(snapshot)), Arg(lightMask), Arg(outputDpi), Arg(colour),
                                      Arg(options), Arg(processingMode), Arg(borderPixels), Arg(outputScale),
@@ -178,6 +188,8 @@ int32_t ZyrReader_ImagePostProcessImageTwoSided(bool wait, const ZyrImage* snaps
     return ZYR_OK;
 }
 
-int32_t ZyrReader_DocumentProcessingComplete(void) { return Enter(__func__, {}).value_or(ZYR_OK); }
+int32_t ZyrReader_DocumentProcessingComplete(void) {
+    return Enter(__func__, {}).value_or(ZYR_OK);
+}
 
 } // extern "C"

@@ -106,14 +106,16 @@ int32_t ZyrReader_DestroyCachedObject(const void* object) {
 }
 
 int32_t ZyrReader_CameraInitialise(ZyrReaderSettings* settings, uint64_t device, uint32_t flags) {
-    return InitialiseService(Service::Camera,
-                             Enter(__func__, {Arg(static_cast<const void*>(settings)), Arg(device), Arg(flags)}));
+    return InitialiseService(
+        Service::Camera, Enter(__func__, {Arg(static_cast<const void*>(settings)), Arg(device), Arg(flags)}));
 }
 bool ZyrReader_IsCameraInitialised(void) {
     Enter(__func__, {});
     return IsInitialised(Service::Camera);
 }
-int32_t ZyrReader_CameraShutdown(void) { return ShutdownService(Service::Camera, Enter(__func__, {})); }
+int32_t ZyrReader_CameraShutdown(void) {
+    return ShutdownService(Service::Camera, Enter(__func__, {}));
+}
 
 int32_t ZyrReader_ImageProcessingInitialise(ZyrReaderSettings* settings, uint64_t device,
                                             ZyrImageProcessingSettings* processing) {
@@ -136,14 +138,20 @@ bool ZyrReader_IsSignalInitialised(void) {
     Enter(__func__, {});
     return IsInitialised(Service::Signal);
 }
-int32_t ZyrReader_SignalShutdown(void) { return ShutdownService(Service::Signal, Enter(__func__, {})); }
+int32_t ZyrReader_SignalShutdown(void) {
+    return ShutdownService(Service::Signal, Enter(__func__, {}));
+}
 
-int32_t ZyrReader_ParseInitialise(void) { return InitialiseService(Service::Parsing, Enter(__func__, {})); }
+int32_t ZyrReader_ParseInitialise(void) {
+    return InitialiseService(Service::Parsing, Enter(__func__, {}));
+}
 bool ZyrReader_IsParsingInitialised(void) {
     Enter(__func__, {});
     return IsInitialised(Service::Parsing);
 }
-int32_t ZyrReader_ParseShutdown(void) { return ShutdownService(Service::Parsing, Enter(__func__, {})); }
+int32_t ZyrReader_ParseShutdown(void) {
+    return ShutdownService(Service::Parsing, Enter(__func__, {}));
+}
 
 int32_t ZyrReader_ParseAAMVA(const uint8_t* data, int32_t length, AAMVARecord** record, int32_t reserved) {
     auto scripted = Enter(__func__, {Arg(static_cast<const void*>(data)), Arg(length),
@@ -175,8 +183,8 @@ int32_t ZyrReader_ParseAAMVA(const uint8_t* data, int32_t length, AAMVARecord** 
     return ZYR_OK;
 }
 
-int32_t ZyrReader_ImageConvertFormat(int32_t format, const uint8_t* input, uint32_t inputLength, uint8_t* output,
-                                     uint32_t* outputSize) {
+int32_t ZyrReader_ImageConvertFormat(int32_t format, const uint8_t* input, uint32_t inputLength,
+                                     uint8_t* output, uint32_t* outputSize) {
     auto scripted = Enter(__func__, {Arg(format), Arg(static_cast<const void*>(input)), Arg(inputLength),
                                      Arg(static_cast<const void*>(output)),
                                      outputSize ? Arg(*outputSize) : std::string("null")});
@@ -231,8 +239,8 @@ int32_t ZyrReader_ImagePluginLoad(const char* pluginPath, const char* settingsPa
 
 int32_t ZyrReader_ImagePluginGetRequiredImages(uint64_t handle, const char* reserved, char* buffer,
                                                int32_t bufferSize) {
-    auto scripted = Enter(__func__, {Arg(handle), Arg(reserved), Arg(static_cast<const void*>(buffer)),
-                                     Arg(bufferSize)});
+    auto scripted =
+        Enter(__func__, {Arg(handle), Arg(reserved), Arg(static_cast<const void*>(buffer)), Arg(bufferSize)});
     DoubleState& s = State();
     std::lock_guard<std::mutex> lock(s.mutex);
     PluginState* plugin = FindPlugin(s, handle);
@@ -270,12 +278,12 @@ int32_t ZyrReader_ImagePluginGetImageSettings(uint64_t handle, ZyrImageSettings*
 
 int32_t ZyrReader_ImagePluginDecode(bool wait, uint64_t handle, const ZyrImage* image, const char* imageName,
                                     int32_t imageNumber, const char* options, ZyrDecodeCallback callback,
-                                    void* context, int32_t callbackTag, int32_t reserved1, int32_t reserved2) {
-    auto scripted = Enter(__func__, {Arg(wait), Arg(handle), Arg(static_cast<const void*>(image)), Arg(imageName),
-                                     Arg(imageNumber), Arg(options),
-                                     CallbackArg(reinterpret_cast<const void*>(callback)),
-                                     Arg(static_cast<const void*>(context)), Arg(callbackTag), Arg(reserved1),
-                                     Arg(reserved2)});
+                                    void* context, int32_t callbackTag, int32_t reserved1,
+                                    int32_t reserved2) {
+    auto scripted = Enter(
+        __func__, {Arg(wait), Arg(handle), Arg(static_cast<const void*>(image)), Arg(imageName),
+                   Arg(imageNumber), Arg(options), CallbackArg(reinterpret_cast<const void*>(callback)),
+                   Arg(static_cast<const void*>(context)), Arg(callbackTag), Arg(reserved1), Arg(reserved2)});
     std::vector<const ZyrSymbolResult*> symbols;
     int32_t result = ZYR_OK;
     {

@@ -27,18 +27,32 @@ std::string Ptr(const void* p) {
     return text;
 }
 
-std::string Arg(bool v) { return v ? "true" : "false"; }
-std::string Arg(int32_t v) { return std::to_string(v); }
-std::string Arg(uint32_t v) { return std::to_string(v); }
-std::string Arg(uint64_t v) { return std::to_string(v); }
+std::string Arg(bool v) {
+    return v ? "true" : "false";
+}
+std::string Arg(int32_t v) {
+    return std::to_string(v);
+}
+std::string Arg(uint32_t v) {
+    return std::to_string(v);
+}
+std::string Arg(uint64_t v) {
+    return std::to_string(v);
+}
 std::string Arg(float v) {
     char text[32];
     std::snprintf(text, sizeof text, "%g", static_cast<double>(v));
     return text;
 }
-std::string Arg(const char* text) { return text ? "\"" + std::string(text) + "\"" : "null"; }
-std::string Arg(const void* p) { return Ptr(p); }
-std::string CallbackArg(const void* fn) { return fn ? "callback" : "null"; }
+std::string Arg(const char* text) {
+    return text ? "\"" + std::string(text) + "\"" : "null";
+}
+std::string Arg(const void* p) {
+    return Ptr(p);
+}
+std::string CallbackArg(const void* fn) {
+    return fn ? "callback" : "null";
+}
 
 std::optional<int32_t> Enter(const char* function, std::vector<std::string> args) {
     DoubleState& s = State();
@@ -92,7 +106,9 @@ ZyrImage* HoldImage(DoubleState& s, const ImageScript& script) {
 }
 
 ImageScript MakeImage(int32_t width, int32_t height, int32_t pixelFormat, uint8_t fill) {
-    const int32_t bytesPerPixel = pixelFormat == ZYR_PIXEL_BGRA32 ? 4 : pixelFormat == ZYR_PIXEL_RGB24 ? 3 : 1;
+    const int32_t bytesPerPixel = pixelFormat == ZYR_PIXEL_BGRA32  ? 4
+                                  : pixelFormat == ZYR_PIXEL_RGB24 ? 3
+                                                                   : 1;
     ImageScript image;
     image.width = width;
     image.height = height;

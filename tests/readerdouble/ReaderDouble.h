@@ -64,9 +64,9 @@ ImageScript MakeImage(int32_t width, int32_t height, int32_t pixelFormat, uint8_
 
 // Images and answers of the capture calls.
 struct CaptureScript {
-    std::vector<ImageScript> snapshots;   // n-th snapshot call delivers snapshots[n] (last repeats)
-    std::vector<ImageScript> processed;   // n-th one-sided post-processing delivers processed[n]
-    std::vector<ImageScript> sides;       // two-sided post-processing delivers sides[0], sides[1]
+    std::vector<ImageScript> snapshots;      // n-th snapshot call delivers snapshots[n] (last repeats)
+    std::vector<ImageScript> processed;      // n-th one-sided post-processing delivers processed[n]
+    std::vector<ImageScript> sides;          // two-sided post-processing delivers sides[0], sides[1]
     std::vector<uint8_t> presentAfterLocate; // *documentPresent after the n-th locate (last repeats)
     uint8_t detectionFlag = 0;               // written by detection and location
     bool detectWaitsForCancel = false;       // detection blocks until ZyrReader_CameraCancelQueue
