@@ -14,4 +14,4 @@ if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
   exec ../glyphor "$@"
 fi
 echo "No display found: running the same decode headless on the samples."
-exec ../glyphor-batch "$@" .
+exec ../glyphor-batch --jobs "$(nproc)" "$@" .

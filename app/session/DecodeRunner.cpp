@@ -57,6 +57,9 @@ void DecodeRunner::Callback(void* context, int32_t tag, int32_t, int32_t, const 
     if (!self || !symbol || !self->m_session.results.AttachSymbol(tag, *symbol)) {
         return;
     }
+    if (self->m_observer) {
+        self->m_observer->SymbolAttached(tag, *symbol);
+    }
     self->m_session.dataReceived = true;
     ++self->m_session.stats.symbolsCount;
     ZyrReader_DestroyCachedObject(symbol);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "ResultStore.h"
+#include "SymbolObserver.h"
 #include "ZyrReaderLowLevelAPI.h"
 
 #include <optional>
@@ -36,8 +37,12 @@ public:
     // How long Decode Multi waits for the next image to be shown.
     int stepTimeoutMs = 2000;
 
+    // Told of every attached symbol; null (the default) for none. Set before a run starts.
+    void SetSymbolObserver(SymbolObserver* observer) { m_observer = observer; }
+
 private:
     void RunOnMainPicture();
 
     TestSession& m_session;
+    SymbolObserver* m_observer = nullptr;
 };

@@ -1,0 +1,76 @@
+#include "ImageFileLoader.h"
+
+#include "BmpImage.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <limits>
+#include <vector>
+
+namespace {
+
+bool ReadFile(const std::string& path, std::vector<uint8_t>& bytes, std::string& error) {
+    std::FILE* file = std::fopen(path.c_str(), "rb");
+    if (!file) {
+        error = std::strerror(errno);
+        return false;
+    }
+    bytes.clear();
+    uint8_t chunk[1 << 16];
+    size_t got = 0;
+    while ((got = std::fread(chunk, 1, sizeof chunk, file)) > 0) {
+        if (bytes.size() + got > std::numeric_limits<uint32_t>::max()) {
+            std::fclose(file);
+            error = "file too large";
+            return false;
+        }
+        bytes.insert(bytes.end(), chunk, chunk + got);
+    }
+    const bool failed = std::ferror(file) != 0;
+    const int readErrno = errno;
+    std::fclose(file);
+    if (failed) {
+        // A folder opens but does not read (EISDIR).
+        error = std::strerror(readErrno);
+        return false;
+    }
+    return true;
+}
+
+std::string LibraryError(int32_t code) {
+    std::string text = ZyrReader_ErrorText(code);
+    return text.empty() ? "error " + std::to_string(code) : text;
+}
+
+} // namespace
+
+std::shared_ptr<const ZyrImage> ImageFileLoader::Load(const std::string& path, std::string& error) {
+    std::vector<uint8_t> encoded;
+    if (!ReadFile(path, encoded, error)) {
+        return nullptr;
+    }
+    if (encoded.empty()) {
+        error = "empty file";
+        return nullptr;
+    }
+    const uint32_t encodedLength = static_cast<uint32_t>(encoded.size());
+    uint32_t size = 0;
+    int32_t result =
+        ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, encoded.data(), encodedLength, nullptr, &size);
+    if (result != ZYR_OK) {
+        error = LibraryError(result);
+        return nullptr;
+    }
+    std::vector<uint8_t> bmp(size);
+    result = ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, encoded.data(), encodedLength, bmp.data(), &size);
+    if (result != ZYR_OK) {
+        error = LibraryError(result);
+        return nullptr;
+    }
+    auto image = std::make_shared<BmpImage>();
+    if (!image->Decode(bmp.data(), size, error)) {
+        return nullptr;
+    }
+    return std::shared_ptr<const ZyrImage>(image, &image->View());
+}

@@ -1,0 +1,7 @@
+#include "ResultWriter.h"
+
+std::vector<std::string> ResultWriter::StatisticsLines(const DecodeStatistics::Texts& statistics) {
+    return {"Average Time: " + statistics.averageTime, "Image Count: " + statistics.imageCount,
+            "Symbols Count: " + statistics.symbolsCount,
+            "Average Image Process Time: " + statistics.averageImageProcessTime};
+}

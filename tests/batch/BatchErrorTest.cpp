@@ -1,0 +1,99 @@
+// glyphor-batch's failures: one clear line each, and the exit status that tells them apart.
+#include "BatchFixture.h"
+
+namespace batchtest {
+namespace {
+
+class BatchErrorTest : public BatchFixture {};
+
+TEST_F(BatchErrorTest, EachFailureIsOneLineWithItsExitStatus) {
+    CopySample("qrcode-plain.png", "good.png");
+    WriteFile(Path("text.png"), "this is not an image\n");
+    WriteFile(Path("cut.png"), ReadFile(SamplePath("qrcode-plain.png")).substr(0, 200));
+    WriteFile(Path("blocker"), "a file where a folder should be");
+    const std::string settings = WriteSettings();
+    const std::string missingFolder = Path("no-such-folder");
+    const std::string noPlugins = Path("empty-plugins");
+    std::filesystem::create_directories(noPlugins);
+    struct Case {
+        const char* name;
+        std::vector<std::string> args;
+        int status;
+        std::string error;
+        bool rows; // the good image is still decoded and listed
+    };
+    const Case cases[] = {
+        {"missing folder",
+         {"-s", settings, "-p", "ZXing", missingFolder, Path("good.png")},
+         1,
+         "glyphor-batch: cannot read '" + missingFolder + "': No such file or directory",
+         true},
+        {"not an image",
+         {"-s", settings, "-p", "ZXing", Path("text.png"), Path("good.png")},
+         1,
+         "glyphor-batch: cannot read image '" + Path("text.png") + "': Unsupported image format",
+         true},
+        {"truncated image",
+         {"-s", settings, "-p", "ZXing", Path("cut.png"), Path("good.png")},
+         1,
+         "glyphor-batch: cannot read image '" + Path("cut.png") + "': Image data is truncated or corrupt",
+         true},
+        {"unwritable output folder",
+         {"-s", settings, "-p", "ZXing", "-o", Path("blocker/out"), Path("good.png")},
+         1,
+         "glyphor-batch: cannot create folder '" + Path("blocker/out") + "': Not a directory",
+         true},
+        {"unknown plug-in",
+         {"-s", settings, "-p", "ZXing,Nope", Path("good.png")},
+         2,
+         "glyphor-batch: unknown plug-in 'Nope' (loaded: DataMatrix, Pdf417, QRCode, ZBar, ZXing)",
+         false},
+        {"plug-in names are case-sensitive",
+         {"-s", settings, "-p", "zxing", Path("good.png")},
+         2,
+         "glyphor-batch: unknown plug-in 'zxing' (loaded: DataMatrix, Pdf417, QRCode, ZBar, ZXing)",
+         false},
+        {"unreadable settings",
+         {"-s", Path("none.ini"), Path("good.png")},
+         2,
+         "glyphor-batch: cannot read reader settings '" + Path("none.ini") +
+             "': File could not be opened, read or written",
+         false},
+        {"no plug-ins",
+         {"-s", WriteSettings(noPlugins, "bare.ini"), Path("good.png")},
+         2,
+         "glyphor-batch: no decoder plug-ins could be loaded from '" + noPlugins + "/'",
+         false},
+        {"bad option",
+         {"--jobs", "0", Path("good.png")},
+         2,
+         "glyphor-batch: option '--jobs' needs a whole number from 1 to 64, not '0'",
+         false},
+        {"nothing to read",
+         {"-p", "ZXing"},
+         2,
+         "glyphor-batch: no image files or folders given (see --help)",
+         false},
+    };
+    for (const Case& c : cases) {
+        const RunResult run = RunBatch(c.args);
+        EXPECT_EQ(run.status, c.status) << c.name;
+        EXPECT_EQ(run.err, c.error + "\n") << c.name;
+        const bool listed = run.out.find("\ngood.png ") != std::string::npos ||
+                            run.out.find("\n" + Path("good.png") + " ") != std::string::npos;
+        EXPECT_EQ(listed, c.rows) << c.name << ":\n" << run.out;
+        if (!c.rows) {
+            EXPECT_EQ(run.out, "") << c.name;
+        }
+    }
+}
+
+TEST_F(BatchErrorTest, HelpGoesToStandardOutput) {
+    const RunResult run = RunBatch({"--help"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(run.out.rfind("Usage: glyphor-batch", 0), 0u);
+}
+
+} // namespace
+} // namespace batchtest

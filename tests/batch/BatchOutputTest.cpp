@@ -1,0 +1,252 @@
+// glyphor-batch on the generated samples: the table, CSV and JSON outputs, and parallel runs.
+#include "BatchFixture.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <set>
+
+namespace batchtest {
+namespace {
+
+const std::string kBinary("GLY\0\x01\x02\xff\x80\x00\x7f"
+                          "END\n",
+                          14);
+const std::string kCrLf("LINE 1\r\nLINE\0 2\r\n", 17);
+
+class BatchOutputTest : public BatchFixture {
+protected:
+    // A folder with one image of each kind of content.
+    void MakeMixedFolder() {
+        CopySample("binary-qrcode.png", "binary.png");
+        CopySample("aamva-pdf417.png", "licence.png");
+        CopySample("eci-utf8-qrcode.png", "utf8.png");
+        CopySample("no-symbol.png", "blank.png");
+        CopySample("two-qrcode.png", "two.png");
+        MakeQrImage("crlf", kCrLf);
+    }
+};
+
+QJsonDocument ParseJson(const std::string& text) {
+    QJsonParseError error{};
+    QJsonDocument document = QJsonDocument::fromJson(QByteArray(text.data(), int(text.size())), &error);
+    EXPECT_EQ(error.error, QJsonParseError::NoError) << error.errorString().toStdString() << "\n" << text;
+    return document;
+}
+
+std::string Str(const QJsonValue& value) {
+    return value.toString().toStdString();
+}
+
+// Rows of a JSON run without their times, which differ from run to run.
+std::vector<std::string> RowsWithoutTimes(const QJsonDocument& document) {
+    std::vector<std::string> rows;
+    for (const QJsonValue& value : document.object()["rows"].toArray()) {
+        QJsonObject row = value.toObject();
+        row.remove("time");
+        rows.push_back(QJsonDocument(row).toJson(QJsonDocument::Compact).toStdString());
+    }
+    return rows;
+}
+
+TEST_F(BatchOutputTest, TableOfTheWholeSampleFolderIsAlignedAndEndsWithTheStatistics) {
+    const RunResult run =
+        RunBatch({"--settings", SamplePath("ZyrReader.ini"), "--plugins", "ZXing", SamplesDir()});
+    ASSERT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.err, "");
+    const std::vector<std::string> lines = Lines(run.out);
+    const std::vector<std::string> images = SampleImageNames();
+    ASSERT_EQ(lines.size(), 1 + images.size() + 1 + 4);
+
+    const std::string& header = lines[0];
+    ASSERT_EQ(header.rfind("File name", 0), 0u) << header;
+    const size_t columns[] = {header.find("Plugin"), header.find("Img Process"), header.find("Time"),
+                              header.find("Results")};
+    for (size_t i = 0; i < images.size(); ++i) {
+        const std::string& row = lines[1 + i];
+        EXPECT_EQ(row.rfind(images[i] + " ", 0), 0u) << "rows in file order: " << row;
+        for (const size_t column : columns) {
+            ASSERT_LT(column, row.size()) << row;
+            EXPECT_EQ(row[column - 1], ' ') << row;
+            EXPECT_NE(row[column], ' ') << "column at " << column << " in " << row;
+        }
+        EXPECT_EQ(row.compare(columns[0], 6, "ZXing "), 0) << row;
+        EXPECT_EQ(row.compare(columns[1], 4, "0ms "), 0) << row;
+    }
+    const auto results = [&](const std::string& image) {
+        const auto it = std::find(images.begin(), images.end(), image);
+        EXPECT_NE(it, images.end()) << image;
+        return it == images.end() ? std::string() : lines[1 + size_t(it - images.begin())].substr(columns[3]);
+    };
+    EXPECT_EQ(results("qrcode-plain.png"), "GLYPHOR QR SAMPLE 42");
+    EXPECT_EQ(results("no-symbol.png"), "[NO DATA]");
+    EXPECT_EQ(results("binary-qrcode.png"), "14 bytes (eci=0)");
+    EXPECT_EQ(results("eci-utf8-pdf417.png"), "23 bytes (eci=26)");
+    EXPECT_EQ(results("aamva-pdf417.png").rfind("@\\n\\x1E\\rANSI 6360", 0), 0u)
+        << "line ends stay on the row";
+
+    EXPECT_EQ(lines[1 + images.size()], "");
+    EXPECT_EQ(lines[lines.size() - 3], "Image Count: " + std::to_string(images.size()));
+    EXPECT_EQ(lines[lines.size() - 4].rfind("Average Time: ", 0), 0u);
+    EXPECT_EQ(lines[lines.size() - 2].rfind("Symbols Count: ", 0), 0u);
+    EXPECT_EQ(lines.back(), "Average Image Process Time: 0.00ms");
+}
+
+TEST_F(BatchOutputTest, CsvCarriesTheExactBytesSymbologyAndEci) {
+    MakeMixedFolder();
+    const RunResult run = RunBatch({"--settings", WriteSettings(), "-p", "ZXing", "-f", "csv", Path("")});
+    ASSERT_EQ(run.status, 0) << run.err;
+    const auto records = ParseCsv(run.out);
+    ASSERT_EQ(records.size(), 7u);
+    const std::vector<std::string> header = {"File name", "Plugin", "Img Process", "Time",   "Results",
+                                             "Symbology", "ECI",    "Symbols",     "Length", "Data (base64)"};
+    EXPECT_EQ(records[0], header);
+    struct Expected {
+        const char* file;
+        std::string bytes;
+        const char* symbology;
+        const char* eci;
+        const char* symbols;
+    };
+    const Expected expected[] = {
+        {"binary.png", kBinary, "QRCode", "0", "1"},
+        {"blank.png", "", "", "", "0"},
+        {"crlf.png", kCrLf, "QRCode", "0", "1"},
+        {"licence.png", ReadFile(SamplePath("aamva-pdf417.txt")), "PDF417", "0", "1"},
+        {"two.png", "", "QRCode", "0", "2"},
+        {"utf8.png", ReadFile(SamplePath("eci-utf8-qrcode.txt")), "QRCode", "26", "1"},
+    };
+    for (size_t i = 0; i < 6; ++i) {
+        const std::vector<std::string>& r = records[1 + i];
+        const Expected& e = expected[i];
+        ASSERT_EQ(r.size(), header.size()) << e.file;
+        EXPECT_EQ(r[0], e.file);
+        EXPECT_EQ(r[1], "ZXing");
+        EXPECT_EQ(r[5], e.symbology) << e.file;
+        EXPECT_EQ(r[6], e.eci) << e.file;
+        EXPECT_EQ(r[7], e.symbols) << e.file;
+        const std::string bytes = Base64Decode(r[9]);
+        EXPECT_EQ(r[8], std::to_string(bytes.size())) << e.file;
+        if (std::string(e.file) == "two.png") {
+            EXPECT_TRUE(bytes == "FIRST QRSECOND QR" || bytes == "SECOND QRFIRST QR") << bytes;
+        } else {
+            EXPECT_EQ(bytes, e.bytes) << e.file;
+        }
+    }
+    EXPECT_EQ(records[1 + 1][4], "[NO DATA]");
+    // The statistics stay out of the CSV.
+    EXPECT_NE(run.err.find("Image Count: 6\n"), std::string::npos) << run.err;
+}
+
+TEST_F(BatchOutputTest, JsonHasEveryRowAndSymbolWithExactBytes) {
+    MakeMixedFolder();
+    const RunResult run =
+        RunBatch({"--settings", WriteSettings(), "-p", "ZXing,QRCode", "-f", "json", "--expect", Path("")});
+    ASSERT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.err, "");
+    const QJsonObject document = ParseJson(run.out).object();
+    const QJsonArray rows = document["rows"].toArray();
+    ASSERT_EQ(rows.size(), 12);
+    int symbols = 0;
+    for (int i = 0; i < rows.size(); ++i) {
+        const QJsonObject row = rows[i].toObject();
+        EXPECT_EQ(Str(row["plugin"]), i % 2 == 0 ? "QRCode" : "ZXing") << "plug-ins in list order";
+        EXPECT_EQ(Str(row["imgProcess"]), "0ms");
+        EXPECT_EQ(Str(row["time"]).substr(Str(row["time"]).size() - 2), "ms");
+        const std::string data = Base64Decode(Str(row["data"]));
+        EXPECT_EQ(row["length"].toInt(), int(data.size()));
+        std::string joined;
+        for (const QJsonValue& symbol : row["symbols"].toArray()) {
+            joined += Base64Decode(Str(symbol.toObject()["data"]));
+            ++symbols;
+        }
+        EXPECT_EQ(joined, data) << "the row's bytes are its symbols' bytes";
+    }
+    const auto rowOf = [&](const char* file, const char* plugin) {
+        for (const QJsonValue& value : rows) {
+            if (Str(value.toObject()["file"]) == file && Str(value.toObject()["plugin"]) == plugin) {
+                return value.toObject();
+            }
+        }
+        ADD_FAILURE() << "no row for " << file << " " << plugin;
+        return QJsonObject();
+    };
+    const QJsonObject crlf = rowOf("crlf.png", "ZXing");
+    EXPECT_EQ(Base64Decode(Str(crlf["data"])), kCrLf);
+    EXPECT_EQ(Str(crlf["expected"]), "pass");
+    EXPECT_EQ(Str(crlf["path"]), Path("crlf.png"));
+    const QJsonObject utf8 = rowOf("utf8.png", "QRCode");
+    EXPECT_EQ(utf8["eci"].toInt(), 26);
+    EXPECT_EQ(utf8["symbols"].toArray()[0].toObject()["dataType"].toInt(), 12);
+    const QJsonObject two = rowOf("two.png", "ZXing");
+    std::set<std::string> payloads;
+    for (const QJsonValue& symbol : two["symbols"].toArray()) {
+        payloads.insert(Base64Decode(Str(symbol.toObject()["data"])));
+    }
+    EXPECT_EQ(payloads, (std::set<std::string>{"FIRST QR", "SECOND QR"}));
+    EXPECT_EQ(Str(two["results"]), Base64Decode(Str(two["symbols"].toArray()[1].toObject()["data"])))
+        << "the row shows the last symbol's text";
+    const QJsonObject licence = rowOf("licence.png", "QRCode");
+    EXPECT_EQ(Str(licence["results"]), "[NO DATA]");
+    EXPECT_TRUE(licence["symbology"].isNull());
+    EXPECT_TRUE(licence["eci"].isNull());
+    EXPECT_EQ(Str(licence["expected"]), "miss");
+    EXPECT_EQ(Str(rowOf("blank.png", "ZXing")["expected"]), "pass");
+
+    const QJsonObject statistics = document["statistics"].toObject();
+    EXPECT_EQ(Str(statistics["imageCount"]), "6");
+    EXPECT_EQ(Str(statistics["symbolsCount"]), std::to_string(symbols));
+    EXPECT_EQ(Str(statistics["averageImageProcessTime"]), "0.00ms");
+    const QJsonArray expectations = document["expectations"].toArray();
+    ASSERT_EQ(expectations.size(), 2);
+    EXPECT_EQ(Str(expectations[0].toObject()["plugin"]), "QRCode");
+    int judged = 0;
+    for (const QJsonValue& e : expectations) {
+        const QJsonObject counts = e.toObject();
+        judged += counts["passed"].toInt() + counts["misread"].toInt() + counts["missed"].toInt() +
+                  counts["unchecked"].toInt();
+    }
+    EXPECT_EQ(judged, 12);
+}
+
+TEST_F(BatchOutputTest, TwoJobsGiveTheRowsOfOneJobInTheSameOrder) {
+    for (const char* sample :
+         {"qrcode-plain.png", "pdf417-plain.png", "two-qrcode.png", "no-symbol.png", "binary-datamatrix.png",
+          "aamva-pdf417.png", "code128-plain.png", "colour-qrcode.png"}) {
+        CopySample(sample, sample);
+    }
+    const std::vector<std::string> common = {"--settings", WriteSettings(), "-p", "ZXing,Pdf417",
+                                             "-f",         "json"};
+    std::vector<std::string> one = common, two = common;
+    one.insert(one.end(), {"-j", "1", Path("")});
+    two.insert(two.end(), {"-j", "2", Path("")});
+    const RunResult serial = RunBatch(one);
+    const RunResult parallel = RunBatch(two);
+    ASSERT_EQ(serial.status, 0) << serial.err;
+    ASSERT_EQ(parallel.status, 0) << parallel.err;
+    const QJsonDocument a = ParseJson(serial.out);
+    const QJsonDocument b = ParseJson(parallel.out);
+    EXPECT_EQ(RowsWithoutTimes(a).size(), 16u);
+    EXPECT_EQ(RowsWithoutTimes(a), RowsWithoutTimes(b));
+    EXPECT_EQ(a.object()["statistics"].toObject()["symbolsCount"],
+              b.object()["statistics"].toObject()["symbolsCount"]);
+    EXPECT_EQ(a.object()["statistics"].toObject()["imageCount"],
+              b.object()["statistics"].toObject()["imageCount"]);
+}
+
+TEST_F(BatchOutputTest, RunsFromTheSamplesFolderWithoutOptions) {
+    // What the run script does without a display: ./ZyrReader.ini and the saved or full selection.
+    const RunResult run = RunBatch({"qrcode-plain.png", "no-symbol.png"}, SamplesDir());
+    ASSERT_EQ(run.status, 0) << run.err;
+    const std::vector<std::string> lines = Lines(run.out);
+    ASSERT_GE(lines.size(), 1u + 2 + 1 + 4);
+    EXPECT_EQ(lines[0].rfind("File name", 0), 0u);
+    EXPECT_EQ(lines[1].rfind("qrcode-plain.png ", 0), 0u) << "images in the order given";
+    EXPECT_EQ(lines[lines.size() - 6].rfind("no-symbol.png ", 0), 0u);
+    EXPECT_EQ(lines.back(), "Average Image Process Time: 0.00ms");
+    EXPECT_EQ(lines[lines.size() - 3], "Image Count: 2");
+}
+
+} // namespace
+} // namespace batchtest

@@ -1,0 +1,97 @@
+// Judging results against expected texts, and the per-plug-in summary.
+#include "ExpectationCheck.h"
+#include "ExpectationSummary.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+
+namespace {
+
+std::vector<BatchSymbol> Symbols(std::initializer_list<std::string> payloads) {
+    std::vector<BatchSymbol> symbols;
+    for (const std::string& payload : payloads) {
+        BatchSymbol s;
+        s.bytes = payload;
+        symbols.push_back(s);
+    }
+    return symbols;
+}
+
+TEST(ExpectationCheck, Verdicts) {
+    const std::string binary("GLY\0\x01\x02\xff\x80\x00\x7f"
+                             "END\n",
+                             14);
+    struct Case {
+        const char* name;
+        std::optional<std::string> expected;
+        std::vector<BatchSymbol> symbols;
+        Verdict verdict;
+    };
+    const Case cases[] = {
+        {"exact", "GLYPHOR 42", Symbols({"GLYPHOR 42"}), Verdict::Pass},
+        {"binary payload ending in a line feed", binary, Symbols({binary}), Verdict::Pass},
+        {"payload with CR LF inside", "A\r\nB", Symbols({"A\r\nB"}), Verdict::Pass},
+        {"two symbols in file order", "FIRST\nSECOND", Symbols({"FIRST", "SECOND"}), Verdict::Pass},
+        {"two symbols in the other order", "FIRST\nSECOND", Symbols({"SECOND", "FIRST"}), Verdict::Pass},
+        {"symbols holding line feeds", "A\nB\nC", Symbols({"B\nC", "A"}), Verdict::Pass},
+        {"hand-written file with a final LF", "GLYPHOR 42\n", Symbols({"GLYPHOR 42"}), Verdict::Pass},
+        {"hand-written file with a final CR LF", "GLYPHOR 42\r\n", Symbols({"GLYPHOR 42"}), Verdict::Pass},
+        {"empty file, nothing read", "", Symbols({}), Verdict::Pass},
+        {"empty file with a line end, nothing read", "\n", Symbols({}), Verdict::Pass},
+        {"wrong bytes", "GLYPHOR 42", Symbols({"GLYPHOR 43"}), Verdict::Misread},
+        {"a prefix is not the symbol", "GLYPHOR 42", Symbols({"GLYPHOR"}), Verdict::Misread},
+        {"symbol found in an empty-image file", "", Symbols({"X"}), Verdict::Misread},
+        {"an extra symbol", "A", Symbols({"A", "B"}), Verdict::Misread},
+        {"one good, one wrong", "A\nB", Symbols({"A", "C"}), Verdict::Misread},
+        {"the same symbol twice", "A", Symbols({"A", "A"}), Verdict::Misread},
+        {"one symbol twice of two", "A\nA\nB", Symbols({"A", "A"}), Verdict::Miss},
+        {"nothing read", "GLYPHOR 42", Symbols({}), Verdict::Miss},
+        {"one of two read", "FIRST\nSECOND", Symbols({"SECOND"}), Verdict::Miss},
+        {"one of two read, file with CR LF", "FIRST\r\nSECOND\r\n", Symbols({"FIRST"}), Verdict::Miss},
+        {"no file", std::nullopt, Symbols({"A"}), Verdict::Unchecked},
+        {"no file, nothing read", std::nullopt, Symbols({}), Verdict::Unchecked},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(ExpectationCheck::Judge(c.expected, c.symbols), c.verdict)
+            << c.name << ": got " << ExpectationCheck::Name(ExpectationCheck::Judge(c.expected, c.symbols));
+    }
+}
+
+TEST(ExpectationCheck, ReadsTheTextFileBesideTheImage) {
+    const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / "expectation-read";
+    std::filesystem::create_directories(folder);
+    std::ofstream((folder / "card.front.txt").string(), std::ios::binary) << std::string("A\0\r\nB", 5);
+    const std::string image = (folder / "card.front.png").string();
+    EXPECT_EQ(ExpectationCheck::ExpectedPath(image), (folder / "card.front.txt").string());
+    EXPECT_EQ(ExpectationCheck::ReadExpected(image), std::string("A\0\r\nB", 5));
+    EXPECT_EQ(ExpectationCheck::ReadExpected((folder / "other.png").string()), std::nullopt);
+}
+
+TEST(ExpectationSummary, CountsPerPluginInFirstSeenOrderAndAlignsTheTable) {
+    ExpectationSummary summary;
+    summary.Add("ZXing", Verdict::Pass);
+    summary.Add("QRCode", Verdict::Miss);
+    summary.Add("ZXing", Verdict::Misread);
+    summary.Add("ZXing", Verdict::Pass);
+    summary.Add("QRCode", Verdict::Unchecked);
+    ASSERT_EQ(summary.PerPlugin().size(), 2u);
+    const ExpectationSummary::Counts& zxing = summary.PerPlugin()[0];
+    EXPECT_EQ(zxing.plugin, "ZXing");
+    EXPECT_EQ(zxing.passed, 2);
+    EXPECT_EQ(zxing.misread, 1);
+    EXPECT_EQ(zxing.missed, 0);
+    EXPECT_EQ(summary.PerPlugin()[1].missed, 1);
+    EXPECT_EQ(summary.PerPlugin()[1].unchecked, 1);
+    const std::vector<std::string> expected = {
+        "Expected results:",
+        "Plugin   Passed  Misread   Missed    No .txt",
+        "ZXing         2        1        0          0",
+        "QRCode        0        0        1          1",
+    };
+    EXPECT_EQ(summary.TableLines(), expected);
+}
+
+} // namespace

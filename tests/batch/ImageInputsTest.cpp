@@ -1,0 +1,94 @@
+// Which files a command line's paths stand for, in which order and under which names.
+#include "ImageInputs.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class ImageInputsTest : public testing::Test {
+protected:
+    void SetUp() override {
+        m_root = fs::path(testing::TempDir()) / "image-inputs";
+        fs::remove_all(m_root);
+        for (const char* file : {"b.png", "a.JPG", "notes.txt", "c.jpeg", "sub/z.bmp", "sub/deeper/y.png",
+                                 "sub/readme.md", "other/x.png"}) {
+            fs::create_directories((m_root / file).parent_path());
+            std::ofstream((m_root / file).string()) << "x";
+        }
+        fs::create_directories(m_root / "folder.png"); // a folder with an image name is not an image
+    }
+    void TearDown() override { fs::remove_all(m_root); }
+
+    std::string At(const char* relative) const { return (m_root / relative).string(); }
+
+    fs::path m_root;
+};
+
+TEST_F(ImageInputsTest, FolderIsSearchedRecursivelyAndSortedByRelativePath) {
+    std::vector<std::string> errors;
+    const std::vector<ImageInput> inputs = ImageInputs::Expand({At("")}, errors);
+    EXPECT_TRUE(errors.empty());
+    std::vector<std::string> names;
+    for (const ImageInput& input : inputs) {
+        names.push_back(input.display);
+        EXPECT_EQ(input.outputName, input.display);
+        EXPECT_TRUE(fs::exists(input.path)) << input.path;
+    }
+    const std::vector<std::string> expected = {
+        "a.JPG", "b.png", "c.jpeg", "other/x.png", "sub/deeper/y.png", "sub/z.bmp"};
+    EXPECT_EQ(names, expected);
+}
+
+TEST_F(ImageInputsTest, ArgumentsKeepTheirOrderAndFilesAreTakenAsGiven) {
+    std::vector<std::string> errors;
+    const std::vector<ImageInput> inputs =
+        ImageInputs::Expand({At("notes.txt"), At("sub"), At("b.png")}, errors);
+    EXPECT_TRUE(errors.empty());
+    ASSERT_EQ(inputs.size(), 4u);
+    EXPECT_EQ(inputs[0].display, At("notes.txt")); // named explicitly: read whatever it is
+    EXPECT_EQ(inputs[0].outputName, "notes.txt");
+    EXPECT_EQ(inputs[1].display, "deeper/y.png");
+    EXPECT_EQ(inputs[2].display, "z.bmp");
+    EXPECT_EQ(inputs[3].path, At("b.png"));
+    EXPECT_EQ(inputs[3].outputName, "b.png");
+}
+
+TEST_F(ImageInputsTest, MissingPathsGiveOneErrorEachAndTheRestIsKept) {
+    std::vector<std::string> errors;
+    const std::vector<ImageInput> inputs =
+        ImageInputs::Expand({At("gone"), At("b.png"), At("gone.png")}, errors);
+    ASSERT_EQ(errors.size(), 2u);
+    EXPECT_EQ(errors[0], "cannot read '" + At("gone") + "': No such file or directory");
+    EXPECT_EQ(errors[1], "cannot read '" + At("gone.png") + "': No such file or directory");
+    ASSERT_EQ(inputs.size(), 1u);
+    EXPECT_EQ(inputs[0].path, At("b.png"));
+}
+
+TEST_F(ImageInputsTest, LinkedFoldersAreNotFollowedButLinkedFilesAre) {
+    fs::create_directory_symlink(m_root, m_root / "sub" / "loop");
+    fs::create_symlink(m_root / "b.png", m_root / "sub" / "link.png");
+    std::vector<std::string> errors;
+    const std::vector<ImageInput> inputs = ImageInputs::Expand({At("sub")}, errors);
+    EXPECT_TRUE(errors.empty());
+    std::vector<std::string> names;
+    for (const ImageInput& input : inputs) {
+        names.push_back(input.display);
+    }
+    EXPECT_EQ(names, (std::vector<std::string>{"deeper/y.png", "link.png", "z.bmp"}));
+}
+
+TEST(ImageInputs, ImageExtensions) {
+    for (const char* name : {"a.png", "a.PNG", "a.jpg", "a.Jpeg", "a.bmp", "dir.x/a.png"}) {
+        EXPECT_TRUE(ImageInputs::HasImageExtension(name)) << name;
+    }
+    for (const char* name : {"a.txt", "a.png.txt", "png", "a.", "a.gif", ".png.bak"}) {
+        EXPECT_FALSE(ImageInputs::HasImageExtension(name)) << name;
+    }
+}
+
+} // namespace
