@@ -49,9 +49,18 @@ QString Local(const std::string& text) {
     return QString::fromLocal8Bit(text.c_str());
 }
 
-// Decoded text is bytes; each byte is shown as the character of that code (ISO-8859-1).
+// Decoded text is bytes; each byte is shown as the character of that code (ISO-8859-1), and
+// control bytes (line feeds in licence data, ...) as their visible symbols, so a row stays one line.
 QString Bytes(const std::string& text) {
-    return QString::fromLatin1(text.data(), int(text.size()));
+    QString shown = QString::fromLatin1(text.data(), int(text.size()));
+    for (QChar& c : shown) {
+        if (c.unicode() < 0x20) {
+            c = QChar(0x2400 + c.unicode());
+        } else if (c.unicode() == 0x7F) {
+            c = QChar(0x2421);
+        }
+    }
+    return shown;
 }
 
 } // namespace

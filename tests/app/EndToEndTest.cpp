@@ -34,7 +34,12 @@ QString RowText(const SampleSymbol& symbol) {
     if (symbol.eci != 0 || !IsText(symbol.payload)) {
         return QStringLiteral("%1 bytes (eci=%2)").arg(size).arg(symbol.eci);
     }
-    return QString::fromLatin1(symbol.payload.data(), size);
+    // Control bytes appear as their visible symbols (U+2400 + code), one line per row.
+    QString text;
+    for (unsigned char c : symbol.payload) {
+        text += c < 0x20 ? QChar(0x2400 + c) : QChar(c);
+    }
+    return text;
 }
 
 QString PathOf(const Sample& sample) {
