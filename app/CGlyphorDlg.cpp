@@ -93,6 +93,9 @@ void CGlyphorDlg::BuildControls() {
             &CGlyphorDlg::OnDecodeImage);
     connect(Control<QPushButton>(this, IDC_DECODE_MULTI), &QPushButton::clicked, this,
             &CGlyphorDlg::OnDecodeMulti);
+    connect(Control<QPushButton>(this, IDC_CAPTURE), &QPushButton::clicked, this, &CGlyphorDlg::OnCapture);
+    connect(Control<QPushButton>(this, IDC_CAPTURE_MULTI), &QPushButton::clicked, this,
+            &CGlyphorDlg::OnCaptureMulti);
     connect(Control<QPushButton>(this, IDC_CLEAR_RESULTS), &QPushButton::clicked, this,
             &CGlyphorDlg::OnClearResults);
     connect(Control<QCheckBox>(this, IDC_DARK_OBJECT_DETECT), &QCheckBox::clicked, this,
@@ -257,6 +260,24 @@ void CGlyphorDlg::OnDecodeMulti() {
     RunJob([this](JobContext& job) { return m_session.decode.DecodeMultiJob(job); });
 }
 
+void CGlyphorDlg::OnCapture() {
+    if (!m_capture.CheckImageSettings()) {
+        return;
+    }
+    m_session.files.Clear();
+    UpdateButtons();
+    RunJob([this](JobContext& job) { return m_capture.CaptureJob(job); });
+}
+
+void CGlyphorDlg::OnCaptureMulti() {
+    if (!m_capture.CheckImageSettings()) {
+        return;
+    }
+    m_session.files.Clear();
+    UpdateButtons();
+    RunJob([this](JobContext& job) { return m_capture.CaptureMultiJob(job); });
+}
+
 void CGlyphorDlg::OnClearResults() {
     m_resultsList->clear();
     m_session.decode.ClearResults();
@@ -406,6 +427,30 @@ void CGlyphorDlg::SavePicturePng(PictureId picture, const std::string& path) {
 
 std::shared_ptr<const ZyrImage> CGlyphorDlg::PictureImage(PictureId picture) {
     return Picture(picture)->ImageView();
+}
+
+void CGlyphorDlg::ShowSideViews(bool sides) {
+    QMetaObject::invokeMethod(
+        this,
+        [this, sides] {
+            m_picture->setVisible(!sides);
+            m_picture->setEnabled(!sides);
+            for (CBitmapPicture* side : {m_side1Picture, m_side2Picture}) {
+                side->setVisible(sides);
+                side->setEnabled(sides);
+            }
+        },
+        Qt::AutoConnection);
+}
+
+void CGlyphorDlg::RedrawAll() {
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            update();
+            repaint();
+        },
+        Qt::AutoConnection);
 }
 
 void CGlyphorDlg::ShowMessage(MessageKind kind, const std::string& text) {

@@ -4,6 +4,7 @@
 // from a job's worker are carried there.
 #pragma once
 
+#include "CaptureCycle.h"
 #include "SessionView.h"
 #include "TestSession.h"
 
@@ -37,6 +38,7 @@ public:
 
     void SetScannerConnected(bool connected) { m_session.scannerConnected = connected; }
     TestSession& Session() { return m_session; }
+    CaptureCycle& Capture() { return m_capture; }
 
     // Initialisation before the window is first shown (exec runs it once).
     void OnInitDialog();
@@ -51,6 +53,8 @@ public:
     void OnPreviousImage();
     void OnDecodeImage();
     void OnDecodeMulti();
+    void OnCapture();
+    void OnCaptureMulti();
     void OnClearResults();
     void OnDarkObjectDetect();
     void OnAbout();
@@ -70,6 +74,8 @@ public:
     void SetPictureImage(PictureId picture, const ZyrImage* image) override;
     void SavePicturePng(PictureId picture, const std::string& path) override;
     std::shared_ptr<const ZyrImage> PictureImage(PictureId picture) override;
+    void ShowSideViews(bool sides) override;
+    void RedrawAll() override;
     void ShowMessage(MessageKind kind, const std::string& text) override;
     void UpdateButtons() override;
 
@@ -94,6 +100,7 @@ private:
 
     QIcon m_icon;
     TestSession m_session;
+    CaptureCycle m_capture{m_session};
     CBitmapPicture* m_picture = nullptr;
     CBitmapPicture* m_side1Picture = nullptr;
     CBitmapPicture* m_side2Picture = nullptr;

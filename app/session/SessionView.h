@@ -37,6 +37,13 @@ public:
     // The picture's current pixels, kept alive while the result is held; null when empty.
     virtual std::shared_ptr<const ZyrImage> PictureImage(PictureId picture) = 0;
 
+    // Any thread: on a two-sided capture with crop the two side views replace the whole-document
+    // view (sides true: whole view hidden and disabled, side views shown and enabled); without
+    // crop the reverse.
+    virtual void ShowSideViews(bool sides) = 0;
+    // Any thread: the whole window is repainted.
+    virtual void RedrawAll() = 0;
+
     // Any thread: a message box; returns when the user has closed it.
     virtual void ShowMessage(MessageKind kind, const std::string& text) = 0;
 

@@ -30,6 +30,8 @@ public:
     std::shared_ptr<const ZyrImage> PictureImage(PictureId) override {
         return std::shared_ptr<const ZyrImage>(m_image, [](const ZyrImage*) {});
     }
+    void ShowSideViews(bool) override {}
+    void RedrawAll() override {}
     void ShowMessage(MessageKind, const std::string&) override {}
     void UpdateButtons() override {}
 

@@ -42,6 +42,8 @@ public:
         // Not owning: the test keeps its images alive.
         return shown ? std::shared_ptr<const ZyrImage>(shown, [](const ZyrImage*) {}) : nullptr;
     }
+    void ShowSideViews(bool sides) override { sideViews.push_back(sides); }
+    void RedrawAll() override { ++redraws; }
     void ShowMessage(MessageKind kind, const std::string& text) override {
         messages.emplace_back(kind, text);
     }
@@ -51,6 +53,8 @@ public:
     int resultPosts = 0;
     int imagePosts = 0;
     int buttonUpdates = 0;
+    int redraws = 0;
+    std::vector<bool> sideViews;
     std::vector<std::string> captions;
     std::vector<std::string> loads;
     std::vector<std::string> savedPngs;
