@@ -52,7 +52,9 @@ void CaptureCycle::TwoSidedCallback(void* user, int32_t, int32_t, uint32_t, ZyrI
     }
 }
 
-void CaptureCycle::SetSideToggle(bool on) { sideToggle = on; }
+void CaptureCycle::SetSideToggle(bool on) {
+    sideToggle = on;
+}
 
 void CaptureCycle::ZeroLocations() {
     m_side1 = ZyrLocation{};
@@ -137,8 +139,8 @@ uint32_t CaptureCycle::Run(JobContext& job, bool repeat) {
         ZyrReader_InsertDocument();
     }
     const int32_t detected = ZyrReader_CameraDetectDocumentTwoSidedEx(
-        true, 0, 0, &m_side1, &m_side2, &reader, &reader.Detect, &reader.Locate, 0, 0, 0, 0, 0, &reader.Process,
-        &reader.Side, &reader.Feed, 0, nullptr, true, true, &m_detectionFlag);
+        true, 0, 0, &m_side1, &m_side2, &reader, &reader.Detect, &reader.Locate, 0, 0, 0, 0, 0,
+        &reader.Process, &reader.Side, &reader.Feed, 0, nullptr, true, true, &m_detectionFlag);
     if (detected != 0) {
         ZyrReader_DocumentProcessingComplete();
         return static_cast<uint32_t>(detected);
@@ -202,8 +204,8 @@ void CaptureCycle::ProcessTwoSided(const ZyrImage* snapshot, const ZyrImageSetti
     const int32_t result = ZyrReader_ImagePostProcessImageTwoSided(
         true, snapshot, record.LightMask, record.Camera.OutputDpi, record.Colour == 1,
         options | ZYR_OPT_TWO_SIDED | (crop ? ZYR_OPT_CROP : 0u), record.ProcessingMode, optional,
-        record.Camera.OutputScale, &reader, &reader.Locate, &m_side1, &m_side2, &TwoSidedCallback, sides, 0, nullptr,
-        &reader.Process, &reader.Side);
+        record.Camera.OutputScale, &reader, &reader.Locate, &m_side1, &m_side2, &TwoSidedCallback, sides, 0,
+        nullptr, &reader.Process, &reader.Side);
     if (result == 0) {
         const std::string folder = ApplicationFolder();
         ++s.imageNumber;

@@ -32,13 +32,16 @@ public:
 
     static constexpr const char* kWaitingText = "Waiting for document...";
     static constexpr const char* kProcessingText = "Processing document...";
-    static constexpr const char* kCountdownFormat = "(%d) Seconds left to Remove document before reprocessing...";
+    static constexpr const char* kCountdownFormat =
+        "(%d) Seconds left to Remove document before reprocessing...";
     static constexpr int kRemovalTurns = 5;
 
     // The image callbacks handed to the library: the first stores the image at user; the second
     // fills a pair of side images, the first delivered into slot 0 once the side toggle is set.
-    static void SingleImageCallback(void* user, int32_t index, int32_t side, uint32_t lightMask, ZyrImage* image);
-    static void TwoSidedCallback(void* user, int32_t index, int32_t side, uint32_t lightMask, ZyrImage* image);
+    static void SingleImageCallback(void* user, int32_t index, int32_t side, uint32_t lightMask,
+                                    ZyrImage* image);
+    static void TwoSidedCallback(void* user, int32_t index, int32_t side, uint32_t lightMask,
+                                 ZyrImage* image);
     static void SetSideToggle(bool on);
 
 private:

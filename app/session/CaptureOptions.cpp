@@ -1,6 +1,7 @@
 #include "CaptureOptions.h"
 
-void CaptureOptions::ApplyVisibleOverride(ZyrImageSettings& copy, const ZyrReaderSettings& reader, bool crop) {
+void CaptureOptions::ApplyVisibleOverride(ZyrImageSettings& copy, const ZyrReaderSettings& reader,
+                                          bool crop) {
     if (reader.ExtraProcessing) {
         copy.ExtraProcessing = 1;
     }
@@ -10,7 +11,8 @@ void CaptureOptions::ApplyVisibleOverride(ZyrImageSettings& copy, const ZyrReade
     copy.Camera.Binning = reader.VisibleParameters.Binning;
 }
 
-float CaptureOptions::DetectionValue(const ZyrReaderSettings& reader, bool darkObjectDetect, uint8_t detectionFlag) {
+float CaptureOptions::DetectionValue(const ZyrReaderSettings& reader, bool darkObjectDetect,
+                                     uint8_t detectionFlag) {
     if (darkObjectDetect && detectionFlag != 0) {
         return reader.DarkObjectValue;
     }

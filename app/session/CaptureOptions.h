@@ -14,7 +14,8 @@ public:
 
     // The value for record position 104: the dark-object value when "Dark object detect" is on
     // and the document was found that way, else the visible-light block's, whatever the light.
-    static float DetectionValue(const ZyrReaderSettings& reader, bool darkObjectDetect, uint8_t detectionFlag);
+    static float DetectionValue(const ZyrReaderSettings& reader, bool darkObjectDetect,
+                                uint8_t detectionFlag);
 
     // The post-processing option word (ZYR_OPT_* bits) from the record's switches.
     static uint32_t OptionWord(const ZyrImageSettings& record, const ZyrReaderSettings& reader, bool crop);

@@ -4,7 +4,8 @@
 #include <set>
 #include <string>
 
-bool CaptureSettingsCheck::SameImageSettings(const PluginCatalogue& plugins, const ImageSettingsTable& table) {
+bool CaptureSettingsCheck::SameImageSettings(const PluginCatalogue& plugins,
+                                             const ImageSettingsTable& table) {
     const std::vector<PluginEntry> selected = plugins.SelectedEntries();
     if (selected.empty()) {
         return false;
@@ -19,7 +20,8 @@ bool CaptureSettingsCheck::SameImageSettings(const PluginCatalogue& plugins, con
     return names.size() == 1;
 }
 
-ZyrImageSettings* CaptureSettingsCheck::Choose(const PluginCatalogue& plugins, const ImageSettingsTable& table) {
+ZyrImageSettings* CaptureSettingsCheck::Choose(const PluginCatalogue& plugins,
+                                               const ImageSettingsTable& table) {
     if (SameImageSettings(plugins, table)) {
         return table.ForPlugin(plugins.SelectedEntries().front().handle);
     }

@@ -9,8 +9,9 @@ class CaptureSettingsCheck {
 public:
     static constexpr const char* kDifferentSettingsText =
         "All selected plugins must use the same image settings for image capture";
-    static constexpr const char* kNoSettingsText = "The selected plugins either have no image settings, or "
-                                                   "different image settings. Unable to carry out image capture";
+    static constexpr const char* kNoSettingsText =
+        "The selected plugins either have no image settings, or "
+        "different image settings. Unable to carry out image capture";
 
     // True when something is selected and the selected plug-ins that have image settings name
     // exactly one image among them (plug-ins without settings are passed over).

@@ -55,7 +55,8 @@ public:
 ZyrImageSettings Record(const char* image, uint32_t lightMask = ZYR_LIGHT_VISIBLE) {
     ZyrImageSettings r{};
     std::snprintf(r.ImageName, sizeof r.ImageName, "%s", image);
-    std::snprintf(r.LightName, sizeof r.LightName, "%s", lightMask == ZYR_LIGHT_IR ? "IMAGE_IR" : "IMAGE_VISIBLE");
+    std::snprintf(r.LightName, sizeof r.LightName, "%s",
+                  lightMask == ZYR_LIGHT_IR ? "IMAGE_IR" : "IMAGE_VISIBLE");
     r.LightMask = lightMask;
     r.ProcessingMode = 0;
     return r;
@@ -120,7 +121,9 @@ protected:
         rd::ClearCalls();
     }
     void InstallOne(const ZyrImageSettings& record) { Install({Plugin("A", {record})}); }
-    ZyrImageSettings& PluginRecord() { return *session.imageSettings.ForPlugin(session.plugins.Entries()[0].handle); }
+    ZyrImageSettings& PluginRecord() {
+        return *session.imageSettings.ForPlugin(session.plugins.Entries()[0].handle);
+    }
 
     TempFolder plugins;
     TempFolder appFolder;
@@ -142,7 +145,9 @@ struct CheckCase {
     const char* chosen; // image name of the record a cycle takes; null = none
 };
 
-void PrintTo(const CheckCase& c, std::ostream* out) { *out << c.name; }
+void PrintTo(const CheckCase& c, std::ostream* out) {
+    *out << c.name;
+}
 
 class CaptureSettings : public CaptureTest, public ::testing::WithParamInterface<CheckCase> {};
 
@@ -164,29 +169,31 @@ TEST_P(CaptureSettings, CheckAndChoice) {
     } else {
         ASSERT_EQ(view.messages.size(), 1u);
         EXPECT_EQ(view.messages[0].first, MessageKind::Exclamation);
-        EXPECT_EQ(view.messages[0].second, "All selected plugins must use the same image settings for image capture");
+        EXPECT_EQ(view.messages[0].second,
+                  "All selected plugins must use the same image settings for image capture");
     }
     const ZyrImageSettings* chosen = CaptureSettingsCheck::Choose(session.plugins, session.imageSettings);
     if (c.chosen == nullptr)
         EXPECT_EQ(chosen, nullptr);
     else
         EXPECT_STREQ(chosen ? chosen->ImageName : "(none)", c.chosen);
-    EXPECT_TRUE(rd::CallsNamed("ZyrReader_CameraDetectDocumentTwoSidedEx").empty()) << "a check calls no reader";
+    EXPECT_TRUE(rd::CallsNamed("ZyrReader_CameraDetectDocumentTwoSidedEx").empty())
+        << "a check calls no reader";
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Selections, CaptureSettings,
-    ::testing::Values(CheckCase{"nothing_selected", {{"VISIBLE_DOC"}}, {false}, false, "VISIBLE_DOC"},
-                      CheckCase{"one_plugin", {{"VISIBLE_DOC"}}, {}, true, "VISIBLE_DOC"},
-                      CheckCase{"two_needing_the_same_image", {{"VISIBLE_DOC"}, {"VISIBLE_DOC"}}, {}, true,
-                                "VISIBLE_DOC"},
-                      CheckCase{"two_needing_different_images", {{"IR_DOC"}, {"VISIBLE_DOC"}}, {}, false, "IR_DOC"},
-                      CheckCase{"names_differing_only_in_case", {{"DOC"}, {"doc"}}, {}, false, "DOC"},
-                      CheckCase{"one_without_settings_after", {{"VISIBLE_DOC"}, {}}, {}, true, "VISIBLE_DOC"},
-                      CheckCase{"first_selected_without_settings", {{}, {"VISIBLE_DOC"}}, {}, true, nullptr},
-                      CheckCase{"none_with_settings", {{}, {}}, {}, false, nullptr},
-                      CheckCase{"unselected_one_differs", {{"VISIBLE_DOC"}, {"IR_DOC"}}, {true, false}, true,
-                                "VISIBLE_DOC"}),
+    ::testing::Values(
+        CheckCase{"nothing_selected", {{"VISIBLE_DOC"}}, {false}, false, "VISIBLE_DOC"},
+        CheckCase{"one_plugin", {{"VISIBLE_DOC"}}, {}, true, "VISIBLE_DOC"},
+        CheckCase{"two_needing_the_same_image", {{"VISIBLE_DOC"}, {"VISIBLE_DOC"}}, {}, true, "VISIBLE_DOC"},
+        CheckCase{"two_needing_different_images", {{"IR_DOC"}, {"VISIBLE_DOC"}}, {}, false, "IR_DOC"},
+        CheckCase{"names_differing_only_in_case", {{"DOC"}, {"doc"}}, {}, false, "DOC"},
+        CheckCase{"one_without_settings_after", {{"VISIBLE_DOC"}, {}}, {}, true, "VISIBLE_DOC"},
+        CheckCase{"first_selected_without_settings", {{}, {"VISIBLE_DOC"}}, {}, true, nullptr},
+        CheckCase{"none_with_settings", {{}, {}}, {}, false, nullptr},
+        CheckCase{
+            "unselected_one_differs", {{"VISIBLE_DOC"}, {"IR_DOC"}}, {true, false}, true, "VISIBLE_DOC"}),
     [](const ::testing::TestParamInfo<CheckCase>& info) { return info.param.name; });
 
 // --- One cycle ------------------------------------------------------------------------------
@@ -210,20 +217,37 @@ TEST_F(CaptureTest, OneSidedCycleCallsTheReaderInOrderWithItsArguments) {
                                   "ZyrReader_DocumentProcessingComplete"}));
     ZyrReaderSettings& reader = ReaderSession::Settings();
     const rd::Call detect = rd::CallsNamed("ZyrReader_CameraDetectDocumentTwoSidedEx").at(0);
-    EXPECT_EQ(detect.args, (std::vector<std::string>{
-                               "true", "0", "0", detect.args[3], detect.args[4], rd::Ptr(&reader),
-                               rd::Ptr(&reader.Detect), rd::Ptr(&reader.Locate), "0", "0", "0", "0", "0",
-                               rd::Ptr(&reader.Process), rd::Ptr(&reader.Side), rd::Ptr(&reader.Feed), "0", "null",
-                               "true", "true", detect.args[20]}));
+    EXPECT_EQ(detect.args, (std::vector<std::string>{"true",
+                                                     "0",
+                                                     "0",
+                                                     detect.args[3],
+                                                     detect.args[4],
+                                                     rd::Ptr(&reader),
+                                                     rd::Ptr(&reader.Detect),
+                                                     rd::Ptr(&reader.Locate),
+                                                     "0",
+                                                     "0",
+                                                     "0",
+                                                     "0",
+                                                     "0",
+                                                     rd::Ptr(&reader.Process),
+                                                     rd::Ptr(&reader.Side),
+                                                     rd::Ptr(&reader.Feed),
+                                                     "0",
+                                                     "null",
+                                                     "true",
+                                                     "true",
+                                                     detect.args[20]}));
     const rd::Call snapshot = rd::CallsNamed("ZyrReader_CameraTakeSnapshot").at(0);
-    EXPECT_EQ(snapshot.args, (std::vector<std::string>{"true", "1", "15", rd::Ptr(&PluginRecord().Camera),
-                                                       rd::Ptr(&reader), "callback", snapshot.args[6], "0", "null"}));
+    EXPECT_EQ(snapshot.args,
+              (std::vector<std::string>{"true", "1", "15", rd::Ptr(&PluginRecord().Camera), rd::Ptr(&reader),
+                                        "callback", snapshot.args[6], "0", "null"}));
     const rd::Call process = rd::CallsNamed("ZyrReader_ImagePostProcessImage").at(0);
     const uint32_t options = ZYR_OPT_LOCATE;
-    EXPECT_EQ(process.args,
-              (std::vector<std::string>{"true", process.args[1], "1", "300", "true", std::to_string(options), "0", "0",
-                                        "0.5", rd::Ptr(&reader), rd::Ptr(&reader.Locate), detect.args[3], "callback",
-                                        process.args[13], "0", "null", rd::Ptr(&reader.Process)}));
+    EXPECT_EQ(process.args, (std::vector<std::string>{
+                                "true", process.args[1], "1", "300", "true", std::to_string(options), "0",
+                                "0", "0.5", rd::Ptr(&reader), rd::Ptr(&reader.Locate), detect.args[3],
+                                "callback", process.args[13], "0", "null", rd::Ptr(&reader.Process)}));
     EXPECT_NE(process.args[1], "null") << "the snapshot the callback delivered is post-processed";
 
     // The processed image is shown, saved by parity, decoded as side 0, and then released.
@@ -240,7 +264,8 @@ TEST_F(CaptureTest, OneSidedCycleCallsTheReaderInOrderWithItsArguments) {
     EXPECT_EQ(view.saves[0], std::make_pair(PictureId::Main, appFolder.Path() + "/Glyphor_1.png"));
     EXPECT_EQ(session.imageNumber.load(), 1);
     EXPECT_EQ(session.results.TakeNext()->results, "[NO DATA]") << "side 0 has no side in its row";
-    EXPECT_EQ(job.statusTexts, (std::vector<std::string>{"Waiting for document...", "Processing document..."}));
+    EXPECT_EQ(job.statusTexts,
+              (std::vector<std::string>{"Waiting for document...", "Processing document..."}));
     EXPECT_EQ(sleeps, (std::vector<int>{500}));
     EXPECT_EQ(session.stats.lastImageProcessMs.load(), 37u);
     EXPECT_EQ(session.stats.totalImageProcessMs.load(), 37u);
@@ -252,7 +277,9 @@ struct TwoSidedCase {
     bool crop;
 };
 
-void PrintTo(const TwoSidedCase& c, std::ostream* out) { *out << c.name; }
+void PrintTo(const TwoSidedCase& c, std::ostream* out) {
+    *out << c.name;
+}
 
 class TwoSidedCapture : public CaptureTest, public ::testing::WithParamInterface<TwoSidedCase> {};
 
@@ -267,13 +294,13 @@ TEST_P(TwoSidedCapture, DecodesBothSidesAndShowsThemOnlyWithCrop) {
 
     EXPECT_EQ(cycle.Run(job, false), 0u);
 
-    EXPECT_EQ(CaptureCalls(),
-              (std::vector<std::string>{"ZyrReader_InsertDocument", "ZyrReader_CameraDetectDocumentTwoSidedEx",
-                                        "ZyrReader_CameraTakeSnapshot", "ZyrReader_ImagePostProcessImage",
-                                        "ZyrReader_ImagePostProcessImageTwoSided", "ZyrReader_ImagePluginDecode",
-                                        "ZyrReader_ImagePluginDecode", "ZyrReader_DestroyCachedObject",
-                                        "ZyrReader_DestroyCachedObject", "ZyrReader_DestroyCachedObject",
-                                        "ZyrReader_DestroyCachedObject", "ZyrReader_DocumentProcessingComplete"}))
+    EXPECT_EQ(CaptureCalls(), (std::vector<std::string>{
+                                  "ZyrReader_InsertDocument", "ZyrReader_CameraDetectDocumentTwoSidedEx",
+                                  "ZyrReader_CameraTakeSnapshot", "ZyrReader_ImagePostProcessImage",
+                                  "ZyrReader_ImagePostProcessImageTwoSided", "ZyrReader_ImagePluginDecode",
+                                  "ZyrReader_ImagePluginDecode", "ZyrReader_DestroyCachedObject",
+                                  "ZyrReader_DestroyCachedObject", "ZyrReader_DestroyCachedObject",
+                                  "ZyrReader_DestroyCachedObject", "ZyrReader_DocumentProcessingComplete"}))
         << "the whole processed image is not decoded on a two-sided reader";
     const uint32_t single = ZYR_OPT_LOCATE | (crop ? ZYR_OPT_CROP : 0u);
     EXPECT_EQ(rd::CallsNamed("ZyrReader_ImagePostProcessImage").at(0).args[5], std::to_string(single));
@@ -309,7 +336,8 @@ TEST_P(TwoSidedCapture, DecodesBothSidesAndShowsThemOnlyWithCrop) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Crop, TwoSidedCapture,
-                         ::testing::Values(TwoSidedCase{"with_crop", true}, TwoSidedCase{"without_crop", false}),
+                         ::testing::Values(TwoSidedCase{"with_crop", true},
+                                           TwoSidedCase{"without_crop", false}),
                          [](const ::testing::TestParamInfo<TwoSidedCase>& info) { return info.param.name; });
 
 TEST_F(CaptureTest, TwoSidedPostProcessingErrorSkipsTheSides) {
@@ -332,7 +360,9 @@ struct OptionCase {
     uint32_t expected;
 };
 
-void PrintTo(const OptionCase& c, std::ostream* out) { *out << c.name; }
+void PrintTo(const OptionCase& c, std::ostream* out) {
+    *out << c.name;
+}
 
 class OptionWord : public ::testing::TestWithParam<OptionCase> {};
 
@@ -350,33 +380,37 @@ using S = ZyrReaderSettings;
 
 INSTANTIATE_TEST_SUITE_P(
     Bytes, OptionWord,
-    ::testing::Values(
-        OptionCase{"nothing", [](R&, S&) {}, false, 0},
-        OptionCase{"mode_zero_locates", [](R& r, S&) { r.ProcessingMode = 0; }, false, 0x1},
-        OptionCase{"mode_positive_locates", [](R& r, S&) { r.ProcessingMode = 7; }, false, 0x1},
-        OptionCase{"deskew", [](R& r, S&) { r.Deskew = 1; }, false, 0x2},
-        OptionCase{"deskew_by_the_camera", [](R& r, S&) { r.Deskew = 1, r.Camera.HardwareDeskew = 1; }, false, 0},
-        OptionCase{"normalise", [](R& r, S&) { r.Normalise = 1; }, false, 0x4},
-        OptionCase{"crop_width", [](R& r, S&) { r.CropWidth = 1; }, false, 0x8},
-        OptionCase{"crop_height", [](R& r, S&) { r.CropHeight = 9; }, false, 0x10},
-        OptionCase{"crop_box_overrides_the_bytes", [](R&, S&) {}, true, 0x18},
-        OptionCase{"crop_box_with_width_byte", [](R& r, S&) { r.CropWidth = 1; }, true, 0x18},
-        OptionCase{"extra", [](R& r, S&) { r.ExtraProcessing = 1; }, false, 0x20},
-        OptionCase{"extra_from_the_reader", [](R&, S& s) { s.ExtraProcessing = 1; }, false, 0x20},
-        OptionCase{"sharpen", [](R& r, S&) { r.Sharpen = 1; }, false, 0x80},
-        OptionCase{"rotate_90", [](R& r, S&) { r.Rotate90 = 1; }, false, 0x100},
-        OptionCase{"rotate_180", [](R& r, S&) { r.Rotate180 = 1; }, false, 0x200},
-        OptionCase{"mirror_h", [](R& r, S&) { r.MirrorHorizontal = 1; }, false, 0x400},
-        OptionCase{"mirror_v", [](R& r, S&) { r.MirrorVertical = 1; }, false, 0x800},
-        OptionCase{"greyscale", [](R& r, S&) { r.Greyscale = 1; }, false, 0x1000},
-        OptionCase{"colour_and_border_are_no_bits", [](R& r, S&) { r.Colour = 1, r.UseBorder = 1; }, false, 0},
-        OptionCase{"everything",
-                   [](R& r, S&) {
-                       r.ProcessingMode = 0;
-                       r.Deskew = r.Normalise = r.CropWidth = r.CropHeight = r.ExtraProcessing = r.Sharpen = 1;
-                       r.Rotate90 = r.Rotate180 = r.MirrorHorizontal = r.MirrorVertical = r.Greyscale = 1;
-                   },
-                   false, 0x1FBF}),
+    ::testing::Values(OptionCase{"nothing", [](R&, S&) {}, false, 0},
+                      OptionCase{"mode_zero_locates", [](R& r, S&) { r.ProcessingMode = 0; }, false, 0x1},
+                      OptionCase{"mode_positive_locates", [](R& r, S&) { r.ProcessingMode = 7; }, false, 0x1},
+                      OptionCase{"deskew", [](R& r, S&) { r.Deskew = 1; }, false, 0x2},
+                      OptionCase{"deskew_by_the_camera",
+                                 [](R& r, S&) { r.Deskew = 1, r.Camera.HardwareDeskew = 1; }, false, 0},
+                      OptionCase{"normalise", [](R& r, S&) { r.Normalise = 1; }, false, 0x4},
+                      OptionCase{"crop_width", [](R& r, S&) { r.CropWidth = 1; }, false, 0x8},
+                      OptionCase{"crop_height", [](R& r, S&) { r.CropHeight = 9; }, false, 0x10},
+                      OptionCase{"crop_box_overrides_the_bytes", [](R&, S&) {}, true, 0x18},
+                      OptionCase{"crop_box_with_width_byte", [](R& r, S&) { r.CropWidth = 1; }, true, 0x18},
+                      OptionCase{"extra", [](R& r, S&) { r.ExtraProcessing = 1; }, false, 0x20},
+                      OptionCase{"extra_from_the_reader", [](R&, S& s) { s.ExtraProcessing = 1; }, false,
+                                 0x20},
+                      OptionCase{"sharpen", [](R& r, S&) { r.Sharpen = 1; }, false, 0x80},
+                      OptionCase{"rotate_90", [](R& r, S&) { r.Rotate90 = 1; }, false, 0x100},
+                      OptionCase{"rotate_180", [](R& r, S&) { r.Rotate180 = 1; }, false, 0x200},
+                      OptionCase{"mirror_h", [](R& r, S&) { r.MirrorHorizontal = 1; }, false, 0x400},
+                      OptionCase{"mirror_v", [](R& r, S&) { r.MirrorVertical = 1; }, false, 0x800},
+                      OptionCase{"greyscale", [](R& r, S&) { r.Greyscale = 1; }, false, 0x1000},
+                      OptionCase{"colour_and_border_are_no_bits",
+                                 [](R& r, S&) { r.Colour = 1, r.UseBorder = 1; }, false, 0},
+                      OptionCase{"everything",
+                                 [](R& r, S&) {
+                                     r.ProcessingMode = 0;
+                                     r.Deskew = r.Normalise = r.CropWidth = r.CropHeight = r.ExtraProcessing =
+                                         r.Sharpen = 1;
+                                     r.Rotate90 = r.Rotate180 = r.MirrorHorizontal = r.MirrorVertical =
+                                         r.Greyscale = 1;
+                                 },
+                                 false, 0x1FBF}),
     [](const ::testing::TestParamInfo<OptionCase>& info) { return info.param.name; });
 
 struct OverrideCase {
@@ -384,14 +418,16 @@ struct OverrideCase {
     bool visible, crop, dark;
     uint8_t detectionFlag;
     bool readerExtra;
-    bool copied;             // the snapshot gets a copy, not the plug-in's record
-    uint32_t resolution;     // record 124 seen by the snapshot
-    uint8_t binning;         // record 130
-    float detection;         // record 104
-    uint32_t options;        // post-processing option word
+    bool copied;         // the snapshot gets a copy, not the plug-in's record
+    uint32_t resolution; // record 124 seen by the snapshot
+    uint8_t binning;     // record 130
+    float detection;     // record 104
+    uint32_t options;    // post-processing option word
 };
 
-void PrintTo(const OverrideCase& c, std::ostream* out) { *out << c.name; }
+void PrintTo(const OverrideCase& c, std::ostream* out) {
+    *out << c.name;
+}
 
 class VisibleOverride : public CaptureTest, public ::testing::WithParamInterface<OverrideCase> {};
 
@@ -437,20 +473,24 @@ TEST_P(VisibleOverride, DecidesTheRecordTheSnapshotSees) {
 
 constexpr uint32_t L = ZYR_OPT_LOCATE;
 
-INSTANTIATE_TEST_SUITE_P(
-    Checkboxes, VisibleOverride,
-    ::testing::Values(
-        OverrideCase{"plain", false, false, false, 0, false, false, 400, 1, 60, L | ZYR_OPT_CROP_HEIGHT},
-        OverrideCase{"visible", true, false, false, 0, false, true, 600, 2, 60, L},
-        OverrideCase{"visible_with_crop", true, true, false, 0, false, true, 600, 2, 60, L | ZYR_OPT_CROP},
-        OverrideCase{"visible_reader_extra", true, false, false, 0, true, true, 600, 2, 60, L | ZYR_OPT_EXTRA},
-        OverrideCase{"visible_but_found_dark", true, false, false, 1, false, false, 400, 1, 60,
-                     L | ZYR_OPT_CROP_HEIGHT},
-        OverrideCase{"dark_found_dark", false, false, true, 1, false, false, 400, 1, 40, L | ZYR_OPT_CROP_HEIGHT},
-        OverrideCase{"dark_not_found_dark", false, false, true, 0, false, false, 400, 1, 60,
-                     L | ZYR_OPT_CROP_HEIGHT},
-        OverrideCase{"visible_dark_found_dark", true, true, true, 1, false, false, 400, 1, 40, L | ZYR_OPT_CROP}),
-    [](const ::testing::TestParamInfo<OverrideCase>& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(Checkboxes, VisibleOverride,
+                         ::testing::Values(OverrideCase{"plain", false, false, false, 0, false, false, 400, 1,
+                                                        60, L | ZYR_OPT_CROP_HEIGHT},
+                                           OverrideCase{"visible", true, false, false, 0, false, true, 600, 2,
+                                                        60, L},
+                                           OverrideCase{"visible_with_crop", true, true, false, 0, false,
+                                                        true, 600, 2, 60, L | ZYR_OPT_CROP},
+                                           OverrideCase{"visible_reader_extra", true, false, false, 0, true,
+                                                        true, 600, 2, 60, L | ZYR_OPT_EXTRA},
+                                           OverrideCase{"visible_but_found_dark", true, false, false, 1,
+                                                        false, false, 400, 1, 60, L | ZYR_OPT_CROP_HEIGHT},
+                                           OverrideCase{"dark_found_dark", false, false, true, 1, false,
+                                                        false, 400, 1, 40, L | ZYR_OPT_CROP_HEIGHT},
+                                           OverrideCase{"dark_not_found_dark", false, false, true, 0, false,
+                                                        false, 400, 1, 60, L | ZYR_OPT_CROP_HEIGHT},
+                                           OverrideCase{"visible_dark_found_dark", true, true, true, 1, false,
+                                                        false, 400, 1, 40, L | ZYR_OPT_CROP}),
+                         [](const ::testing::TestParamInfo<OverrideCase>& info) { return info.param.name; });
 
 TEST_F(CaptureTest, BorderGoesToPostProcessingOnlyWhenAskedFor) {
     InstallOne(Record("VISIBLE_DOC"));
@@ -475,7 +515,9 @@ struct CountdownCase {
     bool inserted;
 };
 
-void PrintTo(const CountdownCase& c, std::ostream* out) { *out << c.name; }
+void PrintTo(const CountdownCase& c, std::ostream* out) {
+    *out << c.name;
+}
 
 class RemovalCountdown : public CaptureTest, public ::testing::WithParamInterface<CountdownCase> {};
 
@@ -511,23 +553,23 @@ TEST_P(RemovalCountdown, GivesFiveSecondsToTakeTheDocumentAway) {
     EXPECT_EQ(sleeps, expectedSleeps);
 }
 
-const std::vector<std::string> kAllFive = {
-    "(5) Seconds left to Remove document before reprocessing...",
-    "(4) Seconds left to Remove document before reprocessing...",
-    "(3) Seconds left to Remove document before reprocessing...",
-    "(2) Seconds left to Remove document before reprocessing...",
-    "(1) Seconds left to Remove document before reprocessing..."};
+const std::vector<std::string> kAllFive = {"(5) Seconds left to Remove document before reprocessing...",
+                                           "(4) Seconds left to Remove document before reprocessing...",
+                                           "(3) Seconds left to Remove document before reprocessing...",
+                                           "(2) Seconds left to Remove document before reprocessing...",
+                                           "(1) Seconds left to Remove document before reprocessing..."};
 
 INSTANTIATE_TEST_SUITE_P(
     Passes, RemovalCountdown,
-    ::testing::Values(CountdownCase{"first_pass_does_not_wait", false, {1}, {}, false, false},
-                      CountdownCase{"taken_away_at_once", true, {0}, {}, false, false},
-                      CountdownCase{"taken_away_after_two_turns", true, {1, 1, 0}, {kAllFive[0], kAllFive[1]}, false,
-                                    false},
-                      CountdownCase{"never_taken_away", true, {1}, kAllFive, false, false},
-                      CountdownCase{"two_sided_first_pass_inserts", false, {1}, {}, true, true},
-                      CountdownCase{"two_sided_taken_away", true, {1, 0}, {kAllFive[0]}, true, false},
-                      CountdownCase{"two_sided_left_lying_is_drawn_in", true, {1}, kAllFive, true, true}),
+    ::testing::Values(
+        CountdownCase{"first_pass_does_not_wait", false, {1}, {}, false, false},
+        CountdownCase{"taken_away_at_once", true, {0}, {}, false, false},
+        CountdownCase{
+            "taken_away_after_two_turns", true, {1, 1, 0}, {kAllFive[0], kAllFive[1]}, false, false},
+        CountdownCase{"never_taken_away", true, {1}, kAllFive, false, false},
+        CountdownCase{"two_sided_first_pass_inserts", false, {1}, {}, true, true},
+        CountdownCase{"two_sided_taken_away", true, {1, 0}, {kAllFive[0]}, true, false},
+        CountdownCase{"two_sided_left_lying_is_drawn_in", true, {1}, kAllFive, true, true}),
     [](const ::testing::TestParamInfo<CountdownCase>& info) { return info.param.name; });
 
 struct ErrorCase {
@@ -537,7 +579,9 @@ struct ErrorCase {
     bool repeat;
 };
 
-void PrintTo(const ErrorCase& c, std::ostream* out) { *out << c.name; }
+void PrintTo(const ErrorCase& c, std::ostream* out) {
+    *out << c.name;
+}
 
 class ReaderErrors : public CaptureTest, public ::testing::WithParamInterface<ErrorCase> {};
 
@@ -560,11 +604,12 @@ TEST_P(ReaderErrors, EndTheCycleWithTheCode) {
 
 INSTANTIATE_TEST_SUITE_P(
     Calls, ReaderErrors,
-    ::testing::Values(ErrorCase{"location", "ZyrReader_LocateDocumentTwoSidedEx", ZYR_ERR_DEVICE, true},
-                      ErrorCase{"location_cancelled", "ZyrReader_LocateDocumentTwoSidedEx", ZYR_ERR_CANCELLED, true},
-                      ErrorCase{"detection", "ZyrReader_CameraDetectDocumentTwoSidedEx", ZYR_ERR_DEVICE, false},
-                      ErrorCase{"detection_cancelled", "ZyrReader_CameraDetectDocumentTwoSidedEx", ZYR_ERR_CANCELLED,
-                                true}),
+    ::testing::Values(
+        ErrorCase{"location", "ZyrReader_LocateDocumentTwoSidedEx", ZYR_ERR_DEVICE, true},
+        ErrorCase{"location_cancelled", "ZyrReader_LocateDocumentTwoSidedEx", ZYR_ERR_CANCELLED, true},
+        ErrorCase{"detection", "ZyrReader_CameraDetectDocumentTwoSidedEx", ZYR_ERR_DEVICE, false},
+        ErrorCase{"detection_cancelled", "ZyrReader_CameraDetectDocumentTwoSidedEx", ZYR_ERR_CANCELLED,
+                  true}),
     [](const ::testing::TestParamInfo<ErrorCase>& info) { return info.param.name; });
 
 TEST_F(CaptureTest, APostProcessingErrorEndsTheCycleQuietly) {

@@ -1,0 +1,190 @@
+// Capture with the real reader library, the built plug-ins and the generated virtual readers:
+// decoded documents are filed under the plug-in's folder, symbol-less ones under "Failed", only
+// two capture files are kept, Capture Multi takes every document and ends on Stop, and a
+// two-sided reader with crop shows and saves both sides.
+#include "CBitmapPicture.h"
+#include "CCancelDlg.h"
+#include "CGlyphorDlg.h"
+#include "ControlIds.h"
+#include "DialogBuilder.h"
+#include "OffscreenMain.h"
+#include "TempFolder.h"
+
+#include <QCheckBox>
+#include <QListWidget>
+#include <QTimer>
+#include <QTreeWidget>
+
+#include <filesystem>
+#include <set>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// A copy of a generated reader holding the named documents, with its own feed timing.
+void MakeDevice(const TempFolder& folder, const std::string& device,
+                const std::vector<std::string>& documents, int removalMs) {
+    const std::string generated = std::string(GLYPHOR_DEVICES_DIR) + "/" + device + "/";
+    fs::create_directory(folder.File("documents"));
+    for (const std::string& name : documents)
+        for (const char* suffix : {".png", ".back.png"})
+            if (fs::exists(generated + "documents/" + name + suffix))
+                fs::copy_file(generated + "documents/" + name + suffix,
+                              folder.File("documents/" + name + suffix));
+    const bool twoSided = device == "two-sided";
+    folder.Write("device.ini", std::string("[Device]\nTwoSided=") + (twoSided ? "1" : "0") +
+                                   "\n[Feed]\nArrivalDelayMs=0\nRemovalTimeMs=" + std::to_string(removalMs) +
+                                   "\n");
+}
+
+std::set<std::string> FilesIn(const std::string& folder) {
+    std::set<std::string> names;
+    std::error_code error;
+    for (const auto& entry : fs::directory_iterator(folder, error))
+        if (entry.is_regular_file())
+            names.insert(entry.path().filename().string());
+    return names;
+}
+
+} // namespace
+
+class CaptureEndToEndTest : public QObject {
+    Q_OBJECT
+private:
+    std::unique_ptr<TempFolder> device;
+    std::unique_ptr<TempFolder> app;
+    std::vector<QString> messages;
+
+    // Starts the reader session on the device and opens the main window with one plug-in selected.
+    std::unique_ptr<CGlyphorDlg> Start(const QString& plugin) {
+        qputenv("ZYRREADER_DEVICE", QByteArray::fromStdString(device->Path()));
+        ReaderSession::Startup();
+        ZyrReaderSettings& settings = ReaderSession::Settings();
+        std::snprintf(settings.ApplicationFolder, ZYR_PATH_SIZE, "%s/", app->Path().c_str());
+        auto dialog = std::make_unique<CGlyphorDlg>();
+        dialog->Session().executableFolder = app->Path() + "/";
+        dialog->SetMessagePresenter([this](MessageKind, const QString& text) { messages.push_back(text); });
+        dialog->OnInitDialog();
+        dialog->show();
+        const auto found =
+            Control<QListWidget>(dialog.get(), IDC_PLUGINS)->findItems(plugin, Qt::MatchExactly);
+        if (found.size() == 1)
+            found.first()->setSelected(true);
+        return dialog;
+    }
+
+    static QStringList Rows(CGlyphorDlg& dialog) {
+        QCoreApplication::processEvents(); // rows posted by the job's last decode
+        auto* results = Control<QTreeWidget>(&dialog, IDC_RESULTS);
+        QStringList rows;
+        for (int r = 0; r < results->topLevelItemCount(); ++r)
+            rows << results->topLevelItem(r)->text(4);
+        return rows;
+    }
+
+private slots:
+    void init() {
+        device = std::make_unique<TempFolder>();
+        app = std::make_unique<TempFolder>();
+        messages.clear();
+    }
+    void cleanup() {
+        ReaderSession::Shutdown();
+        ReaderSession::Reset();
+        qunsetenv("ZYRREADER_DEVICE");
+        app.reset();
+        device.reset();
+    }
+
+    void captureDecodesTheLicenceAndFilesItUnderThePlugin() {
+        MakeDevice(*device, "one-sided", {"01-licence"}, 0);
+        auto dialog = Start("Pdf417");
+        QVERIFY(ReaderSession::ScannerConnected());
+        dialog->OnCapture();
+        const QStringList rows = Rows(*dialog);
+        QCOMPARE(rows.size(), 1);
+        QVERIFY2(rows[0].startsWith("@") && rows[0].contains("ANSI 636"), qPrintable(rows[0]));
+        QVERIFY(fs::exists(app->File("Pdf417/1.png")));
+        QVERIFY(fs::exists(app->File("Glyphor_1.png")));
+        QCOMPARE(dialog->windowTitle(), QStringLiteral("Glyphor - 1.png"));
+        QVERIFY(messages.empty());
+    }
+
+    void aDocumentWithoutSymbolIsFiledAsFailed() {
+        MakeDevice(*device, "one-sided", {"05-blank"}, 0);
+        auto dialog = Start("ZXing");
+        dialog->OnCapture();
+        QCOMPARE(Rows(*dialog), QStringList{"[NO DATA]"});
+        QCOMPARE(FilesIn(app->File("Failed")), (std::set<std::string>{"1.png"}));
+        QVERIFY(!fs::exists(app->File("ZXing")));
+    }
+
+    void tenCapturesLeaveTwoCaptureFiles() {
+        // The document is never taken away, so every capture sees it again.
+        MakeDevice(*device, "one-sided", {"02-qrcode"}, 3600000);
+        auto dialog = Start("QRCode");
+        for (int i = 0; i < 10; ++i)
+            dialog->OnCapture();
+        QCOMPARE(Rows(*dialog).size(), 10);
+        std::set<std::string> captures;
+        for (const std::string& name : FilesIn(app->Path()))
+            if (name.rfind("Glyphor_", 0) == 0)
+                captures.insert(name);
+        QCOMPARE(captures, (std::set<std::string>{"Glyphor_0.png", "Glyphor_1.png"}));
+        QCOMPARE(FilesIn(app->File("QRCode")).size(), size_t(10));
+        QVERIFY(fs::exists(app->File("QRCode/10.png")));
+    }
+
+    void captureMultiTakesEveryDocumentAndEndsOnStop() {
+        MakeDevice(*device, "one-sided",
+                   {"01-licence", "02-qrcode", "03-datamatrix", "04-code128", "05-blank"}, 0);
+        auto dialog = Start("ZXing");
+        // Stop is pressed once the fifth row is in, while the reader waits for a sixth document.
+        QTimer stopper;
+        bool stopped = false;
+        connect(&stopper, &QTimer::timeout, [&] {
+            auto* results = Control<QTreeWidget>(dialog.get(), IDC_RESULTS);
+            if (results->topLevelItemCount() >= 5 && !stopped) {
+                if (auto* cancel = dialog->findChild<CCancelDlg*>()) {
+                    cancel->Stop();
+                    stopped = true;
+                }
+            }
+        });
+        stopper.start(50);
+        dialog->OnCaptureMulti();
+        stopper.stop();
+        QVERIFY(stopped);
+        const QStringList rows = Rows(*dialog);
+        QCOMPARE(rows.size(), 5);
+        QVERIFY2(rows[0].startsWith("@"), qPrintable(rows[0]));
+        QCOMPARE(rows.mid(1), (QStringList{"GLYPHOR DEVICE QR 0002", "GLYPHOR DEVICE DM 0003", "GLY-DEV-0004",
+                                           "[NO DATA]"}));
+        QCOMPARE(FilesIn(app->File("ZXing")), (std::set<std::string>{"1.png", "2.png", "3.png", "4.png"}));
+        QCOMPARE(FilesIn(app->File("Failed")), (std::set<std::string>{"5.png"}));
+        QVERIFY(!dialog->Session().busy);
+        QVERIFY(dialog->findChild<CCancelDlg*>() == nullptr);
+    }
+
+    void twoSidedWithCropShowsAndSavesBothSides() {
+        MakeDevice(*device, "two-sided", {"01-licence"}, 0);
+        auto dialog = Start("ZXing");
+        Control<QCheckBox>(dialog.get(), IDC_CROP)->setChecked(true);
+        dialog->OnCapture();
+        const QStringList rows = Rows(*dialog);
+        QCOMPARE(rows.size(), 2);
+        QCOMPARE(rows[0], QStringLiteral("Side Left: D1234562"));
+        QVERIFY2(rows[1].startsWith("Side Right: @"), qPrintable(rows[1]));
+        for (const char* file : {"Glyphor_1.png", "GlyphorSide1_1.png", "GlyphorSide2_1.png"})
+            QVERIFY2(fs::exists(app->File(file)), file);
+        QVERIFY(!dialog->Picture(PictureId::Main)->isVisible());
+        QVERIFY(dialog->Picture(PictureId::Side1)->isVisible());
+        QVERIFY(dialog->Picture(PictureId::Side2)->isVisible());
+        QVERIFY(dialog->Picture(PictureId::Side1)->HasImage());
+        QVERIFY(dialog->Picture(PictureId::Side2)->HasImage());
+    }
+};
+
+GLYPHOR_OFFSCREEN_TEST_MAIN(CaptureEndToEndTest)
+#include "CaptureEndToEndTest.moc"
