@@ -34,6 +34,9 @@ public:
     void SetPictureImage(PictureId, const ZyrImage*) override {}
     void SavePicturePng(PictureId, const std::string&) override {}
     std::shared_ptr<const ZyrImage> PictureImage(PictureId picture) override;
+    // No windows to arrange or repaint: captures do not run headless.
+    void ShowSideViews(bool) override {}
+    void RedrawAll() override {}
     void ShowMessage(MessageKind kind, const std::string& text) override;
     void UpdateButtons() override {}
 

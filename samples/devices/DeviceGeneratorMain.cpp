@@ -1,6 +1,6 @@
 // Writes the virtual reader folders of the device catalogue: device.ini, and in documents/ each
-// document's image(s) with the exact bytes of its symbols beside it (NAME.txt, one per line,
-// side 1 before side 2).
+// document's image(s), each with the exact bytes of its symbols beside it (NAME.txt and
+// NAME.back.txt, one symbol per line), as for every other sample image.
 #include "DeviceCatalogue.h"
 #include "PlatenScene.h"
 #include "SampleRenderer.h"
@@ -32,15 +32,10 @@ bool writeSide(const std::string& path, const Sample& side, const DeviceDocument
     return writePng(path, scene);
 }
 
-std::string expected(const DeviceDocument& document) {
+std::string expected(const Sample& side) {
     std::string text;
-    auto add = [&](const Sample& side) {
-        for (const SampleSymbol& symbol : side.symbols)
-            text += (text.empty() ? "" : "\n") + symbol.payload;
-    };
-    add(document.front);
-    if (document.back)
-        add(*document.back);
+    for (const SampleSymbol& symbol : side.symbols)
+        text += (text.empty() ? "" : "\n") + symbol.payload;
     return text;
 }
 
@@ -65,10 +60,11 @@ int main(int argc, char** argv) {
         }
         for (const DeviceDocument& document : device.documents) {
             const std::string stem = documents + document.name;
+            const bool back = device.twoSided && document.back;
             if (!writeSide(stem + ".png", document.front, document, seed++) ||
-                (device.twoSided && document.back &&
-                 !writeSide(stem + ".back.png", *document.back, document, seed++)) ||
-                !writeText(stem + ".txt", expected(document))) {
+                !writeText(stem + ".txt", expected(document.front)) ||
+                (back && (!writeSide(stem + ".back.png", *document.back, document, seed++) ||
+                          !writeText(stem + ".back.txt", expected(*document.back))))) {
                 std::fprintf(stderr, "cannot write document %s in %s\n", document.name.c_str(),
                              folder.c_str());
                 return 1;
