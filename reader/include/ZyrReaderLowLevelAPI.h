@@ -77,7 +77,9 @@ typedef struct ZyrCameraParameters {
     uint32_t WhiteBalance;         /* +16 colour temperature in kelvin */
     uint32_t LedIntensity;         /* +20 0..100 per cent */
     float OutputScale;             /* +24 (record 100) scale of the post-processed image; 0 or 1 = none */
-    float DetectThreshold;         /* +28 (record 104) grey level separating document from platen */
+    float DetectThreshold;         /* +28 (record 104) grey level separating document from platen (the
+                                      platen's own level decides which side documents are); 0 = chosen
+                                      from the picture */
     uint32_t BorderPixels;         /* +32 (record 108) margin kept around a crop */
     uint32_t Sharpness;            /* +36 */
     uint32_t Saturation;           /* +40 */
@@ -193,7 +195,9 @@ typedef struct ZyrReaderSettings {
     ZyrCameraParameters UltravioletParameters;
     uint32_t CommonCaptureResolution; /* written into every image-settings record (record 124) */
     uint8_t CommonBinning;            /* written into every image-settings record (record 130) */
-    uint8_t DarkObjectDetect;         /* 1 = detect documents darker than the platen */
+    uint8_t DarkObjectDetect;         /* 1 = dark-object detection: documents too dark for the visible
+                                         threshold are found with DarkObjectValue, and detection sets
+                                         its detection flag */
     float DarkObjectValue;            /* detection threshold used when DarkObjectDetect is on */
     uint8_t TwoSided;                 /* 1 = the reader images both sides */
     uint8_t ExtraProcessing;          /* 1 = always add ZYR_OPT_EXTRA */
