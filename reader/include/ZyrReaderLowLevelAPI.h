@@ -49,7 +49,8 @@ typedef enum ZyrReaderError {
     ZYR_ERR_AAMVA_TRUNCATED = 14,    /* AAMVA header or subfile ends before its declared end */
     ZYR_ERR_AAMVA_EMPTY = 15,        /* no bytes were given to the parser */
     ZYR_ERR_OUT_OF_MEMORY = 16,
-    ZYR_ERR_PLUGIN_DECODE = 17,      /* the plug-in reported a failure while decoding */
+    ZYR_ERR_PLUGIN_DECODE = 17,      /* the plug-in reported a failure while decoding, or its host
+                                        process sent a reply that makes no sense */
     ZYR_ERR_PLUGIN_CRASHED = 18,     /* the plug-in's host process died during the call */
     ZYR_ERR_PLUGIN_TIMEOUT = 19,     /* the plug-in ran past its time limit and was stopped */
     ZYR_ERR_DEVICE = 20,             /* the reader device failed (bad device folder, ...) */
@@ -464,7 +465,13 @@ ZYRREADER_API int32_t ZyrReader_ImageConvertFormat(int32_t format, const uint8_t
  * Decoder plug-ins
  * ------------------------------------------------------------------------------------------- */
 
-/* Loads a KVDECODE_*.so plug-in, opens it with its settings file and fills *handle. */
+/* Loads a KVDECODE_*.so plug-in, opens it with its settings file and fills *handle.
+ * By default the plug-in runs in a plug-in host process of its own (zyrreader-pluginhost, beside
+ * this library), so that a plug-in that crashes or hangs costs one call, not the caller's process.
+ * The [Host] section of the settings file chooses: Isolated=0 loads it into the calling process;
+ * TimeLimitSeconds (default 20) bounds each call into an isolated plug-in. A bad value there gives
+ * ZYR_ERR_PLUGIN_OPEN; a host that dies or hangs while opening the plug-in gives
+ * ZYR_ERR_PLUGIN_CRASHED or ZYR_ERR_PLUGIN_TIMEOUT. */
 ZYRREADER_API int32_t ZyrReader_ImagePluginLoad(const char* pluginPath, const char* settingsPath, uint64_t* handle,
                                                 uint64_t cameraDevice);
 
@@ -484,7 +491,10 @@ ZYRREADER_API int32_t ZyrReader_ImagePluginGetImageSettings(uint64_t handle, Zyr
  *   options      reserved, pass ""
  *   context      handed back to callback
  *   callbackTag  handed back to callback as its tag
- *   reserved1/2  pass 0 */
+ *   reserved1/2  pass 0
+ * An isolated plug-in whose process dies during the call gives ZYR_ERR_PLUGIN_CRASHED, one that runs
+ * past its time limit ZYR_ERR_PLUGIN_TIMEOUT (its process is killed); neither delivers any symbol,
+ * and the next call starts a fresh process. */
 ZYRREADER_API int32_t ZyrReader_ImagePluginDecode(bool wait, uint64_t handle, const ZyrImage* image,
                                                   const char* imageName, int32_t imageNumber, const char* options,
                                                   ZyrDecodeCallback callback, void* context, int32_t callbackTag,

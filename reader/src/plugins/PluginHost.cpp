@@ -3,6 +3,8 @@
 #include "core/Log.h"
 #include "core/ShutdownHooks.h"
 #include "plugins/InProcessPlugin.h"
+#include "plugins/IsolatedPlugin.h"
+#include "plugins/IsolationSettings.h"
 
 namespace zyr {
 namespace {
@@ -20,8 +22,14 @@ int32_t PluginHost::load(const char* pluginPath, const char* settingsPath, uint6
                          uint64_t& handle) {
     auto entry = std::make_shared<Entry>();
     std::string reason;
-    const int32_t result =
-        InProcessPlugin::open(pluginPath, settingsPath, cameraDevice, entry->connection, reason);
+    IsolationSettings isolation;
+    int32_t result = ZYR_ERR_PLUGIN_OPEN;
+    if (isolation.read(settingsPath ? settingsPath : "", reason))
+        result =
+            isolation.isolated
+                ? IsolatedPlugin::open(IsolatedPlugin::hostExecutable(), pluginPath, settingsPath,
+                                       cameraDevice, isolation.timeLimit, entry->connection, reason)
+                : InProcessPlugin::open(pluginPath, settingsPath, cameraDevice, entry->connection, reason);
     if (result != ZYR_OK) {
         Log::write(ZYR_LOG_PLUGINS, LogError, "plug-in %s not loaded: %s", pluginPath, reason.c_str());
         return result;
@@ -30,8 +38,9 @@ int32_t PluginHost::load(const char* pluginPath, const char* settingsPath, uint6
     std::lock_guard<std::mutex> lock(mutex_);
     handle = nextHandle_++;
     plugins_[handle] = std::move(entry);
-    Log::write(ZYR_LOG_PLUGINS, LogInfo, "plug-in %s loaded with %s as handle %llu", pluginPath,
-               settingsPath ? settingsPath : "", static_cast<unsigned long long>(handle));
+    Log::write(ZYR_LOG_PLUGINS, LogInfo, "plug-in %s loaded with %s as handle %llu (%s)", pluginPath,
+               settingsPath ? settingsPath : "", static_cast<unsigned long long>(handle),
+               isolation.isolated ? "own process" : "in process");
     return ZYR_OK;
 }
 

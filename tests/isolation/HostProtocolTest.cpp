@@ -1,0 +1,299 @@
+// The library's side of the host protocol refuses whatever a broken or hostile host could send:
+// messages cut short or padded, lengths past the limits, frames too long, a socket that goes quiet.
+#include "plugins/FrameChannel.h"
+#include "plugins/HostMessages.h"
+#include "plugins/IsolationSettings.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <cstring>
+#include <thread>
+
+using namespace zyr;
+
+namespace {
+
+OpenReply sampleOpenReply() {
+    OpenReply reply;
+    reply.code = ZYR_OK;
+    reply.reason = "fine";
+    reply.namesCode = ZYR_OK;
+    reply.names = "IR_DOC,UV_DOC";
+    ZyrImageSettings settings{};
+    std::strcpy(settings.ImageName, "IR_DOC");
+    settings.LightMask = 2;
+    reply.settings.push_back(settings);
+    std::strcpy(settings.ImageName, "UV_DOC");
+    settings.LightMask = 4;
+    reply.settings.push_back(settings);
+    reply.settingsEndCode = ZYR_ERR_BAD_ARGUMENT;
+    return reply;
+}
+
+DecodeReply sampleDecodeReply() {
+    DecodeReply reply;
+    reply.code = ZYR_OK;
+    for (int i = 0; i < 3; ++i) {
+        DecodedSymbol symbol;
+        symbol.symbology = 10 + i;
+        symbol.dataType = i;
+        symbol.eci = 26;
+        symbol.data.assign(size_t(i) * 5, uint8_t('a' + i));
+        symbol.data.push_back(0); // NUL bytes inside data survive
+        symbol.corners[2] = {int32_t(-i), 1000 + i};
+        reply.symbols.push_back(symbol);
+    }
+    return reply;
+}
+
+// Every message kind, encoded, with a check that its decoding gives the same message back.
+struct Encoded {
+    const char* what;
+    std::vector<uint8_t> bytes;
+    bool (*decodesBack)(const std::vector<uint8_t>&);
+};
+
+std::vector<Encoded> everyMessage() {
+    return {
+        {"open request",
+         encodeMessage(OpenRequest{"/p/KVDECODE_X.so", "/p/#KVDECODE_X.ini", 0x1122334455667788ull}),
+         [](const std::vector<uint8_t>& b) {
+             OpenRequest m;
+             return decodeMessage(b, m) && m.pluginPath == "/p/KVDECODE_X.so" &&
+                    m.settingsPath == "/p/#KVDECODE_X.ini" && m.cameraDevice == 0x1122334455667788ull;
+         }},
+        {"open reply", encodeMessage(sampleOpenReply()),
+         [](const std::vector<uint8_t>& b) {
+             OpenReply m;
+             const OpenReply want = sampleOpenReply();
+             return decodeMessage(b, m) && m.names == want.names && m.reason == want.reason &&
+                    m.settings.size() == 2 && std::strcmp(m.settings[1].ImageName, "UV_DOC") == 0 &&
+                    m.settings[1].LightMask == 4 && m.settingsEndCode == want.settingsEndCode;
+         }},
+        {"decode request", encodeMessage(DecodeRequest{640, 480, 1920, ZYR_PIXEL_RGB24, 921600, "IR_DOC"}),
+         [](const std::vector<uint8_t>& b) {
+             DecodeRequest m;
+             return decodeMessage(b, m) && m.width == 640 && m.height == 480 && m.stride == 1920 &&
+                    m.pixelFormat == ZYR_PIXEL_RGB24 && m.bytes == 921600 && m.imageName == "IR_DOC";
+         }},
+        {"decode reply", encodeMessage(sampleDecodeReply()),
+         [](const std::vector<uint8_t>& b) {
+             DecodeReply m;
+             const DecodeReply want = sampleDecodeReply();
+             if (!decodeMessage(b, m) || m.symbols.size() != want.symbols.size())
+                 return false;
+             for (size_t i = 0; i < m.symbols.size(); ++i)
+                 if (m.symbols[i].data != want.symbols[i].data ||
+                     m.symbols[i].symbology != want.symbols[i].symbology ||
+                     m.symbols[i].corners[2].Y != want.symbols[i].corners[2].Y || m.symbols[i].eci != 26)
+                     return false;
+             return true;
+         }},
+    };
+}
+
+TEST(HostMessages, EachMessageDecodesBackWholeButNotCutShortOrPadded) {
+    for (const Encoded& m : everyMessage()) {
+        EXPECT_TRUE(m.decodesBack(m.bytes)) << m.what;
+        for (size_t length = 0; length < m.bytes.size(); ++length)
+            EXPECT_FALSE(m.decodesBack({m.bytes.begin(), m.bytes.begin() + long(length)}))
+                << m.what << " cut to " << length;
+        std::vector<uint8_t> padded = m.bytes;
+        padded.push_back(0);
+        EXPECT_FALSE(m.decodesBack(padded)) << m.what << " with a byte more";
+    }
+}
+
+TEST(HostMessages, DeclaredSizesPastTheLimitsAreRefusedBeforeAnyAllocation) {
+    struct Case {
+        const char* what;
+        std::vector<uint8_t> bytes;
+        bool refused;
+    };
+    auto withWord = [](std::vector<uint8_t> bytes, size_t at, uint32_t word) {
+        std::memcpy(bytes.data() + at, &word, sizeof word);
+        return bytes;
+    };
+    DecodeReply one;
+    one.symbols.resize(1);
+    const std::vector<uint8_t> oneSymbol = encodeMessage(one); // code, count, 11 words, length
+    const std::vector<uint8_t> openReply = encodeMessage(OpenReply{});
+    const Case cases[] = {
+        {"symbol count past the limit", withWord(oneSymbol, 4, uint32_t(kMaxSymbols + 1)), true},
+        {"symbol count larger than what follows", withWord(oneSymbol, 4, 2), true},
+        {"symbol data past the limit", withWord(oneSymbol, 8 + 11 * 4, uint32_t(kMaxSymbolBytes + 1)), true},
+        {"symbol data longer than what follows", withWord(oneSymbol, 8 + 11 * 4, 1), true},
+        {"image settings count past the limit", withWord(openReply, 16, uint32_t(kMaxImageSettings + 1)),
+         true},
+        {"reason longer than the limit", withWord(openReply, 4, uint32_t(kMaxHostText + 1)), true},
+        {"the unaltered symbol", oneSymbol, false},
+    };
+    for (const Case& c : cases) {
+        DecodeReply reply;
+        OpenReply opened;
+        const bool decoded = decodeMessage(c.bytes, reply) || decodeMessage(c.bytes, opened);
+        EXPECT_EQ(decoded, !c.refused) << c.what;
+    }
+}
+
+TEST(HostMessages, ArbitraryBytesNeverDecodeIntoSomethingLarge) {
+    uint32_t state = 12345;
+    for (int round = 0; round < 2000; ++round) {
+        std::vector<uint8_t> bytes(size_t(round % 97));
+        for (uint8_t& b : bytes) {
+            state = state * 1103515245u + 12345u;
+            b = uint8_t(state >> 16);
+        }
+        DecodeReply reply;
+        OpenReply opened;
+        DecodeRequest request;
+        if (decodeMessage(bytes, reply)) {
+            EXPECT_LE(reply.symbols.size(), bytes.size() / 48);
+        }
+        if (decodeMessage(bytes, opened)) {
+            EXPECT_LE(opened.settings.size() * sizeof(ZyrImageSettings), bytes.size());
+        }
+        if (decodeMessage(bytes, request)) {
+            EXPECT_LE(request.imageName.size(), bytes.size());
+        }
+    }
+}
+
+std::vector<uint8_t> frame(uint32_t type, uint32_t length, size_t actualBytes) {
+    std::vector<uint8_t> bytes(8 + actualBytes, 0x5A);
+    std::memcpy(bytes.data(), &type, 4);
+    std::memcpy(bytes.data() + 4, &length, 4);
+    return bytes;
+}
+
+class FrameChannelTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        int ends[2];
+        ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends), 0);
+        ours_ = std::make_unique<FrameChannel>(ends[0]);
+        peer_ = ends[1];
+    }
+    void TearDown() override {
+        if (peer_ >= 0)
+            close(peer_);
+    }
+    std::unique_ptr<FrameChannel> ours_;
+    int peer_ = -1;
+};
+
+TEST(FrameChannelStatus, WhatThePeerSendsDecidesTheStatus) {
+    struct Case {
+        const char* what;
+        std::vector<uint8_t> sent;
+        bool peerCloses;
+        FrameChannel::Status expected;
+    };
+    const Case cases[] = {
+        {"whole frame", frame(4, 3, 3), false, FrameChannel::Status::Ok},
+        {"empty frame", frame(2, 0, 0), false, FrameChannel::Status::Ok},
+        {"nothing, peer stays", {}, false, FrameChannel::Status::TimedOut},
+        {"half a header, peer stays", {1, 0, 0}, false, FrameChannel::Status::TimedOut},
+        {"half a payload, peer stays", frame(4, 10, 4), false, FrameChannel::Status::TimedOut},
+        {"length past the limit", frame(4, FrameChannel::kMaxFrame + 1, 0), false,
+         FrameChannel::Status::Malformed},
+        {"nothing, peer closes", {}, true, FrameChannel::Status::Closed},
+        {"half a payload, peer closes", frame(4, 10, 4), true, FrameChannel::Status::Closed},
+    };
+    for (const Case& c : cases) {
+        int ends[2];
+        ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends), 0);
+        FrameChannel ours(ends[0]);
+        if (!c.sent.empty()) {
+            ASSERT_EQ(write(ends[1], c.sent.data(), c.sent.size()), ssize_t(c.sent.size()));
+        }
+        if (c.peerCloses)
+            close(ends[1]);
+        const auto deadline = FrameChannel::Clock::now() + std::chrono::milliseconds(50);
+        uint32_t type = 0;
+        std::vector<uint8_t> payload;
+        EXPECT_EQ(ours.receive(type, payload, &deadline), c.expected) << c.what;
+        if (c.expected == FrameChannel::Status::Ok) {
+            EXPECT_EQ(payload, std::vector<uint8_t>(c.sent.begin() + 8, c.sent.end())) << c.what;
+        }
+        if (!c.peerCloses)
+            close(ends[1]);
+    }
+}
+
+TEST_F(FrameChannelTest, LargeFramesAndADescriptorCrossIntact) {
+    std::vector<uint8_t> big(5u << 20);
+    for (size_t i = 0; i < big.size(); ++i)
+        big[i] = uint8_t(i * 31 + i / 4093);
+    int pipeEnds[2];
+    ASSERT_EQ(pipe(pipeEnds), 0);
+    FrameChannel peer(peer_);
+    peer_ = -1;
+    // The peer reads while we write: a frame much larger than the socket's buffer.
+    FrameChannel::Status received = FrameChannel::Status::Failed;
+    std::vector<uint8_t> got;
+    uint32_t type = 0;
+    std::thread reader([&] { received = peer.receive(type, got); });
+    EXPECT_EQ(ours_->send(9, big, pipeEnds[1]), FrameChannel::Status::Ok);
+    reader.join();
+    EXPECT_EQ(received, FrameChannel::Status::Ok);
+    EXPECT_EQ(type, 9u);
+    EXPECT_TRUE(got == big);
+    const int passed = peer.takeReceivedFd();
+    ASSERT_GE(passed, 0);
+    EXPECT_EQ(write(passed, "x", 1), 1);
+    char c = 0;
+    EXPECT_EQ(read(pipeEnds[0], &c, 1), 1);
+    EXPECT_EQ(c, 'x');
+    EXPECT_EQ(peer.takeReceivedFd(), -1);
+    close(passed);
+    close(pipeEnds[0]);
+    close(pipeEnds[1]);
+}
+
+TEST_F(FrameChannelTest, SendingToAClosedPeerIsClosedNotASignal) {
+    close(peer_);
+    peer_ = -1;
+    EXPECT_EQ(ours_->send(3, std::vector<uint8_t>(100000, 1)), FrameChannel::Status::Closed);
+    std::vector<uint8_t> tooLarge(size_t(FrameChannel::kMaxFrame) + 1);
+    EXPECT_EQ(ours_->send(3, tooLarge), FrameChannel::Status::Malformed);
+}
+
+TEST(IsolationSettingsTest, HostSectionValues) {
+    struct Case {
+        const char* text;
+        bool ok;
+        bool isolated;
+        long long milliseconds;
+    };
+    const Case cases[] = {
+        {"", true, true, 20000},
+        {"[Decoder]\nIsolated=0\nTimeLimitSeconds=1\n", true, true, 20000}, // another section's keys
+        {"[host]\nisolated=no\n", true, false, 20000},
+        {"[Host]\nIsolated=TRUE\nTimeLimitSeconds=2.5\n", true, true, 2500},
+        {"[Host]\nTimeLimitSeconds=0.001\n", true, true, 1},
+        {"[Host]\nTimeLimitSeconds=86400\n", true, true, 86400000},
+        {"[Host]\nIsolated=\nTimeLimitSeconds=\n", true, true, 20000},
+        {"[Host]\nIsolated=2\n", false, true, 20000},
+        {"[Host]\nTimeLimitSeconds=0\n", false, true, 20000},
+        {"[Host]\nTimeLimitSeconds=-1\n", false, true, 20000},
+        {"[Host]\nTimeLimitSeconds=86401\n", false, true, 20000},
+        {"[Host]\nTimeLimitSeconds=nan\n", false, true, 20000},
+        {"[Host]\nTimeLimitSeconds=5s\n", false, true, 20000},
+    };
+    for (const Case& c : cases) {
+        IsolationSettings settings;
+        std::string reason;
+        EXPECT_EQ(settings.readText(c.text, reason), c.ok) << c.text;
+        EXPECT_EQ(reason.empty(), c.ok) << c.text;
+        if (c.ok) {
+            EXPECT_EQ(settings.isolated, c.isolated) << c.text;
+            EXPECT_EQ(settings.timeLimit.count(), c.milliseconds) << c.text;
+        }
+    }
+}
+
+} // namespace

@@ -1,0 +1,171 @@
+// A plug-in that crashes, hangs or talks nonsense costs one decode: the calling process goes on,
+// the decode gets the code of what happened and no symbols, and the decodes around it are right.
+#include "IsolationSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <signal.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <sstream>
+
+using namespace isolationtest;
+
+namespace {
+
+class IsolatedFaults : public ::testing::Test {
+protected:
+    void SetUp() override { handle_ = load(faultyPlugin(), faultySettings()); }
+    void TearDown() override { ZyrReader_DestroyCachedData(); }
+
+    // The one host this test runs; fails the test when there is not exactly one.
+    pid_t onlyHost() {
+        const std::vector<pid_t> hosts = hostChildren(getpid());
+        EXPECT_EQ(hosts.size(), 1u);
+        return hosts.empty() ? -1 : hosts[0];
+    }
+
+    uint64_t handle_ = 0;
+};
+
+struct FaultCase {
+    const char* what;
+    Fault fault;
+    int32_t expected;
+    bool newHost; // the host had to go
+};
+
+const FaultCase kFaults[] = {
+    {"abort", Abort, ZYR_ERR_PLUGIN_CRASHED, true},
+    {"segmentation fault", Segfault, ZYR_ERR_PLUGIN_CRASHED, true},
+    {"exit", Exit, ZYR_ERR_PLUGIN_CRASHED, true},
+    {"hang past the time limit", Hang, ZYR_ERR_PLUGIN_TIMEOUT, true},
+    {"junk on the host's socket", JunkReply, ZYR_ERR_PLUGIN_DECODE, true},
+    {"malformed symbols, unknown code", Garbage, ZYR_ERR_PLUGIN_DECODE, false},
+};
+
+TEST_F(IsolatedFaults, EachFaultGetsItsCodeAndTheDecodesAroundItAreRight) {
+    uint32_t seed = 1;
+    for (const FaultCase& c : kFaults) {
+        SCOPED_TRACE(c.what);
+        const TestImage before(64, 48, ZYR_PIXEL_GREY8, None, seed++);
+        const TestImage faulty(64, 48, ZYR_PIXEL_GREY8, c.fault, seed++);
+        const TestImage after(80, 20, ZYR_PIXEL_RGB24, None, seed++);
+
+        const Decoded first = decode(handle_, before.image());
+        EXPECT_EQ(first.result, ZYR_OK);
+        EXPECT_EQ(first.texts, std::vector<std::string>{before.expectedText()});
+        const pid_t host = onlyHost();
+
+        const Decoded failed = decode(handle_, faulty.image());
+        EXPECT_EQ(failed.result, c.expected) << ZyrReader_ErrorText(failed.result);
+        EXPECT_TRUE(failed.texts.empty());
+
+        const Decoded next = decode(handle_, after.image());
+        EXPECT_EQ(next.result, ZYR_OK);
+        EXPECT_EQ(next.texts, std::vector<std::string>{after.expectedText()});
+        EXPECT_EQ(onlyHost() != host, c.newHost);
+        if (c.newHost) {
+            EXPECT_FALSE(unreapedChild(host)) << "the old host was left unreaped";
+        }
+    }
+}
+
+TEST_F(IsolatedFaults, HundredImagesWithEveryTenthKillingThePluginGiveHundredResults) {
+    const Fault killers[] = {Abort, Exit, Segfault};
+    std::vector<TestImage> images;
+    for (int i = 0; i < 100; ++i) {
+        const bool kills = i % 10 == 9;
+        images.emplace_back(40 + i, 30 + i % 7, ZYR_PIXEL_GREY8, kills ? killers[(i / 10) % 3] : None,
+                            uint32_t(1000 + i));
+    }
+    std::vector<Decoded> results;
+    for (const TestImage& image : images)
+        results.push_back(decode(handle_, image.image()));
+
+    ASSERT_EQ(results.size(), 100u);
+    int good = 0;
+    for (int i = 0; i < 100; ++i) {
+        if (i % 10 == 9) {
+            EXPECT_EQ(results[size_t(i)].result, ZYR_ERR_PLUGIN_CRASHED) << "image " << i;
+            EXPECT_TRUE(results[size_t(i)].texts.empty()) << "image " << i;
+        } else if (results[size_t(i)].result == ZYR_OK &&
+                   results[size_t(i)].texts == std::vector<std::string>{images[size_t(i)].expectedText()}) {
+            ++good;
+        } else {
+            ADD_FAILURE() << "image " << i << ": result " << results[size_t(i)].result;
+        }
+    }
+    EXPECT_EQ(good, 90);
+    // The last image killed the host too; none of the ten may be left as a zombie.
+    EXPECT_TRUE(hostChildren(getpid()).empty());
+}
+
+TEST_F(IsolatedFaults, SymbolsKeepTheCallbackContract) {
+    const TestImage image(33, 17, ZYR_PIXEL_BGRA32, SomeGarbage, 77, 5);
+    const Decoded decoded = decode(handle_, image.image());
+    EXPECT_EQ(decoded.result, ZYR_OK);
+    // The malformed reports around the good one are dropped, as in the plug-in's own process.
+    EXPECT_EQ(decoded.texts, std::vector<std::string>{image.expectedText()});
+    EXPECT_TRUE(decoded.onCallingThread);
+    EXPECT_TRUE(decoded.inOrder);
+    EXPECT_TRUE(decoded.deliveredBeforeReturn);
+}
+
+TEST_F(IsolatedFaults, ImagesOfEverySizeArriveWhole) {
+    // Padded rows, and sizes that make the shared memory grow and then be reused smaller.
+    const TestImage images[] = {
+        {7, 3, ZYR_PIXEL_GREY8, None, 1, 9},     {2480, 3508, ZYR_PIXEL_GREY8, None, 2},
+        {640, 480, ZYR_PIXEL_RGB24, None, 3, 1}, {1200, 1700, ZYR_PIXEL_BGRA32, None, 4, 12},
+        {1, 1, ZYR_PIXEL_GREY8, None, 5},
+    };
+    for (const TestImage& image : images) {
+        const Decoded decoded = decode(handle_, image.image());
+        EXPECT_EQ(decoded.result, ZYR_OK);
+        EXPECT_EQ(decoded.texts, std::vector<std::string>{image.expectedText()});
+    }
+}
+
+TEST_F(IsolatedFaults, ALargeSymbolComesBackByteForByte) {
+    const TestImage image(16, 16, ZYR_PIXEL_GREY8, LargeSymbol, 3);
+    const Decoded decoded = decode(handle_, image.image());
+    ASSERT_EQ(decoded.result, ZYR_OK);
+    ASSERT_EQ(decoded.texts.size(), 1u);
+    ASSERT_EQ(decoded.texts[0].size(), kLargeSymbolBytes);
+    size_t wrong = 0;
+    for (size_t i = 0; i < kLargeSymbolBytes; ++i)
+        wrong += uint8_t(decoded.texts[0][i]) != uint8_t(i * 7 + i / 251);
+    EXPECT_EQ(wrong, 0u);
+}
+
+TEST_F(IsolatedFaults, AHostKilledWhileIdleIsReplacedWithoutAFailedDecode) {
+    const TestImage image(50, 50, ZYR_PIXEL_GREY8, None, 9);
+    ASSERT_EQ(decode(handle_, image.image()).result, ZYR_OK);
+    const pid_t host = onlyHost();
+    ASSERT_EQ(kill(host, SIGKILL), 0);
+    ASSERT_TRUE(waitEnded(host, 5000));
+    const Decoded decoded = decode(handle_, image.image());
+    EXPECT_EQ(decoded.result, ZYR_OK);
+    EXPECT_EQ(decoded.texts, std::vector<std::string>{image.expectedText()});
+    EXPECT_NE(onlyHost(), host);
+}
+
+TEST_F(IsolatedFaults, TheLogSaysHowTheHostEnded) {
+    const std::string log = testing::TempDir() + "isolation.log";
+    std::remove(log.c_str());
+    ASSERT_EQ(ZyrReader_InitialiseLogging(true, 3, ZYR_LOG_ALL, log.c_str()), ZYR_OK);
+    EXPECT_EQ(decode(handle_, TestImage(8, 8, ZYR_PIXEL_GREY8, Abort, 1).image()).result,
+              ZYR_ERR_PLUGIN_CRASHED);
+    EXPECT_EQ(decode(handle_, TestImage(8, 8, ZYR_PIXEL_GREY8, Hang, 2).image()).result,
+              ZYR_ERR_PLUGIN_TIMEOUT);
+    ZyrReader_InitialiseLogging(false, 0, 0, nullptr);
+    std::ifstream file(log);
+    std::stringstream text;
+    text << file.rdbuf();
+    EXPECT_NE(text.str().find("killed by signal " + std::to_string(SIGABRT)), std::string::npos)
+        << text.str();
+    EXPECT_NE(text.str().find("time limit of 1000 ms"), std::string::npos) << text.str();
+}
+
+} // namespace

@@ -1,0 +1,167 @@
+#include "IsolationSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <dirent.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <fstream>
+#include <sstream>
+#include <thread>
+
+namespace isolationtest {
+
+std::string faultyPlugin() {
+    return std::string(ISOLATION_FIXTURE_DIR) + "/KVDECODE_Faulty.so";
+}
+std::string faultySettings() {
+    return std::string(ISOLATION_FIXTURE_DIR) + "/#KVDECODE_Faulty.ini";
+}
+std::string pluginPath(const std::string& name) {
+    return std::string(GLYPHOR_PLUGIN_DIR) + "/KVDECODE_" + name + ".so";
+}
+std::string settingsPath(const std::string& name) {
+    return std::string(GLYPHOR_PLUGIN_DIR) + "/#KVDECODE_" + name + ".ini";
+}
+std::string hostExecutable() {
+    return ZYR_PLUGIN_HOST_PATH;
+}
+
+std::string writeSettings(const std::string& name, const std::string& text) {
+    const std::string path = testing::TempDir() + name;
+    std::ofstream(path, std::ios::binary) << text;
+    return path;
+}
+
+TestImage::TestImage(int32_t width, int32_t height, int32_t format, uint8_t fault, uint32_t seed,
+                     int32_t padding) {
+    const int32_t pixelSize = format == ZYR_PIXEL_GREY8 ? 1 : format == ZYR_PIXEL_RGB24 ? 3 : 4;
+    const int32_t stride = width * pixelSize + padding;
+    pixels.resize(size_t(stride) * size_t(height));
+    uint32_t state = seed * 2654435761u + 1;
+    for (uint8_t& byte : pixels) {
+        state = state * 1664525u + 1013904223u;
+        byte = uint8_t(state >> 24);
+    }
+    pixels[0] = fault;
+    if (fault == None && pixels.size() > 1)
+        pixels[0] = uint8_t(pixels[1] < 128 ? 1 : 200); // anything but a fault letter
+    image_.Width = width;
+    image_.Height = height;
+    image_.Stride = stride;
+    image_.PixelFormat = format;
+    image_.Pixels = pixels.data();
+}
+
+std::string TestImage::expectedText() const {
+    const int32_t row = image_.Width * (image_.PixelFormat == ZYR_PIXEL_GREY8   ? 1
+                                        : image_.PixelFormat == ZYR_PIXEL_RGB24 ? 3
+                                                                                : 4);
+    uint32_t sum = 0;
+    for (int32_t y = 0; y < image_.Height; ++y)
+        for (int32_t x = 0; x < row; ++x)
+            sum += pixels[size_t(y) * size_t(image_.Stride) + size_t(x)];
+    return std::to_string(image_.Width) + "x" + std::to_string(image_.Height) + " " + std::to_string(sum);
+}
+
+namespace {
+
+struct Collector {
+    Decoded* decoded;
+    std::thread::id thread;
+    bool returned = false;
+};
+
+void collect(void* context, int32_t tag, int32_t index, int32_t count, const ZyrSymbolResult* symbol) {
+    auto* c = static_cast<Collector*>(context);
+    Decoded& d = *c->decoded;
+    if (std::this_thread::get_id() != c->thread)
+        d.onCallingThread = false;
+    if (c->returned)
+        d.deliveredBeforeReturn = false;
+    if (tag != 5 || index != int32_t(d.texts.size()) || count <= index)
+        d.inOrder = false;
+    d.texts.emplace_back(reinterpret_cast<const char*>(symbol->Data), size_t(symbol->DataLength));
+    ZyrReader_DestroyCachedObject(symbol);
+}
+
+} // namespace
+
+Decoded decode(uint64_t handle, const ZyrImage* image) {
+    Decoded decoded;
+    Collector collector{&decoded, std::this_thread::get_id()};
+    decoded.result =
+        ZyrReader_ImagePluginDecode(true, handle, image, "", 1, "", collect, &collector, 5, 0, 0);
+    collector.returned = true;
+    return decoded;
+}
+
+uint64_t load(const std::string& plugin, const std::string& settings) {
+    uint64_t handle = 0;
+    const int32_t result = ZyrReader_ImagePluginLoad(plugin.c_str(), settings.c_str(), &handle, 0);
+    EXPECT_EQ(result, ZYR_OK) << plugin << " with " << settings << ": " << ZyrReader_ErrorText(result);
+    return handle;
+}
+
+namespace {
+
+// Fields of /proc/<pid>/stat after the command: state, then the parent's pid.
+bool readStat(pid_t pid, std::string& command, char& state, pid_t& parent) {
+    std::ifstream file("/proc/" + std::to_string(pid) + "/stat");
+    std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    const size_t open = text.find('('), close = text.rfind(')');
+    if (open == std::string::npos || close == std::string::npos)
+        return false;
+    command = text.substr(open + 1, close - open - 1);
+    std::istringstream rest(text.substr(close + 1));
+    long parentId = 0;
+    rest >> state >> parentId;
+    parent = pid_t(parentId);
+    return bool(rest);
+}
+
+} // namespace
+
+std::vector<pid_t> hostChildren(pid_t parent) {
+    std::vector<pid_t> found;
+    DIR* proc = opendir("/proc");
+    if (!proc)
+        return found;
+    while (dirent* entry = readdir(proc)) {
+        const pid_t pid = pid_t(std::atol(entry->d_name));
+        std::string command;
+        char state = 0;
+        pid_t itsParent = 0;
+        // The kernel keeps the first 15 characters of the name.
+        if (pid > 0 && readStat(pid, command, state, itsParent) && itsParent == parent &&
+            std::string("zyrreader-pluginhost").compare(0, command.size(), command) == 0)
+            found.push_back(pid);
+    }
+    closedir(proc);
+    return found;
+}
+
+bool ended(pid_t pid) {
+    std::string command;
+    char state = 0;
+    pid_t parent = 0;
+    return !readStat(pid, command, state, parent) || state == 'Z' || state == 'X';
+}
+
+bool waitEnded(pid_t pid, int limitMs) {
+    for (int waited = 0; waited < limitMs; waited += 10) {
+        if (ended(pid))
+            return true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return ended(pid);
+}
+
+bool unreapedChild(pid_t pid) {
+    siginfo_t info{};
+    return waitid(P_PID, id_t(pid), &info, WEXITED | WNOHANG | WNOWAIT) == 0;
+}
+
+} // namespace isolationtest
