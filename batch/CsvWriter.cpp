@@ -1,11 +1,12 @@
 #include "CsvWriter.h"
 
+#include "DecodeStatus.h"
 #include "SymbologyNames.h"
 #include "TextEncoding.h"
 
 void CsvWriter::Begin() {
     // CR LF line ends, as RFC 4180 has them.
-    m_out << "File name,Plugin,Img Process,Time,Results,Symbology,ECI,Symbols,Length,Data (base64)"
+    m_out << "File name,Plugin,Img Process,Time,Results,Symbology,ECI,Symbols,Length,Data (base64),Status"
           << (m_expect ? ",Expected\r\n" : "\r\n");
 }
 
@@ -13,10 +14,11 @@ void CsvWriter::Row(const ImageInput& input, const BatchRow& row, std::optional<
     const bool any = !row.symbols.empty();
     m_out << TextEncoding::CsvField(input.display) << ',' << TextEncoding::CsvField(row.row.pluginName) << ','
           << TextEncoding::CsvField(row.row.imageProcess) << ',' << TextEncoding::CsvField(row.row.time)
-          << ',' << TextEncoding::CsvField(TextEncoding::Latin1ToUtf8(row.row.results)) << ','
+          << ',' << TextEncoding::CsvField(TextEncoding::Latin1ToUtf8(DecodeStatus::ResultsText(row.row))) << ','
           << (any ? TextEncoding::CsvField(SymbologyNames::Name(row.symbology)) : "") << ','
           << (any ? std::to_string(row.symbols.back().eci) : "") << ',' << row.symbols.size() << ','
-          << row.data.size() << ',' << TextEncoding::Base64(row.data);
+          << row.data.size() << ',' << TextEncoding::Base64(row.data) << ','
+          << TextEncoding::CsvField(DecodeStatus::Name(row.row.decodeCode));
     if (m_expect) {
         m_out << ',' << (verdict ? ExpectationCheck::Name(*verdict) : "");
     }

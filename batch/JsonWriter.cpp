@@ -1,5 +1,6 @@
 #include "JsonWriter.h"
 
+#include "DecodeStatus.h"
 #include "SymbologyNames.h"
 #include "TextEncoding.h"
 
@@ -25,7 +26,8 @@ void JsonWriter::Row(const ImageInput& input, const BatchRow& row, std::optional
     m_out << "    {\"file\": " << Utf8(input.display) << ", \"path\": " << Utf8(input.path)
           << ", \"plugin\": " << Utf8(row.row.pluginName)
           << ", \"imgProcess\": " << Latin1(row.row.imageProcess) << ", \"time\": " << Latin1(row.row.time)
-          << ", \"results\": " << Latin1(row.row.results)
+          << ", \"results\": " << Latin1(DecodeStatus::ResultsText(row.row))
+          << ", \"status\": \"" << DecodeStatus::Name(row.row.decodeCode) << '"'
           << ", \"symbology\": " << (any ? Utf8(SymbologyNames::Name(row.symbology)) : "null")
           << ", \"eci\": " << (any ? std::to_string(row.symbols.back().eci) : "null")
           << ", \"length\": " << row.data.size() << ", \"data\": \"" << TextEncoding::Base64(row.data)

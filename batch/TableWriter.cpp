@@ -1,5 +1,6 @@
 #include "TableWriter.h"
 
+#include "DecodeStatus.h"
 #include "TextEncoding.h"
 
 #include <algorithm>
@@ -49,7 +50,7 @@ void TableWriter::Begin() {
 void TableWriter::Row(const ImageInput& input, const BatchRow& row, std::optional<Verdict>) {
     WriteLine(TextEncoding::TableText(input.display, false),
               TextEncoding::TableText(row.row.pluginName, false), row.row.imageProcess, row.row.time,
-              TextEncoding::TableText(row.row.results, true));
+              TextEncoding::TableText(DecodeStatus::ResultsText(row.row), true));
     m_out.flush();
 }
 

@@ -35,11 +35,11 @@ void DecodeRunner::Run(const ZyrImage* image, int32_t side) {
         s.dataReceived = false;
         // Only the library call is timed.
         const auto start = std::chrono::steady_clock::now();
-        ZyrReader_ImagePluginDecode(true, plugin.handle, image, "", number, "", &DecodeRunner::Callback, this,
-                                    number, 0, 0);
+        const int32_t code = ZyrReader_ImagePluginDecode(true, plugin.handle, image, "", number, "",
+                                                         &DecodeRunner::Callback, this, number, 0, 0);
         const auto end = std::chrono::steady_clock::now();
         const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(end - start).count();
-        s.results.Finish(record, Milliseconds(ms));
+        s.results.Finish(record, Milliseconds(ms), code);
         s.stats.totalDecodeMs += static_cast<uint32_t>(ms);
         s.view.PostShowNextResult();
         if (s.dataReceived && fromCamera) {

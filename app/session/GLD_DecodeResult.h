@@ -13,4 +13,5 @@ struct GLD_DecodeResult {
     std::string Time;               // "%dms" of the decode time
     std::string Results;            // last symbol's text, "%d bytes (eci=%d)", or "[NO DATA]"
     GLD_DecodeData* Data = nullptr; // owned by the decode data list, not by this record
+    int32_t DecodeCode = 0;         // what ZyrReader_ImagePluginDecode returned (ZyrReaderError)
 };

@@ -86,9 +86,10 @@ bool ResultStore::AttachSymbol(int32_t imageNumber, const ZyrSymbolResult& symbo
     return true;
 }
 
-void ResultStore::Finish(GLD_DecodeResult* record, const std::string& time) {
+void ResultStore::Finish(GLD_DecodeResult* record, const std::string& time, int32_t decodeCode) {
     std::lock_guard<std::mutex> lock(m_lock);
     record->Time = time;
+    record->DecodeCode = decodeCode;
     if (record->Data->isEmpty()) {
         record->Results = kNoData;
     }
@@ -103,6 +104,7 @@ std::optional<ResultRow> ResultStore::TakeNext() {
     ResultRow row;
     row.pluginName = record->PluginName;
     row.time = record->Time;
+    row.decodeCode = record->DecodeCode;
     if (record->Side != 0) {
         row.results = record->Side == 1 ? "Side Left: " : "Side Right: ";
     }

@@ -18,6 +18,7 @@ struct ResultRow {
     std::string imageProcess; // "%dms" of the last image-process time
     std::string time;
     std::string results; // with "Side Left: " / "Side Right: " in front for two-sided images
+    int32_t decodeCode = 0; // ZyrReaderError of the decode; the window shows only the results text
 };
 
 class ResultStore {
@@ -34,8 +35,8 @@ public:
     // matches (the symbol is then left alone).
     bool AttachSymbol(int32_t imageNumber, const ZyrSymbolResult& symbol);
 
-    // Sets a record's time text and, when nothing arrived, "[NO DATA]".
-    void Finish(GLD_DecodeResult* record, const std::string& time);
+    // Sets a record's time text, the decode's result code and, when nothing arrived, "[NO DATA]".
+    void Finish(GLD_DecodeResult* record, const std::string& time, int32_t decodeCode = ZYR_OK);
 
     // Takes the first pending record off the queue as a row (plug-in, time and results filled);
     // its data stays in the list.

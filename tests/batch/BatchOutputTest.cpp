@@ -99,8 +99,9 @@ TEST_F(BatchOutputTest, CsvCarriesTheExactBytesSymbologyAndEci) {
     ASSERT_EQ(run.status, 0) << run.err;
     const auto records = ParseCsv(run.out);
     ASSERT_EQ(records.size(), 7u);
-    const std::vector<std::string> header = {"File name", "Plugin", "Img Process", "Time",   "Results",
-                                             "Symbology", "ECI",    "Symbols",     "Length", "Data (base64)"};
+    const std::vector<std::string> header = {"File name", "Plugin",  "Img Process",   "Time",
+                                             "Results",   "Symbology", "ECI",         "Symbols",
+                                             "Length",    "Data (base64)", "Status"};
     EXPECT_EQ(records[0], header);
     struct Expected {
         const char* file;
@@ -126,6 +127,7 @@ TEST_F(BatchOutputTest, CsvCarriesTheExactBytesSymbologyAndEci) {
         EXPECT_EQ(r[5], e.symbology) << e.file;
         EXPECT_EQ(r[6], e.eci) << e.file;
         EXPECT_EQ(r[7], e.symbols) << e.file;
+        EXPECT_EQ(r[10], "ok") << e.file;
         const std::string bytes = Base64Decode(r[9]);
         EXPECT_EQ(r[8], std::to_string(bytes.size())) << e.file;
         if (std::string(e.file) == "two.png") {

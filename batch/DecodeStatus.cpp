@@ -1,0 +1,34 @@
+#include "DecodeStatus.h"
+
+#include "ZyrReaderLowLevelAPI.h"
+
+namespace {
+
+const std::string kNoData = "[NO DATA]";
+
+} // namespace
+
+const char* DecodeStatus::Name(int32_t decodeCode) {
+    switch (decodeCode) {
+    case ZYR_OK:
+        return "ok";
+    case ZYR_ERR_PLUGIN_CRASHED:
+        return "crashed";
+    case ZYR_ERR_PLUGIN_TIMEOUT:
+        return "timed out";
+    default:
+        return "failed";
+    }
+}
+
+std::string DecodeStatus::ResultsText(const ResultRow& row) {
+    const char* replacement = row.decodeCode == ZYR_ERR_PLUGIN_CRASHED   ? "[CRASHED]"
+                              : row.decodeCode == ZYR_ERR_PLUGIN_TIMEOUT ? "[TIMED OUT]"
+                                                                         : nullptr;
+    const std::string& text = row.results;
+    // Two-sided rows carry their side in front of the text.
+    if (!replacement || text.size() < kNoData.size() ||
+        text.compare(text.size() - kNoData.size(), kNoData.size(), kNoData) != 0)
+        return text;
+    return text.substr(0, text.size() - kNoData.size()) + replacement;
+}

@@ -1,0 +1,16 @@
+// How a decode ended, in the outputs. A plug-in whose process crashed or ran past its time limit
+// is reported as such, not as an image without symbols.
+#pragma once
+
+#include "ResultStore.h"
+
+#include <cstdint>
+#include <string>
+
+class DecodeStatus {
+public:
+    // "ok", "crashed", "timed out", or "failed" for any other error the decode returned.
+    static const char* Name(int32_t decodeCode);
+    // The row's results text, with "[CRASHED]" or "[TIMED OUT]" in place of "[NO DATA]".
+    static std::string ResultsText(const ResultRow& row);
+};
