@@ -1,7 +1,8 @@
 // What running a plug-in in its own process costs: KVDECODE_ZXing isolated against in-process, on
 // the generated samples (card-size images) and on A4 pages at 300 dpi with a card pasted on, in one
-// run. Each iteration decodes the whole set once; a third pair times the round trip alone on a
-// small blank image. The symbol count per iteration is checked against in-process decoding, so a
+// run. The paired benchmarks alternate the modes image by image and report the overhead; the others
+// decode the whole set once per iteration in one mode, and a third pair times the round trip alone
+// on a small blank image. The symbol count per iteration is checked against in-process decoding, so a
 // mode that loses symbols cannot look fast.
 #include "ImageFiles.h"
 #include "SampleCatalogue.h"
@@ -12,6 +13,7 @@
 #include <stdlib.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdio>
 #include <fstream>
 #include <map>
@@ -155,6 +157,46 @@ void decodeSet(benchmark::State& state, const std::vector<OwnedImage>& (*images)
     state.counters["images"] = double(images().size());
     state.counters["symbols"] = double(expected[&images()]);
 }
+
+// Both modes image by image, alternating which goes first, so that a change in the machine's load
+// during the run hits both alike; reports each mode's total and the overhead of isolation.
+void pairedSet(benchmark::State& state, const std::vector<OwnedImage>& (*images)()) {
+    static const uint64_t handles[2] = {loadZXing(false), loadZXing(true)};
+    using Clock = std::chrono::steady_clock;
+    Clock::duration spent[2] = {};
+    int64_t symbols[2] = {0, 0};
+    size_t turn = 0;
+    for (auto _ : state) {
+        for (const OwnedImage& image : images()) {
+            for (int k = 0; k < 2; ++k) {
+                const int mode = int((turn + size_t(k)) % 2);
+                const auto start = Clock::now();
+                if (ZyrReader_ImagePluginDecode(true, handles[mode], &image.image, "", 0, "", count,
+                                                &symbols[mode], 0, 0, 0) != ZYR_OK)
+                    symbols[mode] -= 1000000;
+                spent[mode] += Clock::now() - start;
+            }
+            ++turn;
+        }
+    }
+    if (symbols[0] != symbols[1])
+        state.SkipWithError("the modes found different symbols");
+    const double inProcess = std::chrono::duration<double, std::milli>(spent[0]).count();
+    const double isolated = std::chrono::duration<double, std::milli>(spent[1]).count();
+    const double decodes = double(state.iterations()) * double(images().size());
+    state.counters["in_process_ms_per_image"] = inProcess / decodes;
+    state.counters["isolated_ms_per_image"] = isolated / decodes;
+    state.counters["overhead_pct"] = (isolated / inProcess - 1) * 100;
+}
+
+void BM_Paired_Samples(benchmark::State& state) {
+    pairedSet(state, sampleImages);
+}
+void BM_Paired_A4Pages(benchmark::State& state) {
+    pairedSet(state, pageImages);
+}
+BENCHMARK(BM_Paired_Samples)->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(BM_Paired_A4Pages)->Unit(benchmark::kMillisecond)->Iterations(20);
 
 void BM_Samples_InProcess(benchmark::State& state) {
     decodeSet(state, sampleImages, false);
