@@ -15,13 +15,13 @@ namespace {
 
 class BatchCrashTest : public BatchFixture {
 protected:
-    // A plug-in folder holding only the misbehaving test plug-in, with a 1 s time limit, and
+    // A plug-in folder holding only the misbehaving test plug-in, with a 2 s time limit, and
     // images whose first pixel tells it what to do: a good one, one that aborts, one that hangs.
     std::string Prepare() {
         const fs::path plugins = m_dir / "plugins";
         fs::create_directories(plugins);
         fs::copy_file(FAULTY_PLUGIN_PATH, plugins / "KVDECODE_Faulty.so");
-        WriteFile((plugins / "#KVDECODE_Faulty.ini").string(), "[Host]\nTimeLimitSeconds=1\n");
+        WriteFile((plugins / "#KVDECODE_Faulty.ini").string(), "[Host]\nTimeLimitSeconds=2\n");
         WriteFile(Path("reader.ini"), "[Folders]\nPluginFolder=" + plugins.string() +
                                           "\nPluginSettingsFolder=" + plugins.string() +
                                           "\nApplicationFolder=" + m_dir.string() + "\n");

@@ -25,7 +25,7 @@ enum Fault : uint8_t {
 constexpr size_t kLargeSymbolBytes = 3 * 1024 * 1024;
 
 std::string faultyPlugin();   // KVDECODE_Faulty.so
-std::string faultySettings(); // its #KVDECODE_Faulty.ini (time limit 1 s)
+std::string faultySettings(); // its #KVDECODE_Faulty.ini (time limit 2 s)
 std::string pluginPath(const std::string& name);
 std::string settingsPath(const std::string& name);
 std::string hostExecutable();
