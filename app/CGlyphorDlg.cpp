@@ -1,5 +1,6 @@
 #include "CGlyphorDlg.h"
 
+#include "CAAMVADialog.h"
 #include "CAboutDlg.h"
 #include "CBitmapPicture.h"
 #include "CCancelDlg.h"
@@ -16,6 +17,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QListWidget>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
@@ -63,6 +65,16 @@ QString Bytes(const std::string& text) {
     return shown;
 }
 
+// The "AAMVA Data" dialog, without a parent, as the result actions use it.
+class AamvaDialogViewer : public AamvaViewer {
+public:
+    int32_t Parse(const uint8_t* bytes, int32_t length) override { return m_dialog.Parse(bytes, length); }
+    void ShowModal() override { m_dialog.exec(); }
+
+private:
+    CAAMVADialog m_dialog;
+};
+
 } // namespace
 
 CGlyphorDlg::CGlyphorDlg(QWidget* parent)
@@ -101,6 +113,8 @@ void CGlyphorDlg::BuildControls() {
     connect(Control<QCheckBox>(this, IDC_DARK_OBJECT_DETECT), &QCheckBox::clicked, this,
             &CGlyphorDlg::OnDarkObjectDetect);
     connect(m_pluginList, &QListWidget::itemSelectionChanged, this, &CGlyphorDlg::OnPluginSelectionChanged);
+    m_resultsList->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_resultsList, &QWidget::customContextMenuRequested, this, &CGlyphorDlg::OnResultsContextMenu);
 
     // There is no system menu to extend here: the About box is on F1 and the window's context menu.
     auto* about = new QAction(QStringLiteral("&About Glyphor..."), this);
@@ -308,6 +322,62 @@ void CGlyphorDlg::OnShowNextResult() {
     for (CBitmapPicture* picture : {m_picture, m_side1Picture, m_side2Picture}) {
         picture->update();
     }
+}
+
+bool CGlyphorDlg::BuildResultMenu(QMenu& menu, const QPoint& position) {
+    if (!m_resultsList->itemAt(position)) {
+        return false;
+    }
+    connect(menu.addAction(QStringLiteral("Parse as AAMVA Data...")), &QAction::triggered, this,
+            &CGlyphorDlg::OnParseAsAamva);
+    connect(menu.addAction(QStringLiteral("Save Data as Binary...")), &QAction::triggered, this,
+            &CGlyphorDlg::OnSaveDataAsBinary);
+    return true;
+}
+
+void CGlyphorDlg::OnResultsContextMenu(const QPoint& position) {
+    QMenu menu(this);
+    if (BuildResultMenu(menu, position)) {
+        menu.exec(m_resultsList->viewport()->mapToGlobal(position));
+    }
+}
+
+std::optional<GLD_DecodeData> CGlyphorDlg::SelectedResultData() const {
+    const int row = ResultActions::LastSelectedRow(m_resultsList->topLevelItemCount(), [this](int r) {
+        return m_resultsList->topLevelItem(r)->isSelected();
+    });
+    if (row < 0) {
+        return std::nullopt;
+    }
+    return m_session.results.DataAt(row);
+}
+
+void CGlyphorDlg::OnSaveDataAsBinary() {
+    m_resultActions.SaveDataAsBinary(SelectedResultData());
+}
+
+void CGlyphorDlg::OnParseAsAamva() {
+    m_resultActions.ParseAsAamva(SelectedResultData());
+}
+
+std::string CGlyphorDlg::AskBinarySavePath() {
+    QString path;
+    if (m_chooseSavePath) {
+        path = m_chooseSavePath();
+    } else {
+        // Asks before replacing an existing file; no extension is added.
+        QFileDialog dialog(this);
+        dialog.setAcceptMode(QFileDialog::AcceptSave);
+        dialog.setNameFilter(QStringLiteral("All Files (*)"));
+        if (dialog.exec() == QDialog::Accepted) {
+            path = dialog.selectedFiles().value(0);
+        }
+    }
+    return path.toLocal8Bit().toStdString();
+}
+
+std::unique_ptr<AamvaViewer> CGlyphorDlg::MakeAamvaViewer() {
+    return m_makeAamvaViewer ? m_makeAamvaViewer() : std::make_unique<AamvaDialogViewer>();
 }
 
 bool CGlyphorDlg::event(QEvent* e) {

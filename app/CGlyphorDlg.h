@@ -5,6 +5,7 @@
 #pragma once
 
 #include "CaptureCycle.h"
+#include "ResultActions.h"
 #include "SessionView.h"
 #include "TestSession.h"
 
@@ -18,10 +19,11 @@ class JobContext;
 class QCheckBox;
 class QLabel;
 class QListWidget;
+class QMenu;
 class QPushButton;
 class QTreeWidget;
 
-class CGlyphorDlg : public QDialog, public SessionView {
+class CGlyphorDlg : public QDialog, public SessionView, public ResultActionUi {
     Q_OBJECT
 public:
     using GLD_DecodeResult = ::GLD_DecodeResult;
@@ -32,6 +34,10 @@ public:
     // Runs the open-file dialog with the stored filter (1-based, 0 = first); on OK fills the
     // chosen paths and filter and returns true.
     using OpenFileChooser = std::function<bool(uint32_t& filterIndex, QStringList& paths)>;
+    // Runs the save dialog for a row's data; the chosen path, empty when cancelled.
+    using SavePathChooser = std::function<QString()>;
+    // Makes the viewer "Parse as AAMVA Data..." shows the record in.
+    using AamvaViewerFactory = std::function<std::unique_ptr<AamvaViewer>()>;
 
     explicit CGlyphorDlg(QWidget* parent = nullptr);
     ~CGlyphorDlg() override;
@@ -46,6 +52,8 @@ public:
 
     void SetMessagePresenter(MessagePresenter presenter) { m_presentMessage = std::move(presenter); }
     void SetOpenFileChooser(OpenFileChooser chooser) { m_chooseFiles = std::move(chooser); }
+    void SetSavePathChooser(SavePathChooser chooser) { m_chooseSavePath = std::move(chooser); }
+    void SetAamvaViewerFactory(AamvaViewerFactory factory) { m_makeAamvaViewer = std::move(factory); }
 
     // Handlers, public so that tests can drive them as a click would.
     void OnOpenImage();
@@ -58,6 +66,12 @@ public:
     void OnClearResults();
     void OnDarkObjectDetect();
     void OnAbout();
+    // Results rows: the context menu at a point of the list's viewport (false and left empty
+    // below the last row), its two commands, and the data they act on.
+    bool BuildResultMenu(QMenu& menu, const QPoint& position);
+    void OnSaveDataAsBinary();
+    void OnParseAsAamva();
+    std::optional<GLD_DecodeData> SelectedResultData() const;
     void UpdateStatistics();
     // Moves the check boxes' values into the session.
     void UpdateData();
@@ -79,6 +93,10 @@ public:
     void ShowMessage(MessageKind kind, const std::string& text) override;
     void UpdateButtons() override;
 
+    // ResultActionUi
+    std::string AskBinarySavePath() override;
+    std::unique_ptr<AamvaViewer> MakeAamvaViewer() override;
+
     // Open dialog filters, in the order their index counts.
     static QStringList OpenFilters();
 
@@ -95,12 +113,14 @@ private:
     void SyncPluginSelectionToList();
     void OnPluginSelectionChanged();
     void OnShowNextResult();
+    void OnResultsContextMenu(const QPoint& position);
     void PresentMessage(MessageKind kind, const QString& text);
     bool ChooseFilesWithDialog(uint32_t& filterIndex, QStringList& paths);
 
     QIcon m_icon;
     TestSession m_session;
     CaptureCycle m_capture{m_session};
+    ResultActions m_resultActions{*this, *this};
     CBitmapPicture* m_picture = nullptr;
     CBitmapPicture* m_side1Picture = nullptr;
     CBitmapPicture* m_side2Picture = nullptr;
@@ -112,4 +132,6 @@ private:
     int m_previousHeight = 0;
     MessagePresenter m_presentMessage;
     OpenFileChooser m_chooseFiles;
+    SavePathChooser m_chooseSavePath;
+    AamvaViewerFactory m_makeAamvaViewer;
 };

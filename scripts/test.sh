@@ -5,4 +5,8 @@ cd "$(dirname "$0")/.."
 bash scripts/setup.sh
 cmake --preset test >/dev/null
 cmake --build --preset test -j "$(nproc)"
+# A temporary folder of this run's own, so that two checkouts testing at once do not share files.
+TMPDIR="$(mktemp -d -t glyphor-tests-XXXXXX)"
+export TMPDIR TEST_TMPDIR="$TMPDIR"
+trap 'rm -rf "$TMPDIR"' EXIT
 ctest --preset test -j "$(nproc)"

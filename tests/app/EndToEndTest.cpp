@@ -1,6 +1,7 @@
 // The program with the real reader library, the built plug-ins and the generated samples: the
 // plug-ins are listed by name, and Decode Multi gives each sample image the row its expected
 // contents call for, with the decoded bytes kept exactly.
+#include "CAAMVADialog.h"
 #include "CGlyphorDlg.h"
 #include "ControlIds.h"
 #include "DialogBuilder.h"
@@ -10,6 +11,7 @@
 
 #include <QListWidget>
 #include <QTreeWidget>
+#include <functional>
 #include <set>
 
 using glyphor::samples::Sample;
@@ -182,6 +184,57 @@ private slots:
             }
         }
         qInfo("%d of %d sample images decoded by ZXing", decoded, int(samples.size()));
+    }
+
+    // The licence card's row: parsed by the real library into the AAMVA dialog, and saved as the
+    // exact bytes the plug-in decoded.
+    void licenceRowIsParsedShownExportedAndSaved() {
+        const Sample* card = glyphor::samples::findSample("aamva-pdf417");
+        QVERIFY(card);
+        const std::string payload = card->symbols.at(0).payload;
+        QTreeWidget* results = DecodeWith("Pdf417", {card});
+        QCOMPARE(results->topLevelItemCount(), 1);
+        results->topLevelItem(0)->setSelected(true);
+
+        QString surname, licence;
+        int fieldRows = 0;
+        dialog->SetAamvaViewerFactory([&] {
+            struct Viewer : AamvaViewer {
+                CAAMVADialog dialog;
+                std::function<void(CAAMVADialog&)> onShow;
+                int32_t Parse(const uint8_t* bytes, int32_t length) override {
+                    return dialog.Parse(bytes, length);
+                }
+                void ShowModal() override { onShow(dialog); }
+            };
+            auto viewer = std::make_unique<Viewer>();
+            viewer->onShow = [&](CAAMVADialog& shown) {
+                shown.show();
+                surname = QString::fromLatin1(shown.Result().Record()->Surname);
+                licence = QString::fromLatin1(shown.Result().Record()->LicenceNumber);
+                auto* fields =
+                    shown.findChild<QTreeWidget*>(CAAMVADialog::ControlName(CAAMVADialog::IDC_FIELDS));
+                fieldRows = fields ? fields->topLevelItem(CAAMVADialog::DataItemsGroup)->childCount() : 0;
+                shown.close();
+            };
+            return viewer;
+        });
+        std::vector<std::pair<MessageKind, QString>> messages;
+        dialog->SetMessagePresenter(
+            [&](MessageKind kind, const QString& text) { messages.emplace_back(kind, text); });
+        dialog->OnParseAsAamva();
+        QVERIFY2(messages.empty(), messages.empty() ? "" : qPrintable(messages[0].second));
+        QVERIFY(!surname.isEmpty());
+        QVERIFY(payload.find("DCS" + surname.toStdString()) != std::string::npos);
+        QVERIFY(payload.find("DAQ" + licence.toStdString()) != std::string::npos);
+        QVERIFY(fieldRows > 10);
+
+        const std::string saved = app.File("card.bin");
+        dialog->SetSavePathChooser([&] { return QString::fromStdString(saved); });
+        dialog->OnSaveDataAsBinary();
+        QCOMPARE(TempFolder::Read(saved), payload);
+        QCOMPARE(int(messages.size()), 1);
+        QCOMPARE(messages[0].second, QString::fromStdString("Successfully saved data to " + saved));
     }
 };
 

@@ -13,7 +13,9 @@ namespace {
 class ImageInputsTest : public testing::Test {
 protected:
     void SetUp() override {
-        m_root = fs::path(testing::TempDir()) / "image-inputs";
+        // One folder per test: ctest runs the tests of this suite side by side.
+        m_root = fs::path(testing::TempDir()) / "image-inputs" /
+                 testing::UnitTest::GetInstance()->current_test_info()->name();
         fs::remove_all(m_root);
         for (const char* file : {"b.png", "a.JPG", "notes.txt", "c.jpeg", "sub/z.bmp", "sub/deeper/y.png",
                                  "sub/readme.md", "other/x.png"}) {
