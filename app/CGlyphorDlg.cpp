@@ -316,11 +316,22 @@ void CGlyphorDlg::OnShowNextResult() {
         auto* item = new QTreeWidgetItem({Local(row->fileName), Local(row->pluginName),
                                           Local(row->imageProcess), Local(row->time), Bytes(row->results)});
         m_resultsList->addTopLevelItem(item);
-        m_resultsList->scrollToItem(item);
+        // Scrolling lays out the whole list, so rows shown in one burst scroll once, after the last.
+        if (!m_scrollPending) {
+            m_scrollPending = true;
+            QMetaObject::invokeMethod(this, &CGlyphorDlg::ScrollToLastResult, Qt::QueuedConnection);
+        }
     }
     UpdateStatistics();
     for (CBitmapPicture* picture : {m_picture, m_side1Picture, m_side2Picture}) {
         picture->update();
+    }
+}
+
+void CGlyphorDlg::ScrollToLastResult() {
+    m_scrollPending = false;
+    if (const int count = m_resultsList->topLevelItemCount()) {
+        m_resultsList->scrollToItem(m_resultsList->topLevelItem(count - 1));
     }
 }
 

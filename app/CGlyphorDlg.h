@@ -114,6 +114,7 @@ private:
     void OnPluginSelectionChanged();
     void OnShowNextResult();
     void OnResultsContextMenu(const QPoint& position);
+    void ScrollToLastResult();
     void PresentMessage(MessageKind kind, const QString& text);
     bool ChooseFilesWithDialog(uint32_t& filterIndex, QStringList& paths);
 
@@ -127,6 +128,7 @@ private:
     QListWidget* m_pluginList = nullptr;
     QTreeWidget* m_resultsList = nullptr;
     bool m_firstSizePending = true;
+    bool m_scrollPending = false;
     bool m_initialised = false;
     int m_previousWidth = 0;
     int m_previousHeight = 0;

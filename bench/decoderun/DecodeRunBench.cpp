@@ -102,34 +102,42 @@ void BM_DecodeMulti(benchmark::State& state) {
 }
 BENCHMARK(BM_DecodeMulti)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
 
-// Rows reach the list as in a run: a pending record and a posted "show next result" each.
-void AppendRows(CGlyphorDlg& dialog, int count) {
+// Rows reach the list as in a run: a pending record and a posted "show next result" each. In a
+// burst the window sees them all at once; one by one it handles each (and repaints) before the
+// next arrives, as when every decode takes longer than showing its row.
+void AppendRows(CGlyphorDlg& dialog, int count, bool oneByOne = false) {
     for (int i = 0; i < count; ++i) {
         GLD_DecodeResult* record = dialog.Session().results.Append(i, 0, "ZXing");
         dialog.Session().results.Finish(record, "3ms");
         dialog.PostShowNextResult();
+        if (oneByOne) {
+            QCoreApplication::processEvents();
+        }
     }
     QCoreApplication::sendPostedEvents();
 }
 
-// Time per row for the last thousand of 10,000 rows: flat when appending does not lay out the
-// whole list again.
-void BM_AppendRowsTo10000(benchmark::State& state) {
+// Time per row for the thousand rows after the first argument's count, in a burst (second
+// argument 0) or one by one (1).
+void BM_AppendThousandRowsAfter(benchmark::State& state) {
     for (auto _ : state) {
         state.PauseTiming();
         CGlyphorDlg dialog;
         dialog.OnInitDialog();
         dialog.show();
-        AppendRows(dialog, 9000);
+        AppendRows(dialog, int(state.range(0)));
         QCoreApplication::processEvents();
         state.ResumeTiming();
-        AppendRows(dialog, 1000);
+        AppendRows(dialog, 1000, state.range(1) != 0);
         QCoreApplication::processEvents();
     }
     state.counters["us_per_row"] = benchmark::Counter(
         1000.0 * state.iterations(), benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
-BENCHMARK(BM_AppendRowsTo10000)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_AppendThousandRowsAfter)
+    ->ArgsProduct({{0, 9000}, {0, 1}})
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(3);
 
 // One page of scrolling through 10,000 rows, painted.
 void BM_ScrollPageIn10000Rows(benchmark::State& state) {

@@ -16,6 +16,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTreeWidget>
 #include <map>
 #include <set>
@@ -413,6 +414,22 @@ private slots:
         QVERIFY(!dlg->Session().busy);
         QVERIFY(Button(IDC_DECODE_MULTI)->isEnabled());
         QVERIFY(dlg->findChildren<CCancelDlg*>().isEmpty());
+    }
+
+    // Rows arriving in a burst end with the last one in view, and the list scrolled only once.
+    void aBurstOfRowsEndsWithTheLastInView() {
+        Start();
+        int scrolls = 0;
+        connect(Results()->verticalScrollBar(), &QScrollBar::valueChanged, this, [&scrolls] { ++scrolls; });
+        for (int i = 0; i < 300; ++i) {
+            dlg->Session().results.Finish(dlg->Session().results.Append(i, 0, "A"), "1ms");
+            dlg->PostShowNextResult();
+        }
+        QCOMPARE(Results()->topLevelItemCount(), 0); // nothing shown until the events are handled
+        QTRY_COMPARE(Results()->topLevelItemCount(), 300);
+        QTRY_VERIFY(Results()->viewport()->rect().contains(
+            Results()->visualItemRect(Results()->topLevelItem(299)).bottomLeft()));
+        QCOMPARE(scrolls, 1);
     }
 
     void stopDialogIsHiddenForOneFile_data() {
