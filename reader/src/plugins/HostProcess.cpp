@@ -4,6 +4,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sched.h>
 #include <signal.h>
 #include <sys/socket.h>
 #include <sys/syscall.h>
@@ -116,6 +117,18 @@ std::string HostProcess::describe(int status) {
     if (WIFEXITED(status))
         return "exited with status " + std::to_string(WEXITSTATUS(status));
     return "ended with wait status " + std::to_string(status);
+}
+
+void HostProcess::moveToCallersProcessor() {
+    const int processor = sched_getcpu();
+    if (processor < 0 || processor == processor_ || reaped_)
+        return;
+    cpu_set_t only;
+    CPU_ZERO(&only);
+    CPU_SET(processor, &only);
+    // A refusal (a processor set the host may not use) leaves it where the system puts it.
+    if (sched_setaffinity(pid_, sizeof only, &only) == 0)
+        processor_ = processor;
 }
 
 } // namespace zyr

@@ -135,6 +135,7 @@ int32_t IsolatedPlugin::decode(const ZyrImage& image, const char* imageName,
     if (request.imageName.size() > kMaxHostText)
         return ZYR_ERR_BAD_ARGUMENT;
 
+    host_->moveToCallersProcessor();
     const auto deadline = FrameChannel::Clock::now() + timeLimit_;
     FrameChannel::Status status = host_->channel().send(HostDecode, encodeMessage(request));
     uint32_t type = 0;
