@@ -2,11 +2,9 @@
 
 #include "AAMVATextExport.h"
 #include "AAMVAXmlExport.h"
+#include "ResultActions.h"
 
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <limits>
 
 namespace fs = std::filesystem;
@@ -29,13 +27,9 @@ std::vector<std::string> ResultFileWriter::Write(const ImageInput& input, const 
         return errors;
     }
     const std::string binPath = base + ".bin";
-    {
-        std::ofstream out(binPath, std::ios::binary | std::ios::trunc);
-        out.write(row.data.data(), static_cast<std::streamsize>(row.data.size()));
-        out.close();
-        if (!out) {
-            errors.push_back("cannot write '" + binPath + "': " + std::strerror(errno));
-        }
+    const std::string failure = ResultActions::WriteFile(binPath, row.data.data(), row.data.size());
+    if (!failure.empty()) {
+        errors.push_back("cannot write '" + binPath + "': " + failure);
     }
     if (row.data.size() > static_cast<size_t>(std::numeric_limits<int32_t>::max()) ||
         m_parse.Parse(reinterpret_cast<const uint8_t*>(row.data.data()),

@@ -22,7 +22,7 @@ void ResultActions::SaveDataAsBinary(const std::optional<GLD_DecodeData>& data) 
     if (path.empty()) {
         return;
     }
-    const std::string failure = WriteFile(path, *data);
+    const std::string failure = WriteFile(path, data->str(), static_cast<size_t>(data->size()));
     if (!failure.empty()) {
         m_view.ShowMessage(MessageKind::Exclamation, "Cannot save data to " + path + ": " + failure);
         return;
@@ -45,13 +45,13 @@ void ResultActions::ParseAsAamva(const std::optional<GLD_DecodeData>& data) {
     viewer->ShowModal();
 }
 
-std::string ResultActions::WriteFile(const std::string& path, const StringBuffer& bytes) {
+std::string ResultActions::WriteFile(const std::string& path, const char* bytes, size_t length) {
     const int fd = ::open(path.c_str(), O_CREAT | O_WRONLY | O_TRUNC | O_CLOEXEC, 0666);
     if (fd < 0) {
         return std::strerror(errno);
     }
-    const char* next = bytes.str();
-    size_t left = static_cast<size_t>(bytes.size());
+    const char* next = bytes;
+    size_t left = length;
     std::string failure;
     while (left > 0) {
         const ssize_t written = ::write(fd, next, left);

@@ -53,8 +53,9 @@ public:
     static constexpr const char* kParseFailedFormat =
         "Cannot parse data. Check that it is in an AAMVA data format. Error code: %d";
 
-    // Creates or truncates path and writes the bytes; on failure returns why, else empty.
-    static std::string WriteFile(const std::string& path, const StringBuffer& bytes);
+    // Creates or truncates path and writes the bytes; on failure returns why, else empty. The
+    // window's "Save Data as Binary..." and glyphor-batch's result files both write this way.
+    static std::string WriteFile(const std::string& path, const char* bytes, size_t length);
 
 private:
     bool HasData(const std::optional<GLD_DecodeData>& data);

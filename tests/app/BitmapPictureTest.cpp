@@ -1,31 +1,17 @@
 // The picture view: loading through the reader's conversion, copies of reader images, painting,
 // saving by extension, and the context menu.
 #include "CBitmapPicture.h"
+#include "EncodedImages.h"
 #include "OffscreenMain.h"
 #include "ReaderDouble.h"
 #include "TempFolder.h"
 
-#include <QBuffer>
 #include <QMenu>
 #include <thread>
 
 namespace rd = readerdouble;
 
 namespace {
-
-QByteArray Encoded(const QImage& image, const char* format) {
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, format);
-    return bytes;
-}
-
-QImage Solid(int w, int h, QColor colour) {
-    QImage image(w, h, QImage::Format_RGB32);
-    image.fill(colour);
-    return image;
-}
 
 std::string Magic(const std::string& path) {
     return TempFolder::Read(path).substr(0, 4);

@@ -6,11 +6,11 @@
 #include "CGlyphorDlg.h"
 #include "ControlIds.h"
 #include "DialogBuilder.h"
+#include "EncodedImages.h"
 #include "OffscreenMain.h"
 #include "ReaderDouble.h"
 #include "TempFolder.h"
 
-#include <QBuffer>
 #include <QCheckBox>
 #include <QHeaderView>
 #include <QLabel>
@@ -63,16 +63,6 @@ const int kAllControls[] = {IDC_USE_VISIBLE_IMAGE,
                             IDC_SYMBOLS_COUNT,
                             IDC_AVERAGE_PROCESS_LABEL,
                             IDC_AVERAGE_PROCESS};
-
-std::string PngBytes(QColor colour) {
-    QImage image(16, 16, QImage::Format_RGB32);
-    image.fill(colour);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return bytes.toStdString();
-}
 
 } // namespace
 

@@ -4,11 +4,11 @@
 #include "CGlyphorDlg.h"
 #include "ControlIds.h"
 #include "DialogBuilder.h"
+#include "EncodedImages.h"
 #include "OffscreenMain.h"
 #include "ReaderDouble.h"
 #include "TempFolder.h"
 
-#include <QBuffer>
 #include <QListWidget>
 #include <QMenu>
 #include <QTreeWidget>
@@ -17,16 +17,6 @@
 namespace rd = readerdouble;
 
 namespace {
-
-std::string PngBytes() {
-    QImage image(8, 8, QImage::Format_RGB32);
-    image.fill(Qt::white);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return bytes.toStdString();
-}
 
 // Parses through the real dialog and, instead of running it, notes what it would show.
 class RecordingViewer : public AamvaViewer {
@@ -74,9 +64,9 @@ private:
         dlg->Session().executableFolder = folder->Path() + "/";
         dlg->SetMessagePresenter(
             [this](MessageKind kind, const QString& text) { messages.emplace_back(kind, text); });
-        const QStringList images = {QString::fromStdString(folder->Write("1.png", PngBytes())),
-                                    QString::fromStdString(folder->Write("2.png", PngBytes())),
-                                    QString::fromStdString(folder->Write("3.png", PngBytes()))};
+        const QStringList images = {QString::fromStdString(folder->Write("1.png", PngBytes(Qt::white))),
+                                    QString::fromStdString(folder->Write("2.png", PngBytes(Qt::white))),
+                                    QString::fromStdString(folder->Write("3.png", PngBytes(Qt::white)))};
         dlg->SetOpenFileChooser([images](uint32_t&, QStringList& paths) {
             paths = images;
             return true;
