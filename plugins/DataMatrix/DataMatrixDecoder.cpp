@@ -50,6 +50,9 @@ void DataMatrixDecoder::configure(SettingsReader& r) {
 }
 
 void DataMatrixDecoder::decode(const ZyrImage& image, SymbolSink& sink) {
+    // The smallest symbol is 10 modules square; libdmtx asserts on images of a pixel or two.
+    if (image.Width < 10 || image.Height < 10)
+        return;
     GreyImage grey(image);
     std::unique_ptr<DmtxImage, ImageDeleter> img(
         dmtxImageCreate(grey.data(), grey.width(), grey.height(), DmtxPack8bppK));
