@@ -106,9 +106,14 @@ int runThreadsProbe(const std::string& pluginPath, const std::string& settingsPa
     for (size_t t = 0; t < size_t(threads); ++t)
         for (size_t k = 0; k < images.size(); ++k)
             if (together[t][k].result != alone[k].result || together[t][k].symbols != alone[k].symbols) {
-                std::printf("fail %s: %zu symbols (%s) one at a time, %zu (%s) with %d instances at once\n",
-                            images[k].name().c_str(), alone[k].symbols.size(), resultText(alone[k].result).c_str(),
-                            together[t][k].symbols.size(), resultText(together[t][k].result).c_str(), threads);
+                const Decoded& a = alone[k];
+                const Decoded& b = together[t][k];
+                std::printf("fail %s: %zu symbols (%s) one at a time, %s with %d instances at once\n",
+                            images[k].name().c_str(), a.symbols.size(), resultText(a.result).c_str(),
+                            a.symbols.size() == b.symbols.size() && a.result == b.result
+                                ? "other symbols"
+                                : (std::to_string(b.symbols.size()) + " (" + resultText(b.result) + ")").c_str(),
+                            threads);
                 return 0;
             }
     std::printf("ok %d instances in one process decoded %zu images at once as they did one at a time\n", threads,

@@ -1,0 +1,149 @@
+// glyphor-plugin-check on the shipped plug-ins, which keep every rule, and on test plug-ins that
+// each break named rules, which it must name and nothing else.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <map>
+#include <set>
+#include <sstream>
+#include <sys/wait.h>
+
+namespace {
+
+struct CheckRun {
+    int status = -1;
+    std::string out;
+    std::map<std::string, std::string> verdicts; // rule -> pass, FAIL or skip
+};
+
+std::string quoted(const std::string& s) {
+    std::string q = "'";
+    for (char c : s)
+        q += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return q + "'";
+}
+
+CheckRun runChecker(const std::vector<std::string>& args) {
+    std::string command = quoted(PLUGIN_CHECK_PATH);
+    for (const std::string& a : args)
+        command += " " + quoted(a);
+    CheckRun run;
+    FILE* pipe = popen((command + " 2>&1").c_str(), "r");
+    if (!pipe)
+        return run;
+    char buffer[4096];
+    size_t got;
+    while ((got = fread(buffer, 1, sizeof buffer, pipe)) > 0)
+        run.out.append(buffer, got);
+    const int status = pclose(pipe);
+    run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    std::istringstream lines(run.out);
+    std::string line;
+    while (std::getline(lines, line)) {
+        std::istringstream words(line);
+        std::string rule, verdict;
+        if (words >> rule >> verdict && (verdict == "pass" || verdict == "FAIL" || verdict == "skip"))
+            run.verdicts[rule] = verdict;
+    }
+    return run;
+}
+
+std::set<std::string> failed(const CheckRun& run) {
+    std::set<std::string> rules;
+    for (const auto& [rule, verdict] : run.verdicts)
+        if (verdict == "FAIL")
+            rules.insert(rule);
+    return rules;
+}
+
+std::string tempFolder() {
+    const char* dir = std::getenv("TMPDIR");
+    return dir && *dir ? dir : "/tmp";
+}
+
+// Settings of the broken test plug-in that make it break the given rules.
+std::string brokenSettings(const std::string& breaks) {
+    const std::string path = tempFolder() + "/#KVDECODE_Broken-" + (breaks.empty() ? "none" : breaks) + ".ini";
+    std::ofstream(path) << "[Fixture]\nBreak=" << breaks << "\n[Host]\nIsolated=1\nTimeLimitSeconds=20\n";
+    return path;
+}
+
+const char* const kRules[] = {"exports",  "interface-version", "open",   "required-images", "image-settings",
+                              "decode",   "symbols",           "sample-contents", "time", "bad-images",
+                              "empty-images", "pixel-formats", "threads"};
+
+class ShippedPlugin : public ::testing::TestWithParam<const char*> {};
+
+TEST_P(ShippedPlugin, KeepsEveryRule) {
+    CheckRun run = runChecker({std::string(GLYPHOR_PLUGIN_DIR) + "/KVDECODE_" + GetParam() + ".so"});
+    EXPECT_EQ(run.status, 0) << run.out;
+    for (const char* rule : kRules)
+        EXPECT_EQ(run.verdicts[rule], "pass") << rule << "\n" << run.out;
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, ShippedPlugin, ::testing::Values("ZXing", "Pdf417", "QRCode", "DataMatrix", "ZBar"));
+
+struct BrokenCase {
+    const char* name;
+    const char* plugin; // "" = the broken test plug-in
+    const char* breaks;
+    std::vector<std::string> extraArgs;
+    std::set<std::string> failing;
+};
+
+class BrokenPlugin : public ::testing::TestWithParam<BrokenCase> {};
+
+TEST_P(BrokenPlugin, FailsExactlyTheRulesItBreaks) {
+    const BrokenCase& c = GetParam();
+    std::vector<std::string> args;
+    if (*c.plugin) {
+        args = {c.plugin, "--settings", brokenSettings("")};
+    } else {
+        args = {BROKEN_PLUGIN_PATH, "--settings", brokenSettings(c.breaks)};
+    }
+    args.insert(args.end(), c.extraArgs.begin(), c.extraArgs.end());
+    CheckRun run = runChecker(args);
+    EXPECT_EQ(run.status, c.failing.empty() ? 0 : 1) << run.out;
+    EXPECT_EQ(failed(run), c.failing) << run.out;
+    EXPECT_EQ(run.verdicts.size(), std::size(kRules)) << run.out;
+}
+
+const BrokenCase kBroken[] = {
+    {"NothingBroken", "", "", {}, {}},
+    {"NoExports", NOT_A_PLUGIN_PATH, "", {}, {"exports", "open"}},
+    {"OtherInterfaceVersion", WRONG_VERSION_PATH, "", {}, {"interface-version", "open"}},
+    {"RequiredImages", "", "required-images", {}, {"required-images", "image-settings"}},
+    {"ImageSettings", "", "image-settings", {}, {"image-settings"}},
+    {"Symbols", "", "symbols", {}, {"symbols", "sample-contents", "bad-images", "empty-images"}},
+    {"Misread", "", "misread", {}, {"sample-contents", "empty-images"}},
+    {"SharedBuffer", "", "threads", {}, {"threads", "sample-contents", "empty-images", "pixel-formats"}},
+    {"CrashOnStrips", "", "crash", {}, {"bad-images"}},
+    {"Slow", "", "slow", {"--max-ms", "200"}, {"time"}},
+};
+
+INSTANTIATE_TEST_SUITE_P(Each, BrokenPlugin, ::testing::ValuesIn(kBroken),
+                         [](const ::testing::TestParamInfo<BrokenCase>& info) { return info.param.name; });
+
+TEST(PluginCheckCommand, ChecksGivenImagesWithoutKnownContents) {
+    const std::string samples = GLYPHOR_SAMPLES_DIR;
+    CheckRun run = runChecker({std::string(GLYPHOR_PLUGIN_DIR) + "/KVDECODE_QRCode.so",
+                                     samples + "/qrcode-plain.png", samples + "/two-qrcode.png"});
+    EXPECT_EQ(run.status, 0) << run.out;
+    EXPECT_NE(run.out.find("2 images, 2 with symbols, 3 symbols"), std::string::npos) << run.out;
+    EXPECT_EQ(run.verdicts["sample-contents"], "skip") << run.out;
+}
+
+TEST(PluginCheckCommand, UsageErrorsAndUnreadableImagesExitWithTwo) {
+    const std::string plugin = std::string(GLYPHOR_PLUGIN_DIR) + "/KVDECODE_QRCode.so";
+    for (const std::vector<std::string>& args :
+         {std::vector<std::string>{}, {"--threads", "1", plugin}, {"--bogus", plugin}, {"/no/such/KVDECODE_X.so"},
+          {plugin, "/no/such/image.png"}}) {
+        CheckRun run = runChecker(args);
+        EXPECT_EQ(run.status, 2) << run.out;
+        EXPECT_TRUE(run.verdicts.empty()) << run.out;
+    }
+}
+
+} // namespace
