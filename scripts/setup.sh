@@ -11,6 +11,7 @@ packages=(
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   clang libclang-rt-dev
   libxml2-utils
+  dpkg-dev file
   xvfb xauth openbox xdotool imagemagick
 )
 
