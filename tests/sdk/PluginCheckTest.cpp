@@ -83,7 +83,8 @@ TEST_P(ShippedPlugin, KeepsEveryRule) {
         EXPECT_EQ(run.verdicts[rule], "pass") << rule << "\n" << run.out;
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, ShippedPlugin, ::testing::Values("ZXing", "Pdf417", "QRCode", "DataMatrix", "ZBar"));
+INSTANTIATE_TEST_SUITE_P(Each, ShippedPlugin, ::testing::Values("ZXing", "Pdf417", "QRCode", "DataMatrix", "ZBar"),
+                         [](const ::testing::TestParamInfo<const char*>& info) { return std::string(info.param); });
 
 struct BrokenCase {
     const char* name;
