@@ -137,8 +137,12 @@ AamvaName AamvaNameReader::read(const AamvaNameElements& e, AamvaRepairs* repair
                               static_cast<int>(part(value).size()), part(value).data());
     if ((name.forename.empty() || name.middle.empty()) && !clean(e.dct).empty())
         splitGivenNames(clean(e.dct), name);
-    if (name.forename.empty() && name.surname.find(',') != std::string::npos) {
-        // "LAST,FIRST,MIDDLE" in the family name element.
+    // "LAST,FIRST,MIDDLE" in the family name element; or "FIRST MIDDLE LAST" when the card has no
+    // other name element at all (a family name of several words comes with a first name).
+    const bool noOtherName =
+        AamvaText::trim(e.dac).empty() && AamvaText::trim(e.dct).empty() && AamvaText::trim(e.daa).empty();
+    if (name.forename.empty() && (name.surname.find(',') != std::string::npos ||
+                                  (noOtherName && name.surname.find(' ') != std::string::npos))) {
         const std::string full = name.surname;
         name.surname.clear();
         splitFullName(full, name);

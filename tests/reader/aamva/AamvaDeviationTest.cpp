@@ -584,6 +584,8 @@ std::vector<OffStandardCase> offStandardCases() {
          with(kHolder2020, {}), "version 5 header without a jurisdiction version"},
         {"FullNameInFamilyName", withoutNames(ex, "DCSSAMPLE,MICHAEL,JOHN"), kHolder2020,
          "full name taken apart from the family name"},
+        {"FullNameInFamilyNameReadingOrder", withoutNames(ex, "DCSMICHAEL JOHN SAMPLE"), kHolder2020,
+         "full name taken apart from the family name"},
         {"FullNameInReadingOrder", withoutNames(ex, "DAAMICHAEL JOHN SAMPLE"), kHolder2020,
          "DL is 272 bytes long"},
         {"NamesWithTrailingCommas",
