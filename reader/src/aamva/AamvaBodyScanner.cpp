@@ -97,7 +97,9 @@ std::size_t AamvaBodyScanner::readElement(AamvaBody& body, std::size_t at, bool 
         }
     }
     std::size_t end = at + 3;
-    while (end < data_.size() && !isSeparator(data_[end]) && !unopenedJurisdictionSubfileAt(end))
+    // The cheap test first: this loop runs over every byte of every value.
+    while (end < data_.size() && !isSeparator(data_[end]) &&
+           !(data_[end] == 'Z' && unopenedJurisdictionSubfileAt(end)))
         ++end;
     AamvaElement element;
     element.id = std::string(id);
@@ -142,6 +144,11 @@ AamvaBody AamvaBodyScanner::scan() {
 // subfile; some issuers glue one to a closing date too. Only where nothing else ended the subfile,
 // and in general only after a date, because "M" also ends ordinary values.
 void AamvaBodyScanner::removeTypedTerminators(AamvaBody& body) {
+    bool unterminated = false;
+    for (const AamvaSubfile& subfile : body.subfiles)
+        unterminated = unterminated || !subfile.terminated;
+    if (!unterminated)
+        return;
     const bool wedge =
         header_.terminatorTyped && data_.find('\r', header_.bodyStart) == std::string_view::npos;
     for (std::size_t i = 0; i < body.elements.size(); ++i) {

@@ -120,7 +120,6 @@ bool AamvaSubfileAudit::cut() const {
 }
 
 void AamvaSubfileAudit::noteDeviations(AamvaRepairs& repairs) const {
-    std::vector<bool> seen(header_.designators.size(), false);
     for (std::size_t i = 0; i < body_.subfiles.size(); ++i) {
         const AamvaSubfile& s = body_.subfiles[i];
         const char* type = s.type.c_str();
@@ -128,7 +127,6 @@ void AamvaSubfileAudit::noteDeviations(AamvaRepairs& repairs) const {
         if (d == nullptr) {
             repairs.note("subfile %s not declared in the header", type);
         } else {
-            seen[static_cast<std::size_t>(s.designator)] = true;
             const std::size_t at = typeAt(s) - (typeAt(s) >= header_.start ? header_.start : 0);
             if (d->offset < 0)
                 repairs.note("subfile %s at offset %zu, declared offset not a number", type, at);
@@ -144,9 +142,13 @@ void AamvaSubfileAudit::noteDeviations(AamvaRepairs& repairs) const {
         if (!s.terminated)
             repairs.note("subfile %s without a segment terminator", type);
     }
-    for (std::size_t i = 0; i < seen.size(); ++i)
-        if (!seen[i])
+    for (std::size_t i = 0; i < header_.designators.size(); ++i) {
+        bool found = false;
+        for (const AamvaSubfile& s : body_.subfiles)
+            found = found || s.designator == static_cast<int>(i);
+        if (!found)
             repairs.note("subfile %s declared but absent", header_.designators[i].type.c_str());
+    }
 }
 
 } // namespace zyr
