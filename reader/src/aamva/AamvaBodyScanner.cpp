@@ -4,8 +4,8 @@
 
 namespace zyr {
 
-AamvaBodyScanner::AamvaBodyScanner(std::string_view data, const AamvaHeader& header)
-    : data_(data), header_(header), designatorUsed_(header.designators.size(), false) {}
+AamvaBodyScanner::AamvaBodyScanner(std::string_view data, const AamvaHeader& header, AamvaRepairs& repairs)
+    : data_(data), header_(header), repairs_(repairs), designatorUsed_(header.designators.size(), false) {}
 
 bool AamvaBodyScanner::isSeparator(char c) const {
     return c == '\n' || c == '\r' || c == header_.elementSeparator || c == header_.segmentTerminator;
@@ -38,7 +38,21 @@ bool AamvaBodyScanner::subfileStartAt(std::size_t at) const {
 // A jurisdiction subfile glued to the last value ("...DDB09212009MZIZIC457"), recognised only
 // for a type the header announced and that has not been seen yet.
 bool AamvaBodyScanner::unopenedJurisdictionSubfileAt(std::size_t at) const {
-    return data_[at] == 'Z' && subfileStartAt(at) && unusedDesignator(data_.substr(at, 2)) >= 0;
+    return data_[at] == 'Z' && ((subfileStartAt(at) && unusedDesignator(data_.substr(at, 2)) >= 0) ||
+                                declaredJurisdictionElementAt(at));
+}
+
+// "...DDD1ZVA01": the first element of an announced jurisdiction subfile, without the subfile's
+// type, glued to the last value; believed only within a few bytes of the declared offset.
+bool AamvaBodyScanner::declaredJurisdictionElementAt(std::size_t at) const {
+    if (!elementIdAt(at))
+        return false;
+    const int index = unusedDesignator(data_.substr(at, 2));
+    if (index < 0)
+        return false;
+    const int32_t offset = header_.designators[static_cast<std::size_t>(index)].offset;
+    const std::size_t declared = header_.start + static_cast<std::size_t>(offset < 0 ? 0 : offset);
+    return offset > 0 && at + 2 >= declared && at <= declared + 4;
 }
 
 int AamvaBodyScanner::unusedDesignator(std::string_view type) const {
@@ -83,7 +97,9 @@ std::size_t AamvaBodyScanner::readElement(AamvaBody& body, std::size_t at, bool 
         }
     }
     std::size_t end = at + 3;
-    while (end < data_.size() && !isSeparator(data_[end]) && !unopenedJurisdictionSubfileAt(end))
+    // The cheap test first: this loop runs over every byte of every value.
+    while (end < data_.size() && !isSeparator(data_[end]) &&
+           !(data_[end] == 'Z' && unopenedJurisdictionSubfileAt(end)))
         ++end;
     AamvaElement element;
     element.id = std::string(id);
@@ -120,7 +136,36 @@ AamvaBody AamvaBodyScanner::scan() {
         }
         p = readElement(body, p, newSubfile);
     }
+    removeTypedTerminators(body);
     return body;
+}
+
+// A keyboard-wedge scanner types each segment terminator as "M", glued to the last value of its
+// subfile; some issuers glue one to a closing date too. Only where nothing else ended the subfile,
+// and in general only after a date, because "M" also ends ordinary values.
+void AamvaBodyScanner::removeTypedTerminators(AamvaBody& body) {
+    bool unterminated = false;
+    for (const AamvaSubfile& subfile : body.subfiles)
+        unterminated = unterminated || !subfile.terminated;
+    if (!unterminated)
+        return;
+    const bool wedge =
+        header_.terminatorTyped && data_.find('\r', header_.bodyStart) == std::string_view::npos;
+    for (std::size_t i = 0; i < body.elements.size(); ++i) {
+        AamvaElement& e = body.elements[i];
+        AamvaSubfile& subfile = body.subfiles[static_cast<std::size_t>(e.subfile)];
+        const bool lastOfSubfile = i + 1 == body.elements.size() || body.elements[i + 1].subfile != e.subfile;
+        if (!lastOfSubfile || subfile.terminated || e.value.empty() || e.value.back() != 'M')
+            continue;
+        const bool afterDate =
+            e.value.size() == 9 && AamvaText::allDigits(std::string_view(e.value).substr(0, 8));
+        if (!wedge && !afterDate)
+            continue;
+        e.value.pop_back();
+        subfile.terminated = true;
+        repairs_.note("subfile %s ends with a terminator typed as M after %s", subfile.type.c_str(),
+                      e.id.c_str());
+    }
 }
 
 } // namespace zyr

@@ -7,6 +7,7 @@
 #include "AamvaHeader.h"
 #include "AamvaIssuerTable.h"
 #include "AamvaNameReader.h"
+#include "AamvaRepairs.h"
 #include "ZyrReaderLowLevelAPI.h"
 
 #include <string>
@@ -39,6 +40,7 @@ struct AamvaDocument {
     std::vector<const char*> elementNames; // descriptive name of each element of body
     AamvaIssuer issuer{AamvaIssuerTable::kUnknownIssuer, "", AamvaCountry::Unknown};
     AamvaIdentity identity;
+    AamvaRepairs repairs; // what was set right in off-standard data
 };
 
 } // namespace zyr

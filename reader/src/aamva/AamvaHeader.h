@@ -24,8 +24,9 @@ struct AamvaHeader {
     char elementSeparator = '\n'; // taken from the header when it is a control or punctuation byte
     char recordSeparator = 0;     // as found, 0 when missing
     char segmentTerminator = '\r';
-    std::string fileType; // "ANSI ", "AAMVA", or whatever variant the card wrote
-    std::string iin;      // six digits
+    bool terminatorTyped = false; // a keyboard-wedge scanner typed CR as "M" (Ctrl-M without Ctrl)
+    std::string fileType;         // "ANSI ", "AAMVA", or whatever variant the card wrote
+    std::string iin;              // six digits
     uint32_t version = AAMVA_NOT_PRESENT;
     uint32_t jurisdictionVersion = AAMVA_NOT_PRESENT; // not present in the 19-byte layout
     int32_t entryCount = -1;                          // -1 when the header has no readable count

@@ -3,6 +3,7 @@
 #include "AamvaText.h"
 
 #include <algorithm>
+#include <cstdio>
 
 namespace zyr {
 namespace {
@@ -58,6 +59,7 @@ bool AamvaHeaderReader::takePrefix(std::string_view data, std::size_t marker, Aa
             header.recordSeparator = data[a + 2];
         if (a + 3 < marker && usableSeparator(data[a + 3]))
             header.segmentTerminator = data[a + 3];
+        header.terminatorTyped = a + 1 < marker && AamvaText::toUpper(data[marker - 1]) == 'M';
         return true;
     }
     // Without a compliance indicator only blanks and control bytes may come first.
@@ -66,6 +68,29 @@ bool AamvaHeaderReader::takePrefix(std::string_view data, std::size_t marker, Aa
             return false;
     header.start = marker;
     return true;
+}
+
+void AamvaHeaderReader::notePrefix(std::string_view data, std::size_t marker, const AamvaHeader& header,
+                                   AamvaRepairs& repairs) {
+    if (header.start == 3 && data.substr(0, 3) == "\xEF\xBB\xBF")
+        repairs.note("byte order mark before the header skipped");
+    else if (header.start > 0)
+        repairs.note("%zu bytes before the header skipped", header.start);
+    if (header.complianceIndicator == 0) {
+        repairs.note("header without its compliance indicator and control bytes");
+        return;
+    }
+    const std::string_view controls = data.substr(header.start + 1, marker - header.start - 1);
+    if (controls == "\n\x1e\r")
+        return;
+    std::string shown = controls.empty() ? "none" : "";
+    for (std::size_t i = 0; i < controls.size() && i < 4; ++i) {
+        char hex[4];
+        std::snprintf(hex, sizeof hex, "%02X", static_cast<unsigned char>(controls[i]));
+        shown += (i ? " " : "") + std::string(hex);
+    }
+    repairs.note("header control bytes %s in place of 0A 1E 0D%s", shown.c_str(),
+                 header.terminatorTyped ? ": CR typed as M" : "");
 }
 
 bool AamvaHeaderReader::designatorAt(std::string_view data, std::size_t at, const AamvaHeader& header) {
@@ -98,7 +123,8 @@ bool AamvaHeaderReader::looksLikeCutHeader(std::string_view data) {
             AamvaText::equalsUpper(rest, std::string_view("AAMVA").substr(0, rest.size())));
 }
 
-int32_t AamvaHeaderReader::readFields(std::string_view data, std::size_t e, AamvaHeader& header) {
+int32_t AamvaHeaderReader::readFields(std::string_view data, std::size_t e, AamvaHeader& header,
+                                      AamvaRepairs& repairs) {
     const std::size_t size = data.size();
     for (std::size_t i = e; i < std::min(size, e + 6); ++i)
         if (!AamvaText::isDigit(data[i]))
@@ -128,9 +154,15 @@ int32_t AamvaHeaderReader::readFields(std::string_view data, std::size_t e, Aamv
         header.jurisdictionVersion =
             static_cast<uint32_t>(numberOr(data.substr(e + 8, 2), AAMVA_NOT_PRESENT));
         header.entryCount = static_cast<int32_t>(numberOr(data.substr(e + 10, 2), -1));
+        if (!newLayout)
+            repairs.note("version %u header with a jurisdiction version", header.version);
     } else if (designators == e + 10) {
         header.shortLayout = true;
         header.entryCount = static_cast<int32_t>(numberOr(data.substr(e + 8, 2), -1));
+        if (newLayout)
+            repairs.note("version %u header without a jurisdiction version", header.version);
+    } else {
+        repairs.note("header without an entry count");
     }
 
     // The count is not trusted either way: read every designator there is.
@@ -147,10 +179,12 @@ int32_t AamvaHeaderReader::readFields(std::string_view data, std::size_t e, Aamv
     if (countPromisesMore && size - p < 10)
         return ZYR_ERR_AAMVA_TRUNCATED;
     header.bodyStart = p;
+    if (header.entryCount >= 0 && header.entryCount != static_cast<int32_t>(header.designators.size()))
+        repairs.note("header counts %d subfiles and lists %zu", header.entryCount, header.designators.size());
     return ZYR_OK;
 }
 
-int32_t AamvaHeaderReader::read(std::string_view data, AamvaHeader& header) {
+int32_t AamvaHeaderReader::read(std::string_view data, AamvaHeader& header, AamvaRepairs& repairs) {
     header = AamvaHeader();
     const std::size_t last = std::min(data.size(), kLeadingBytes + 5);
     for (std::size_t m = 0; m < last; ++m) {
@@ -158,7 +192,14 @@ int32_t AamvaHeaderReader::read(std::string_view data, AamvaHeader& header) {
         if (length == 0 || !takePrefix(data, m, header))
             continue;
         header.fileType = std::string(data.substr(m, length));
-        return readFields(data, m + length, header);
+        notePrefix(data, m, header, repairs);
+        // A doubled space after the file type makes the header a byte long.
+        std::size_t fields = m + length;
+        while (fields < data.size() && fields < m + length + 2 && data[fields] == ' ')
+            ++fields;
+        if (fields > m + length)
+            repairs.note("%zu extra spaces after the file type", fields - m - length);
+        return readFields(data, fields, header, repairs);
     }
     return looksLikeCutHeader(data) ? ZYR_ERR_AAMVA_TRUNCATED : ZYR_ERR_NOT_AAMVA;
 }

@@ -5,6 +5,7 @@
 #define ZYR_AAMVA_HEADER_READER_H
 
 #include "AamvaHeader.h"
+#include "AamvaRepairs.h"
 
 #include <string_view>
 
@@ -14,7 +15,8 @@ class AamvaHeaderReader {
 public:
     // ZYR_OK, ZYR_ERR_NOT_AAMVA (no header where one must be) or ZYR_ERR_AAMVA_TRUNCATED (the
     // data ends inside the header or its designators).
-    static int32_t read(std::string_view data, AamvaHeader& header);
+    // Each deviation from the standard header is noted in repairs.
+    static int32_t read(std::string_view data, AamvaHeader& header, AamvaRepairs& repairs);
 
     // Leading bytes (scanner prefixes, byte order marks) tolerated before the header.
     static constexpr std::size_t kLeadingBytes = 64;
@@ -22,9 +24,12 @@ public:
 private:
     static std::size_t markerLength(std::string_view data, std::size_t at);
     static bool takePrefix(std::string_view data, std::size_t marker, AamvaHeader& header);
+    static void notePrefix(std::string_view data, std::size_t marker, const AamvaHeader& header,
+                           AamvaRepairs& repairs);
     static bool designatorAt(std::string_view data, std::size_t at, const AamvaHeader& header);
     static bool looksLikeCutHeader(std::string_view data);
-    static int32_t readFields(std::string_view data, std::size_t fieldsStart, AamvaHeader& header);
+    static int32_t readFields(std::string_view data, std::size_t fieldsStart, AamvaHeader& header,
+                              AamvaRepairs& repairs);
 };
 
 } // namespace zyr

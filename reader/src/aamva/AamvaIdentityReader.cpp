@@ -87,7 +87,7 @@ void AamvaIdentityReader::readAddress(AamvaIdentity& identity) const {
     identity.country = dcg.empty() ? AamvaIssuerTable::countryCode(issuer_.country) : std::string(dcg);
 }
 
-AamvaIdentity AamvaIdentityReader::read() const {
+AamvaIdentity AamvaIdentityReader::read(AamvaRepairs& repairs) const {
     AamvaIdentity identity;
     identity.licenceNumber = std::string(cleanValue("DAQ"));
     AamvaNameElements names;
@@ -99,7 +99,7 @@ AamvaIdentity AamvaIdentityReader::read() const {
     names.dcs = value("DCS");
     names.dct = value("DCT");
     names.dcu = value("DCU");
-    identity.name = AamvaNameReader::read(names);
+    identity.name = AamvaNameReader::read(names, &repairs);
     readSex(identity);
 
     const AamvaDateReader::Order order = dateOrder();

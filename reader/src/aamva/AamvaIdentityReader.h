@@ -5,6 +5,7 @@
 
 #include "AamvaDateReader.h"
 #include "AamvaDocument.h"
+#include "AamvaRepairs.h"
 
 #include <string_view>
 
@@ -14,7 +15,8 @@ class AamvaIdentityReader {
 public:
     AamvaIdentityReader(const AamvaHeader& header, const AamvaBody& body, const AamvaIssuer& issuer);
 
-    AamvaIdentity read() const;
+    // Names taken apart against the standard are noted in repairs.
+    AamvaIdentity read(AamvaRepairs& repairs) const;
 
     // Order the dates of this card are expected in.
     AamvaDateReader::Order dateOrder() const;

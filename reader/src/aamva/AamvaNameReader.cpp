@@ -12,13 +12,26 @@ std::string_view clean(std::string_view value) {
     return AamvaText::isPlaceholder(value) ? std::string_view() : value;
 }
 
+// One name, without the commas some cards leave after it ("SAMPLE,").
+std::string_view part(std::string_view value) {
+    value = clean(value);
+    while (!value.empty() && (value.back() == ',' || value.back() == ' '))
+        value.remove_suffix(1);
+    return value;
+}
+
+bool endsInComma(std::string_view value) {
+    value = AamvaText::trim(value);
+    return !value.empty() && value.back() == ',';
+}
+
 std::vector<std::string_view> splitOn(std::string_view text, std::string_view separators) {
     std::vector<std::string_view> parts;
     std::size_t from = 0;
     while (true) {
         const std::size_t at = text.find_first_of(separators, from);
         parts.push_back(
-            clean(text.substr(from, at == std::string_view::npos ? std::string_view::npos : at - from)));
+            part(text.substr(from, at == std::string_view::npos ? std::string_view::npos : at - from)));
         if (at == std::string_view::npos)
             return parts;
         from = at + 1;
@@ -100,9 +113,9 @@ void AamvaNameReader::splitGivenNames(std::string_view given, AamvaName& name) {
         parts = splitOn(given, ",");
     } else {
         const std::size_t space = given.find(' ');
-        parts.push_back(clean(given.substr(0, space)));
+        parts.push_back(part(given.substr(0, space)));
         if (space != std::string_view::npos)
-            parts.push_back(clean(given.substr(space + 1)));
+            parts.push_back(part(given.substr(space + 1)));
     }
     if (name.forename.empty())
         name.forename = std::string(parts[0]);
@@ -110,14 +123,32 @@ void AamvaNameReader::splitGivenNames(std::string_view given, AamvaName& name) {
         name.middle = joinWords(parts, 1, parts.size());
 }
 
-AamvaName AamvaNameReader::read(const AamvaNameElements& e) {
+AamvaName AamvaNameReader::read(const AamvaNameElements& e, AamvaRepairs* repairs) {
     AamvaName name;
-    name.surname = std::string(!clean(e.dcs).empty() ? clean(e.dcs) : clean(e.dab));
-    name.forename = std::string(clean(e.dac));
+    const std::string_view family = !clean(e.dcs).empty() ? e.dcs : e.dab;
+    name.surname = std::string(part(family));
+    name.forename = std::string(part(e.dac));
     name.middle = joinWords(splitOn(clean(e.dad), ","), 0, 64);
-    name.suffix = std::string(!clean(e.dcu).empty() ? clean(e.dcu) : clean(e.dae));
+    name.suffix = std::string(!part(e.dcu).empty() ? part(e.dcu) : part(e.dae));
+    if (repairs != nullptr)
+        for (std::string_view value : {family, e.dac, e.dad, e.dcu, e.dae})
+            if (endsInComma(value) && clean(value).size() > 1)
+                repairs->note("trailing comma after the name \"%.*s\" dropped",
+                              static_cast<int>(part(value).size()), part(value).data());
     if ((name.forename.empty() || name.middle.empty()) && !clean(e.dct).empty())
         splitGivenNames(clean(e.dct), name);
+    // "LAST,FIRST,MIDDLE" in the family name element; or "FIRST MIDDLE LAST" when the card has no
+    // other name element at all (a family name of several words comes with a first name).
+    const bool noOtherName =
+        AamvaText::trim(e.dac).empty() && AamvaText::trim(e.dct).empty() && AamvaText::trim(e.daa).empty();
+    if (name.forename.empty() && (name.surname.find(',') != std::string::npos ||
+                                  (noOtherName && name.surname.find(' ') != std::string::npos))) {
+        const std::string full = name.surname;
+        name.surname.clear();
+        splitFullName(full, name);
+        if (repairs != nullptr)
+            repairs->note("full name taken apart from the family name element");
+    }
     if ((name.surname.empty() || name.forename.empty()) && !clean(e.daa).empty())
         splitFullName(clean(e.daa), name);
 

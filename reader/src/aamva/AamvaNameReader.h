@@ -1,8 +1,11 @@
 // Assembles the card holder's name from whichever name elements the card has: the separate
 // elements of 2009 and later (DCS, DAC, DAD, DCU), the family and given names of 2003/2005 (DCS,
-// DCT), or the version 1 elements (DAB..DAE) with the full name (DAA) as the last resort.
+// DCT), or the version 1 elements (DAB..DAE) with the full name (DAA) as the last resort. Some
+// cards put the whole name in the family name element ("LAST,FIRST,MIDDLE").
 #ifndef ZYR_AAMVA_NAME_READER_H
 #define ZYR_AAMVA_NAME_READER_H
+
+#include "AamvaRepairs.h"
 
 #include <string>
 #include <string_view>
@@ -25,7 +28,9 @@ struct AamvaNameElements {
 
 class AamvaNameReader {
 public:
-    static AamvaName read(const AamvaNameElements& elements);
+    // Names taken apart against the standard (a full name in the family name element, trailing
+    // commas) are noted in repairs when given.
+    static AamvaName read(const AamvaNameElements& elements, AamvaRepairs* repairs = nullptr);
 
     // JR, SR, 1ST..9TH, II..IX.
     static bool isSuffix(std::string_view word);

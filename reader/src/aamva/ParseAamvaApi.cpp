@@ -9,8 +9,21 @@
 #include "core/ParseService.h"
 
 #include <new>
+#include <string>
 
 using namespace zyr;
+
+namespace {
+
+// Off-standard cards still parse; the detail log says what was set right in each.
+void logRepairs(const AamvaDocument& document) {
+    if (!Log::enabled(ZYR_LOG_PARSE, LogDetail))
+        return;
+    for (const std::string& line : document.repairs.lines())
+        Log::write(ZYR_LOG_PARSE, LogDetail, "off-standard data: %s", line.c_str());
+}
+
+} // namespace
 
 extern "C" {
 
@@ -26,6 +39,7 @@ ZYRREADER_API int32_t ZyrReader_ParseAAMVA(const uint8_t* data, int32_t length, 
         if (result != ZYR_OK) {
             Log::write(ZYR_LOG_PARSE, LogError, "%d bytes not parsed: %s", length,
                        ErrorReporter::text(result));
+            logRepairs(document);
             return result;
         }
         AamvaRecordPtr built = AamvaRecordBuilder::build(document);
@@ -36,6 +50,7 @@ ZYRREADER_API int32_t ZyrReader_ParseAAMVA(const uint8_t* data, int32_t length, 
         *record = raw;
         Log::write(ZYR_LOG_PARSE, LogInfo, "%d bytes parsed: version %d, IIN %s, %d data items", length,
                    static_cast<int32_t>(raw->Version), raw->IIN, raw->DataItemCount);
+        logRepairs(document);
         return ZYR_OK;
     } catch (const std::bad_alloc&) {
         return ZYR_ERR_OUT_OF_MEMORY;

@@ -12,6 +12,8 @@ add_library(zyr_aamva_parser STATIC
   ${CMAKE_CURRENT_LIST_DIR}/AamvaNameReader.cpp
   ${CMAKE_CURRENT_LIST_DIR}/AamvaParser.cpp
   ${CMAKE_CURRENT_LIST_DIR}/AamvaRecordBuilder.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/AamvaRepairs.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/AamvaSubfileAudit.cpp
   ${CMAKE_CURRENT_LIST_DIR}/AamvaText.cpp
 )
 target_include_directories(zyr_aamva_parser PUBLIC ${CMAKE_CURRENT_LIST_DIR})

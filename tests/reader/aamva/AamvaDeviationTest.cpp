@@ -452,6 +452,158 @@ std::vector<DeviationCase> versionCases() {
     return out;
 }
 
+// The examples printed in the 2020 and 2000 standards, as scanners and issuers mangle them. Only
+// the holder's fields are compared: the point is that each card reads as its clean original.
+const std::string kExample2020 =
+    "@\n\x1e\rANSI 636000100102DL00410278ZV03190008DLDAQT64235789\nDCSSAMPLE\nDDEN\nDACMICHAEL\nDDFN\n"
+    "DADJOHN\nDDGN\nDCUJR\nDCAD\nDCBK\nDCDPH\nDBD06062019\nDBB06061986\nDBA12102024\nDBC1\nDAU068 in\n"
+    "DAYBRO\nDAG2300 WEST BROAD STREET\nDAIRICHMOND\nDAJVA\nDAK232690000  \nDCF2424244747474786102204\n"
+    "DCGUSA\nDCK123456789\nDDAF\nDDB06062018\nDDC06062020\nDDD1\rZVZVA01\r";
+const std::string kExample2000 =
+    "@\n\x1e\rANSI 6360000102DL00390187ZV02260031DLDAQ0123456789ABC\nDAAPUBLIC,JOHN,Q\n"
+    "DAG123 MAIN STREET\nDAIANYTOWN\nDAJVA\nDAK123459999  \nDARDM  \nDAS          \nDAT     \nDAU509\n"
+    "DAW175\nDAYBL \nDAZBR \nDBA20011201\nDBB19761123\nDBCM\nDBD19961201\rZVZVAJURISDICTIONDEFINEDELEMENT\r";
+const Fields kHolder2020 = {{"licence", "T64235789"}, {"surname", "SAMPLE"},
+                            {"forename", "MICHAEL"},  {"middle", "JOHN"},
+                            {"suffix", "JR"},         {"sex", "Male"},
+                            {"birth", "1986-06-06"},  {"issue", "2019-06-06"},
+                            {"expiry", "2024-12-10"}, {"street", "2300 WEST BROAD STREET"},
+                            {"city", "RICHMOND"},     {"state", "VA"},
+                            {"postal", "232690000"}};
+const Fields kHolder2000 = {{"licence", "0123456789ABC"},
+                            {"surname", "PUBLIC"},
+                            {"forename", "JOHN"},
+                            {"middle", "Q"},
+                            {"suffix", ""},
+                            {"sex", "Male"},
+                            {"birth", "1976-11-23"},
+                            {"issue", "1996-12-01"},
+                            {"expiry", "2001-12-01"},
+                            {"street", "123 MAIN STREET"},
+                            {"city", "ANYTOWN"},
+                            {"state", "VA"},
+                            {"postal", "123459999"}};
+
+struct OffStandardCase {
+    const char* name;
+    std::string payload;
+    Fields holder;
+    const char* repair; // part of one of the lines the parser notes
+};
+
+class OffStandardCard : public ::testing::TestWithParam<OffStandardCase> {};
+
+TEST_P(OffStandardCard, ReadsTheHolderAndNotesTheRepair) {
+    const OffStandardCase& c = GetParam();
+    ParsedRecord parsed = parseRecord(c.payload);
+    ASSERT_EQ(parsed.code, ZYR_OK) << c.payload;
+    Fields actual;
+    for (const auto& field : describe(*parsed.record))
+        if (c.holder.count(field.first))
+            actual.insert(field);
+    EXPECT_EQ(actual, c.holder) << c.payload;
+    std::string notes;
+    for (const std::string& line : parsed.repairs)
+        notes += line + "\n";
+    EXPECT_NE(notes.find(c.repair), std::string::npos) << notes;
+}
+
+std::vector<OffStandardCase> offStandardCases() {
+    const std::string& ex = kExample2020;
+    const std::string& ex2000 = kExample2000;
+    const std::string designators = "DL00410278ZV03190008";
+    const std::string wedgeBody = replaced(ex.substr(41), "\r", "M");
+    // The postal code moved to the end of the card subfile, where a glued terminator lands.
+    const std::string postalLast =
+        replaced(replaced(ex, "DAK232690000  \n", ""), "DDD1\r", "DDD1\nDAK232690000  \r");
+    auto withoutNames = [](std::string card, const std::string& names) {
+        return replaced(replaced(replaced(card, "DCSSAMPLE", names), "DACMICHAEL\n", ""), "DADJOHN\n", "");
+    };
+    return {
+        {"ByteOrderMark", "\xEF\xBB\xBF" + ex, kHolder2020, "byte order mark"},
+        {"ByteOrderMarkOn2000", "\xEF\xBB\xBF" + ex2000, kHolder2000, "byte order mark"},
+        {"RecordSeparatorMissing", replaced(ex, "@\n\x1e\r", "@\n\r"), kHolder2020, "control bytes 0A 0D"},
+        {"RecordSeparatorAsFs", replaced(ex, "@\n\x1e\r", "@\n\x1c\r"), kHolder2020,
+         "control bytes 0A 1C 0D"},
+        {"CrAsLfEverywhere", replaced(ex, "\r", "\n"), kHolder2020, "ZV without a segment terminator"},
+        {"CrAsLfEverywhere2000", replaced(ex2000, "\r", "\n"), kHolder2000,
+         "DL without a segment terminator"},
+        {"WedgeSixAndM", "@\n6MANSI 636000100102" + designators + wedgeBody, kHolder2020,
+         "ZV ends with a terminator typed as M after ZVA"},
+        {"WedgeCaretAndM", "@\n^MANSI 636000100102" + designators + wedgeBody, kHolder2020,
+         "DL ends with a terminator typed as M after DDD"},
+        // Real terminators in the data: an "M" there is part of the value.
+        {"WedgeLettersOnlyInTheHeader", "@\n6MANSI 636000100102" + designators + ex.substr(41), kHolder2020,
+         "CR typed as M"},
+        // An "M" that ends a value stays when the data has real terminators, or when no letters
+        // replaced the header's control bytes.
+        {"ValueEndingInMWithRealTerminators",
+         replaced(replaced(replaced(ex, "@\n\x1e\r", "@\n6M"), "DAIRICHMOND\n", ""), "DDD1\r",
+                  "DDD1\nDAIBIRMINGHAM\n"),
+         with(kHolder2020, {{"city", "BIRMINGHAM"}}), "CR typed as M"},
+        {"ValueEndingInMWithoutTerminators",
+         replaced(replaced(replaced(ex, "DAIRICHMOND\n", ""), "DDD1\r", "DDD1\nDAIBIRMINGHAM\r"), "\r", "\n"),
+         with(kHolder2020, {{"city", "BIRMINGHAM"}}), "DL without a segment terminator"},
+        {"WedgeGluedPostalCode", replaced(replaced(postalLast, "@\n\x1e\r", "@\n6M"), "\r", "M"), kHolder2020,
+         "after DAK"},
+        {"WedgeGluedDate", replaced(replaced(ex2000, "@\n\x1e\r", "@\n^M"), "\r", "M"), kHolder2000,
+         "after DBD"},
+        {"GluedDate", replaced(replaced(ex, "DBA12102024\n", ""), "DDD1\rZVZVA", "DDD1\nDBA12102024MZVZVA"),
+         kHolder2020, "after DBA"},
+        {"HeaderByteLong", replaced(ex, "@\n\x1e\r", "@\n\x1e\r\n"), kHolder2020,
+         "at offset 42, declared at 41"},
+        {"HeaderSpaceDoubled", replaced(ex, "ANSI ", "ANSI  "), kHolder2020, "1 extra spaces"},
+        {"HeaderByteShortWithoutJurisdictionType",
+         replaced(replaced(ex, "@\n\x1e\r", "@\n\r"), "\rZVZVA", "\rZVA"), kHolder2020,
+         "ZV without its type"},
+        {"LengthsPastTheEndWithLf", replaced(replaced(ex, designators, "DL00410290ZV03310020"), "\r", "\n"),
+         kHolder2020, "ZV is 8 bytes long, declared 20"},
+        {"LengthsPastTheEndNoTerminator",
+         replaced(ex, designators, "DL00410290ZV03310020").substr(0, ex.size() - 1), kHolder2020,
+         "DL is 278 bytes long, declared 290"},
+        {"SecondSubfileAbsentEndsWithLf", replaced(ex.substr(0, ex.size() - 8), "DDD1\r", "DDD1\n"),
+         kHolder2020, "ZV declared but absent"},
+        {"SecondSubfileAbsentNoTerminator", ex.substr(0, ex.size() - 9), kHolder2020,
+         "ZV declared but absent"},
+        {"SecondSubfileAbsentCrLf", ex.substr(0, ex.size() - 8) + "\n", kHolder2020,
+         "ZV declared but absent"},
+        {"OffsetsDisagree", replaced(ex, designators, "DL00370278ZV03250008"), kHolder2020,
+         "ZV at offset 319, declared at 325"},
+        {"OffsetsDisagreeWithoutTypes",
+         replaced(replaced(replaced(ex, designators, "DL00430278ZV03150008"), "DLDAQ", "DAQ"), "ZVZVA",
+                  "ZVA"),
+         kHolder2020, "DL without its type"},
+        // The jurisdiction subfile glued to the last value without its type: found at its offset.
+        {"JurisdictionGluedWithoutType", replaced(postalLast, "\rZVZVA", "ZVA"), kHolder2020,
+         "ZV without its type"},
+        {"NewVersionOldLayout", replaced(ex, "ANSI 636000100102DL0041", "ANSI 6360001002DL0039"), kHolder2020,
+         "version 10 header without a jurisdiction version"},
+        {"NewVersionOldLayoutOneSubfile",
+         replaced(ex.substr(0, ex.size() - 8), "ANSI 636000100102" + designators,
+                  "ANSI 6360000501DL00290278"),
+         with(kHolder2020, {}), "version 5 header without a jurisdiction version"},
+        {"FullNameInFamilyName", withoutNames(ex, "DCSSAMPLE,MICHAEL,JOHN"), kHolder2020,
+         "full name taken apart from the family name"},
+        {"FullNameInFamilyNameReadingOrder", withoutNames(ex, "DCSMICHAEL JOHN SAMPLE"), kHolder2020,
+         "full name taken apart from the family name"},
+        {"FullNameInReadingOrder", withoutNames(ex, "DAAMICHAEL JOHN SAMPLE"), kHolder2020,
+         "DL is 272 bytes long"},
+        {"NamesWithTrailingCommas",
+         replaced(replaced(replaced(ex, "DCSSAMPLE\n", "DCSSAMPLE,\n"), "DACMICHAEL\n", "DACMICHAEL,\n"),
+                  "DADJOHN\n", "DADJOHN,\n"),
+         kHolder2020, "comma after the name \"MICHAEL\""},
+        {"FullNameWithTrailingComma", replaced(ex2000, "PUBLIC,JOHN,Q", "PUBLIC,JOHN,Q,"), kHolder2000,
+         "DL is 188 bytes long, declared 187"},
+        {"AbsentElementsStayAbsent",
+         replaced(replaced(replaced(ex, "DADJOHN\n", ""), "DBD06062019\n", ""), "\r", "\n"),
+         with(kHolder2020, {{"middle", ""}, {"issue", "-"}}), "DL is 258 bytes long, declared 278"},
+    };
+}
+
+std::string offStandardName(const ::testing::TestParamInfo<OffStandardCase>& info) {
+    return info.param.name;
+}
+
 std::string caseName(const ::testing::TestParamInfo<DeviationCase>& info) {
     return info.param.name;
 }
@@ -460,5 +612,7 @@ INSTANTIATE_TEST_SUITE_P(Header, Deviation, ::testing::ValuesIn(headerCases()), 
 INSTANTIATE_TEST_SUITE_P(Separators, Deviation, ::testing::ValuesIn(separatorCases()), caseName);
 INSTANTIATE_TEST_SUITE_P(Values, Deviation, ::testing::ValuesIn(valueCases()), caseName);
 INSTANTIATE_TEST_SUITE_P(OlderVersions, Deviation, ::testing::ValuesIn(versionCases()), caseName);
+INSTANTIATE_TEST_SUITE_P(RealCards, OffStandardCard, ::testing::ValuesIn(offStandardCases()),
+                         offStandardName);
 
 } // namespace

@@ -11,6 +11,7 @@ ParsedRecord parseRecord(const std::string& bytes) {
         zyr::AamvaParser::parse(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size(), document);
     if (out.code == ZYR_OK)
         out.record = zyr::AamvaRecordBuilder::build(document);
+    out.repairs = document.repairs.lines();
     return out;
 }
 

@@ -9,10 +9,12 @@
 #include <map>
 #include <ostream>
 #include <string>
+#include <vector>
 
 struct ParsedRecord {
     int32_t code = -1;
     zyr::AamvaRecordPtr record;
+    std::vector<std::string> repairs; // as the parser noted them
 };
 
 ParsedRecord parseRecord(const std::string& bytes);

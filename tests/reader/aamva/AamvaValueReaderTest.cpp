@@ -174,6 +174,19 @@ TEST(NameReader, AssemblyFromEachGeneration) {
         {"version 1 parts",
          {"X,Y", "LASTNAME", "FIRST", "MID", "II", {}, {}, {}},
          {"X,Y", "LASTNAME", "FIRST", "MID", "II", "FIRST MID"}},
+        {"trailing commas after 2009 names",
+         {{}, {}, "ANN,", "LEE,", {}, "BAKER, ", {}, "JR,"},
+         {"ANN LEE BAKER JR", "BAKER", "ANN", "LEE", "JR", "ANN LEE"}},
+        {"family name element holding the full name",
+         {{}, {}, {}, {}, {}, "BAKER,ANN,LEE", {}, {}},
+         {"ANN LEE BAKER", "BAKER", "ANN", "LEE", "", "ANN LEE"}},
+        {"family name element in reading order",
+         {{}, {}, {}, {}, {}, "ANN LEE BAKER", {}, {}},
+         {"ANN LEE BAKER", "BAKER", "ANN", "LEE", "", "ANN LEE"}},
+        // A family name of several words stays whole when the card has a first name element.
+        {"family name of several words",
+         {{}, {}, "NONE", {}, {}, "DE LA CRUZ", {}, {}},
+         {"DE LA CRUZ", "DE LA CRUZ", "", "", "", ""}},
         {"nothing", {}, {"", "", "", "", "", ""}},
     };
     for (const Row& row : rows) {

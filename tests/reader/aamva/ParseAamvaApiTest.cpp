@@ -6,12 +6,20 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <filesystem>
+#include <fstream>
 #include <string>
+#include <vector>
+
+#include <unistd.h>
 
 using glyphor::samples::AamvaPayloadDescription;
 using glyphor::samples::AamvaPayloadWriter;
 
 namespace {
+
+constexpr int32_t LogInfoLevel = 2;
+constexpr int32_t LogDetailLevel = 3;
 
 AAMVARecord* const kUntouched = reinterpret_cast<AAMVARecord*>(static_cast<uintptr_t>(0x1234));
 
@@ -111,6 +119,31 @@ TEST_F(ParseApi, FailuresLeaveTheHandleAlone) {
             << row.label;
         EXPECT_EQ(record, kUntouched) << row.label;
     }
+}
+
+// Each repair of an off-standard card is one detail line of the parse log; clean cards add none.
+TEST_F(ParseApi, RepairsGoToTheDetailLog) {
+    const std::string log =
+        (std::filesystem::temp_directory_path() / ("aamva-repairs-" + std::to_string(::getpid()) + ".log"))
+            .string();
+    for (int32_t level : {LogInfoLevel, LogDetailLevel}) {
+        std::filesystem::remove(log);
+        ASSERT_EQ(ZyrReader_InitialiseLogging(true, level, ZYR_LOG_PARSE, log.c_str()), ZYR_OK);
+        AAMVARecord* record = nullptr;
+        ASSERT_EQ(parse(typicalCard(), &record), ZYR_OK);
+        ASSERT_EQ(parse("\xEF\xBB\xBF" + typicalCard(), &record), ZYR_OK);
+        ZyrReader_InitialiseLogging(false, 0, 0, nullptr);
+        std::ifstream in(log);
+        std::vector<std::string> repairs;
+        for (std::string line; std::getline(in, line);)
+            if (line.find("off-standard data: ") != std::string::npos)
+                repairs.push_back(line.substr(line.find("off-standard data: ") + 19));
+        EXPECT_EQ(repairs, level == LogDetailLevel
+                               ? std::vector<std::string>{"byte order mark before the header skipped"}
+                               : std::vector<std::string>())
+            << "level " << level;
+    }
+    std::filesystem::remove(log);
 }
 
 } // namespace
