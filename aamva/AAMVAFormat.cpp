@@ -97,7 +97,7 @@ std::optional<std::string> AAMVAFormat::MeasureText(const AAMVAMeasure& measure)
 }
 
 std::string AAMVAFormat::ShortSexText(char shortSex) {
-    return shortSex == '\0' ? std::string() : std::string(1, shortSex);
+    return std::string(1, shortSex);
 }
 
 std::string AAMVAFormat::Number(uint32_t value) {

@@ -31,7 +31,7 @@ public:
     // "69 Inches", "175 Centimetres", "180 Pounds", "82 Kilograms"; nothing for another unit.
     static std::optional<std::string> MeasureText(const AAMVAMeasure& measure);
 
-    // The one character; a NUL (no sex recorded) gives the empty string, since it is not text.
+    // A string of exactly that one character, whatever it is (a NUL included).
     static std::string ShortSexText(char shortSex);
 
     // Signed decimal of a 32-bit field, so an absent version (0xFFFFFFFF) reads "-1".

@@ -9,9 +9,13 @@
 
 namespace {
 
+// Every byte of the value: the counted append would drop a final NUL (a NUL ShortSex).
 void Append(StringBuffer& line, const std::string& text) {
-    if (!text.empty())
-        line.append(text.data(), static_cast<uint32_t>(text.size()));
+    if (text.empty())
+        return;
+    line.append(text.data(), static_cast<uint32_t>(text.size()));
+    if (text.back() == '\0')
+        line.appendNOfChar(1, 0);
 }
 
 StringBuffer Line(const std::string& first, const std::string& second) {

@@ -4,6 +4,7 @@
 #include "AAMVAFormat.h"
 #include "XDocumentBase.h"
 
+#include <algorithm>
 #include <exception>
 
 namespace {
@@ -22,7 +23,9 @@ Element* AddContainer(Element& parent, const char* name) {
 }
 
 // Text goes in unescaped and is written escaped, so an entity already in the data is not doubled.
-void AddLeaf(Element& parent, const std::string& name, const std::string& text) {
+// XML has no NUL character, so a NUL byte (a NUL ShortSex) is left out.
+void AddLeaf(Element& parent, const std::string& name, std::string text) {
+    text.erase(std::remove(text.begin(), text.end(), '\0'), text.end());
     Element* leaf = new Element(Str(name));
     leaf->SetText(Str(text), true);
     parent.AddChild(leaf);

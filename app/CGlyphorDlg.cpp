@@ -8,6 +8,7 @@
 #include "ControlIds.h"
 #include "DialogBuilder.h"
 #include "JobContext.h"
+#include "ResultText.h"
 
 #include <QAction>
 #include <QApplication>
@@ -51,18 +52,10 @@ QString Local(const std::string& text) {
     return QString::fromLocal8Bit(text.c_str());
 }
 
-// Decoded text is bytes; each byte is shown as the character of that code (ISO-8859-1), and
-// control bytes (line feeds in licence data, ...) as their visible symbols, so a row stays one line.
+// Decoded text is bytes, shown one character per byte with control codes spelled out.
 QString Bytes(const std::string& text) {
-    QString shown = QString::fromLatin1(text.data(), int(text.size()));
-    for (QChar& c : shown) {
-        if (c.unicode() < 0x20) {
-            c = QChar(0x2400 + c.unicode());
-        } else if (c.unicode() == 0x7F) {
-            c = QChar(0x2421);
-        }
-    }
-    return shown;
+    const std::string shown = ResultRowText(text);
+    return QString::fromLatin1(shown.data(), int(shown.size()));
 }
 
 // The "AAMVA Data" dialog, without a parent, as the result actions use it.

@@ -55,6 +55,9 @@ struct HeldView {
 
 CBitmapPicture::CBitmapPicture(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_OpaquePaintEvent); // Draw covers every pixel
+    // The menu opens on the right button's release. Without this the platform's context-menu
+    // event, sent on the press, would go on to the window's own menu.
+    setContextMenuPolicy(Qt::PreventContextMenu);
 }
 
 CBitmapPicture::~CBitmapPicture() {

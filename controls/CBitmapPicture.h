@@ -58,9 +58,6 @@ public:
     // everything else (".jpeg", no extension) as BMP.
     static SaveFormat SaveFormatFor(const std::string& path);
 
-    // Fills the context menu; false (and no menu) when the view holds no image.
-    bool BuildContextMenu(QMenu& menu);
-
     // Where "Save Image" gets its path; by default a save-file dialog. Replaced by tests.
     void SetSavePathChooser(std::function<std::string()> chooser) { m_chooseSavePath = std::move(chooser); }
 
@@ -72,6 +69,8 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
+    // Fills the context menu; false (and no menu) when the view holds no image.
+    bool BuildContextMenu(QMenu& menu);
     void SaveWithMimeType(const std::string& path, const char* mimeType);
     void ReplaceImage(std::unique_ptr<QImage> image);
     void RequestRepaint();

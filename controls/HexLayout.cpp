@@ -39,8 +39,9 @@ void HexLayout::Compute(int clientWidth, int clientHeight, int32_t length) {
 
     if (m_options.autoBytesPerRow) {
         int available = m_clientWidth - 10;
+        // Ten cells for the wide address, six for the narrow one: one more than either column takes.
         if (m_options.showAddress)
-            available -= 2 * (addressChars + 1) * m_charWidth;
+            available -= 2 * (m_options.wideAddress ? 5 : 3) * m_charWidth;
         // A byte takes three cells in the hex column and one in the character column.
         const int perByte = m_options.showHex ? 4 * m_charWidth : m_charWidth;
         // Too narrow for a single byte still shows one per row rather than none.

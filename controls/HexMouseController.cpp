@@ -17,7 +17,10 @@ void HexMouseController::Press(int x, int y, bool shift) {
             m_editor.RequestRedraw();
         }
     }
-    if (!shift) {
+    if (shift) {
+        // The Shift-click made a selection; dragging with the button held goes on extending it.
+        m_selecting = true;
+    } else {
         m_pending = true;
         m_pressX = x;
         m_pressY = y;

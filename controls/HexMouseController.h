@@ -4,7 +4,7 @@
 
 // Mouse input of the hex view, in client coordinates. A press without Shift waits to see whether
 // the pointer moves past the drag distance (a drag selects) or is released (a click clears the
-// selection).
+// selection); a Shift-press selects at once and a drag before the release extends it.
 class HexMouseController {
 public:
     explicit HexMouseController(HexEditor& editor) : m_editor(editor) {}
@@ -27,7 +27,7 @@ private:
     HexEditor& m_editor;
     int m_dragDistance = 4;
     bool m_pending = false;   // pressed, neither dragged nor released yet
-    bool m_selecting = false; // a drag selection is in progress
+    bool m_selecting = false; // a selection follows the pointer until the release
     int m_pressX = 0;
     int m_pressY = 0;
 };

@@ -326,12 +326,11 @@ bool StringBuffer::operator==(StringBuffer other) const {
 bool StringBuffer::StartsWith(const StringBuffer& other) const {
     if (m_length > other.m_length)
         return false;
-    // The comparison spans other's length and so takes in this string's terminator: a shorter
-    // receiver differs at its terminator (or, past an embedded NUL in other, at bytes it does not
-    // have), so only an equal length can match.
-    if (m_length < other.m_length)
+    // The comparison spans other's length and so takes in this string's terminator: other may be
+    // this text plus one NUL, but a byte beyond the terminator is one this string does not have.
+    if (other.m_length > m_length + 1)
         return false;
-    return std::memcmp(m_buffer, other.m_buffer, m_length) == 0;
+    return std::memcmp(m_buffer, other.m_buffer, other.m_length) == 0;
 }
 
 StringBuffer StringBuffer::operator+(const StringBuffer& other) const {
@@ -374,9 +373,13 @@ const StringBuffer& StringBuffer::substr(uint32_t start, uint32_t count) const {
 
 const StringBuffer& StringBuffer::uppercase() const {
     static StringBuffer shared;
-    // Built aside first: the receiver may be the shared result itself.
-    char* text = new char[m_length + 1];
+    // Built aside first: the receiver may be the shared result itself. NUL bytes are left out, so
+    // they are counted first to size the buffer exactly.
     uint32_t length = 0;
+    for (uint32_t i = 0; i < m_length; ++i)
+        length += m_buffer[i] != '\0' ? 1 : 0;
+    char* text = new char[length + 1];
+    length = 0;
     for (uint32_t i = 0; i < m_length; ++i) {
         const unsigned char c = static_cast<unsigned char>(m_buffer[i]);
         if (c != 0)

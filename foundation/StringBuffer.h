@@ -89,7 +89,7 @@ public:
     bool operator==(const char* s) const;
     bool operator==(StringBuffer other) const;
     // Compares other's length in bytes including this string's terminator, so it holds only when
-    // both hold the same text.
+    // both hold the same text, or other is this text and one NUL.
     bool StartsWith(const StringBuffer& other) const;
 
     StringBuffer operator+(const StringBuffer& other) const;

@@ -1,5 +1,6 @@
 #include "StringBufferList.h"
 
+#include "FileTruncate.h"
 #include "StringBufferException.h"
 
 #include <cerrno>
@@ -143,9 +144,7 @@ bool StringBufferList::SaveToFile(const StringBuffer& file, bool append, bool th
     if (append) {
         ok = ::lseek(fd, 0, SEEK_END) >= 0;
     } else {
-        // Devices (a terminal, /dev/null) have no length to cut.
-        struct stat info {};
-        ok = ::fstat(fd, &info) == 0 && (!S_ISREG(info.st_mode) || ::ftruncate(fd, 0) == 0);
+        ok = TruncateIfRegular(fd);
     }
     for (int i = 0; ok && i < entries->GetCount(); ++i) {
         const StringBuffer& line = entries->GetAt(i)->text;

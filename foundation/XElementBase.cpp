@@ -1,5 +1,6 @@
 #include "XElementBase.h"
 
+#include "FileTruncate.h"
 #include "XEscaping.h"
 
 #include <fcntl.h>
@@ -222,7 +223,7 @@ bool XElementBase<C>::SaveToFile(const String& file, const XWriteOptions& option
     const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
     if (fd < 0)
         return false;
-    bool ok = ::lseek(fd, 0, SEEK_SET) == 0 && ::ftruncate(fd, 0) == 0;
+    bool ok = TruncateIfRegular(fd);
     // Every run of CR/LF ends a line; empty lines vanish and each kept line ends with CR LF.
     size_t start = 0;
     while (ok && start < bytes.size()) {

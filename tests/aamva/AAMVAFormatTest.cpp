@@ -3,6 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
+#include <ctime>
+#include <string>
+
 namespace {
 
 const uint32_t NA = AAMVA_NOT_PRESENT;
@@ -93,6 +97,22 @@ INSTANTIATE_TEST_SUITE_P(
         DateCase{0xFFFFFFFEu, 1, 2020, "Invalid DateTime"},
         DateCase{1, 0x80000001u, 2020, "Invalid DateTime"}));
 
+// The window switches the process to the user's locale at start-up; month names stay English.
+TEST(DateTextLocaleTest, MonthNamesStayEnglishUnderAnotherLocale) {
+    const std::string previous = std::setlocale(LC_ALL, nullptr);
+    ASSERT_NE(std::setlocale(LC_ALL, "de_DE.UTF-8"), nullptr)
+        << "locale de_DE.UTF-8 missing: run scripts/setup.sh";
+    std::tm july{};
+    july.tm_mon = 6;
+    char month[64] = {};
+    std::strftime(month, sizeof month, "%B", &july);
+    const std::string german = month; // the locale really is in effect
+    const std::string text = AAMVAFormat::DateText(Date(4, 7, 1976));
+    std::setlocale(LC_ALL, previous.c_str());
+    EXPECT_EQ(german, "Juli");
+    EXPECT_EQ(text, "04 July 1976");
+}
+
 TEST(MeasureTextTest, KnownUnitsOnly) {
     struct {
         int32_t value;
@@ -124,7 +144,7 @@ TEST(ValueTextTest, NumbersAndCharacters) {
     EXPECT_EQ(AAMVAFormat::Number(int32_t{-2147483647 - 1}), "-2147483648");
     EXPECT_EQ(AAMVAFormat::ShortSexText('M'), "M");
     EXPECT_EQ(AAMVAFormat::ShortSexText(' '), " ");
-    EXPECT_EQ(AAMVAFormat::ShortSexText('\0'), "");
+    EXPECT_EQ(AAMVAFormat::ShortSexText('\0'), std::string(1, '\0'));
 }
 
 TEST(FieldTextTest, StopsAtTheTerminatorOrTheEndOfTheArray) {

@@ -52,6 +52,7 @@ TEST(TextExportTest, ValuesAreWrittenAsTheLibraryGaveThem) {
         {"Surname", "A&amp;B", "Surname\tA&amp;B"},
         {"IssuerName", "", "IssuerName\t"},
         {"Item", "X&Y", "ZVA\tX&Y\tX&Y"},
+        {"ShortSex", "", std::string("ShortSex\t\0", 10)}, // the one character, a NUL included
     };
     for (const auto& c : cases) {
         RecordBuilder b;
@@ -61,6 +62,8 @@ TEST(TextExportTest, ValuesAreWrittenAsTheLibraryGaveThem) {
             b.Text(b.record().Surname, c.value);
         else if (field == "IssuerName")
             b.Text(b.record().IssuerName, c.value);
+        else if (field == "ShortSex")
+            b.record().ShortSex = '\0';
         else
             b.Items({{"ZVA", c.value, c.value}});
         EXPECT_TRUE(HasLine(SavedText(b.get()), c.line)) << c.line;

@@ -114,6 +114,11 @@ TEST(XmlExportTest, LeavesOutWhatTheFormatDoesNotCarry) {
                                "AAMVA 2013 Standard", "JurisdictionVersion", "ANSI 6360"})
         EXPECT_EQ(xml.find(absent), std::string::npos) << absent;
     EXPECT_TRUE(HasLine(xml, "\t\t<JurisdicationVersion>0</JurisdicationVersion>"));
+
+    b.record().ShortSex = '\0'; // XML has no way to carry a NUL character
+    const std::string noSex = SavedXml(b.get(), &problems);
+    EXPECT_TRUE(HasLine(noSex, "\t\t<ShortSex />"));
+    EXPECT_EQ(problems, "");
 }
 
 TEST(XmlExportTest, SavingOverALongerFileLeavesNoTrace) {

@@ -6,6 +6,7 @@
 #include "ControlIds.h"
 #include "DialogBuilder.h"
 #include "OffscreenMain.h"
+#include "ResultText.h"
 #include "SampleCatalogue.h"
 #include "TempFolder.h"
 
@@ -36,12 +37,9 @@ QString RowText(const SampleSymbol& symbol) {
     if (symbol.eci != 0 || !IsText(symbol.payload)) {
         return QStringLiteral("%1 bytes (eci=%2)").arg(size).arg(symbol.eci);
     }
-    // Control bytes appear as their visible symbols (U+2400 + code), one line per row.
-    QString text;
-    for (unsigned char c : symbol.payload) {
-        text += c < 0x20 ? QChar(0x2400 + c) : QChar(c);
-    }
-    return text;
+    // Control bytes are spelled out ("<LF>"), one line per row.
+    const std::string shown = ResultRowText(symbol.payload);
+    return QString::fromLatin1(shown.data(), int(shown.size()));
 }
 
 QString PathOf(const Sample& sample) {

@@ -15,9 +15,12 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QListWidget>
+#include <QMenu>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTimer>
 #include <QTreeWidget>
+#include <QWindow>
 #include <map>
 #include <set>
 #include <thread>
@@ -118,6 +121,37 @@ private:
         Button(IDC_OPEN_IMAGE)->click();
     }
 
+    // Right-clicks a point of a control through the window, as the platform delivers it (press,
+    // then release), and returns the entries of every menu that opened ("*" marks a checked one),
+    // closing each; the entry named choose is run.
+    QList<QStringList> RightClick(QWidget* control, QPoint at, const QString& choose = QString()) {
+        QList<QStringList> menus;
+        QTimer poll;
+        connect(&poll, &QTimer::timeout, this, [&] {
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            if (!menu) {
+                return;
+            }
+            QStringList entries;
+            QAction* chosen = nullptr;
+            for (QAction* a : menu->actions()) {
+                entries << a->text() + (a->isChecked() ? "*" : "");
+                chosen = a->text() == choose ? a : chosen;
+            }
+            menus << entries;
+            menu->close();
+            if (chosen) {
+                chosen->trigger();
+            }
+        });
+        poll.start(0);
+        const QPoint p = control->mapTo(dlg.get(), at);
+        QTest::mousePress(dlg->windowHandle(), Qt::RightButton, {}, p);
+        QTest::mouseRelease(dlg->windowHandle(), Qt::RightButton, {}, p);
+        QApplication::processEvents();
+        return menus;
+    }
+
 private slots:
     void init() {
         rd::Reset();
@@ -212,6 +246,24 @@ private slots:
             return a->text() == QStringLiteral("&About Glyphor...") &&
                    a->shortcut() == QKeySequence::HelpContents;
         }));
+    }
+
+    void pictureMenuOnRightClickInTheWindow() {
+        Start();
+        auto* picture = Control<CBitmapPicture>(dlg.get(), IDC_PICTURE);
+        const QPoint middle = picture->rect().center();
+        QCOMPARE(RightClick(picture, middle), QList<QStringList>()); // no image, no menu at all
+        TempFolder images;
+        Open({QString::fromStdString(images.Write("a.png", PngBytes(Qt::red)))});
+        QVERIFY(picture->HasImage());
+        const QStringList plain = {"Save Image", "Maintain Aspect Ratio"};
+        QCOMPARE(RightClick(picture, middle, "Maintain Aspect Ratio"), QList<QStringList>{plain});
+        QVERIFY(picture->MaintainAspect());
+        const QStringList checked = {"Save Image", "Maintain Aspect Ratio*"};
+        QCOMPARE(RightClick(picture, middle), QList<QStringList>{checked});
+        // Elsewhere the window's own menu still opens.
+        QWidget* label = DialogBuilder::Find(dlg.get(), IDC_IMAGE_COUNT_LABEL);
+        QCOMPARE(RightClick(label, label->rect().center()), QList<QStringList>{{"&About Glyphor..."}});
     }
 
     void buttonRules_data() {
@@ -358,6 +410,23 @@ private slots:
         QCOMPARE(Text(IDC_AVERAGE_TIME), QStringLiteral("0.00ms"));
     }
 
+    // Each statistic's value stands just after its own label's text, on the label's line.
+    void statisticValuesFollowTheirLabels() {
+        Start();
+        const std::pair<int, int> pairs[] = {{IDC_AVERAGE_TIME_LABEL, IDC_AVERAGE_TIME},
+                                             {IDC_IMAGE_COUNT_LABEL, IDC_IMAGE_COUNT},
+                                             {IDC_SYMBOLS_COUNT_LABEL, IDC_SYMBOLS_COUNT},
+                                             {IDC_AVERAGE_PROCESS_LABEL, IDC_AVERAGE_PROCESS}};
+        for (const auto& [labelId, valueId] : pairs) {
+            const auto* label = Control<QLabel>(dlg.get(), labelId);
+            const auto* value = Control<QLabel>(dlg.get(), valueId);
+            const int gap = value->x() - (label->x() + label->fontMetrics().horizontalAdvance(label->text()));
+            QVERIFY2(gap >= 0 && gap <= 4 * label->fontMetrics().averageCharWidth(),
+                     qPrintable(QStringLiteral("%1: gap %2").arg(label->text()).arg(gap)));
+            QCOMPARE(value->y(), label->y());
+        }
+    }
+
     void pluginListShowsNamesHandlesAndTheSavedSelection() {
         rd::PluginScript a{"KVDECODE_A.so"};
         a.handle = 71;
@@ -381,7 +450,7 @@ private slots:
         rd::PluginScript a{"KVDECODE_A.so"};
         rd::SymbolScript one, two;
         one.data = "one";
-        two.data = "two";
+        two.data = "@\n\x1e\rANSI\x85";
         a.decodes = {{one}, {two}};
         InstallPlugin(a);
         Start();
@@ -396,7 +465,7 @@ private slots:
             QCOMPARE(Results()->topLevelItem(0)->text(c), first[c]);
         }
         QCOMPARE(Results()->topLevelItem(1)->text(0), QStringLiteral("b.png"));
-        QCOMPARE(Results()->topLevelItem(1)->text(4), QStringLiteral("two"));
+        QCOMPARE(Results()->topLevelItem(1)->text(4), QStringLiteral("@<LF><RS><CR>ANSI<85>"));
         QVERIFY(Results()->topLevelItem(0)->text(3).endsWith("ms"));
         QCOMPARE(Text(IDC_IMAGE_COUNT), QStringLiteral("2"));
         QCOMPARE(Text(IDC_SYMBOLS_COUNT), QStringLiteral("2"));

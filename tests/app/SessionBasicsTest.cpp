@@ -1,8 +1,10 @@
-// Button rules, statistics texts, the auto-reset event and stepping through the image files.
+// Button rules, statistics texts, row texts, the auto-reset event and stepping through the image
+// files.
 #include "AutoResetEvent.h"
 #include "ButtonRules.h"
 #include "DecodeStatistics.h"
 #include "ImageFileList.h"
+#include "ResultText.h"
 
 #include <gtest/gtest.h>
 
@@ -113,6 +115,23 @@ TEST(Statistics, ClearKeepsOnlyTheLastImageProcessTime) {
 }
 
 // ---- Auto-reset event ----------------------------------------------------------------------
+
+TEST(ResultRowText, SpellsOutControlCodesOnOneLine) {
+    using namespace std::string_literals;
+    const struct {
+        std::string bytes, shown;
+    } cases[] = {
+        {"@\n\x1e\rANSI 636001", "@<LF><RS><CR>ANSI 636001"},
+        {"\0\x01\t\x1b\x1f"s, "<NUL><SOH><HT><ESC><US>"},
+        {"~\x7f", "~<DEL>"},
+        {"\x80\x85\x9f", "<80><85><9F>"},
+        {" \xa0\xe9\xff", " \xa0\xe9\xff"}, // printable in ISO-8859-1: kept
+        {"", ""},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(ResultRowText(c.bytes), c.shown);
+    }
+}
 
 TEST(AutoResetEvent, ReleasesOneWaitPerSetAndDoesNotCount) {
     AutoResetEvent event;

@@ -346,6 +346,15 @@ TEST_F(HexViewTest, ShiftClickExtendsFromCaretAndPlainClickClears) {
     Click(HexCell(4, 0));
     EXPECT_EQ(Selection(), std::make_pair(-1, -1));
     EXPECT_TRUE(edit->IsCaretVisible());
+
+    // A Shift-press starts a selection that a drag with the button held goes on extending.
+    QTest::mousePress(Client(), Qt::LeftButton, Qt::ShiftModifier, HexCell(9, 0));
+    EXPECT_EQ(Selection(), std::make_pair(4, 10));
+    QTest::mouseMove(Client(), HexCell(17, 0));
+    EXPECT_EQ(Selection(), std::make_pair(4, 18));
+    QTest::mouseRelease(Client(), Qt::LeftButton, Qt::ShiftModifier, HexCell(17, 0));
+    QTest::mouseMove(Client(), HexCell(20, 0));
+    EXPECT_EQ(Selection(), std::make_pair(4, 18)) << "released: moves no longer extend";
 }
 
 struct PasteCase {

@@ -65,18 +65,20 @@ TEST_P(LayoutFigures, MatchWorkedExample) {
 INSTANTIATE_TEST_SUITE_P(
     Widths, LayoutFigures,
     testing::Values(
-        // 500 - 10 - 2 x 9 x 7 = 364 pixels, 28 per byte.
-        LayoutCase{"WideAddressAllColumns", {}, 500, 140, 1000, 13, 63, 336, 10, false},
+        // 500 - 10 - 2 x 5 x 7 = 420 pixels, 28 per byte.
+        LayoutCase{"WideAddressAllColumns", {}, 500, 140, 1000, 15, 63, 378, 10, false},
         LayoutCase{"NineBytesAtEightPerRow", FixedRow(8), 500, 140, 9, 8, 63, 231, 2, true},
         LayoutCase{"TwelveBytesCountThreeRows", FixedRow(8), 500, 140, 12, 8, 63, 231, 3, true},
         LayoutCase{"SixteenBytesFillTwoRows", FixedRow(8), 500, 140, 16, 8, 63, 231, 2, false},
         LayoutCase{"ThreeBytesOneRow", FixedRow(8), 500, 140, 3, 8, 63, 231, 1, true},
-        LayoutCase{"NarrowAddress", Columns(true, true, true, false), 300, 140, 1000, 7, 35, 182, 10, false},
-        LayoutCase{"NoHexColumn", Columns(true, false, true), 300, 140, 1000, 23, 63, 63, 10, false},
+        // 300 - 10 - 2 x 3 x 7 = 248 pixels.
+        LayoutCase{"NarrowAddress", Columns(true, true, true, false), 300, 140, 1000, 8, 35, 203, 10, false},
+        // 300 - 10 - 70 = 220 pixels, 7 per byte.
+        LayoutCase{"NoHexColumn", Columns(true, false, true), 300, 140, 1000, 31, 63, 63, 10, false},
         LayoutCase{"NoAddressColumn", Columns(false, true, true), 300, 140, 1000, 10, 0, 210, 10, false},
         LayoutCase{"NarrowerThanOneByte", {}, 50, 140, 1000, 1, 63, 84, 10, false},
-        LayoutCase{"NoHeight", {}, 500, 0, 1000, 13, 63, 336, 0, false},
-        LayoutCase{"EmptyBuffer", {}, 500, 140, 0, 13, 63, 336, 0, false}),
+        LayoutCase{"NoHeight", {}, 500, 0, 1000, 15, 63, 378, 0, false},
+        LayoutCase{"EmptyBuffer", {}, 500, 140, 0, 15, 63, 378, 0, false}),
     [](const testing::TestParamInfo<LayoutCase>& info) { return info.param.name; });
 
 TEST(HexLayout, WholeLinesDropPartialRowAndCellSizeNeverZero) {
@@ -88,7 +90,8 @@ TEST(HexLayout, WholeLinesDropPartialRowAndCellSizeNeverZero) {
     EXPECT_EQ(layout.LineHeight(), 1);
 }
 
-// 500 x 100 pixels: 13 bytes per row, 7 visible rows, hex column at cell 9, characters at 48.
+// 500 x 100 pixels over 200 bytes: 15 bytes per row, 7 visible rows, hex column at cell 9,
+// characters at cell 54.
 struct HitCase {
     std::string name;
     HexLayout::Options options;
@@ -109,8 +112,8 @@ class HitTest : public testing::TestWithParam<HitCase> {};
 TEST_P(HitTest, FindsByteModeAndCaretPoint) {
     const HitCase& c = GetParam();
     const HexLayout layout =
-        Make(c.options, c.options.showAddress && c.options.wideAddress ? 500 : 300, 100, 100);
-    const auto hit = layout.HitTest(c.x, c.y, c.top, 100);
+        Make(c.options, c.options.showAddress && c.options.wideAddress ? 500 : 300, 100, 200);
+    const auto hit = layout.HitTest(c.x, c.y, c.top, 200);
     ASSERT_EQ(hit.has_value(), c.hit);
     if (!c.hit)
         return;
@@ -125,21 +128,21 @@ INSTANTIATE_TEST_SUITE_P(
     Columns, HitTest,
     testing::Values(
         HitCase{"AddressFirstCell", kWide, 0, 0, 0, true, 0, HexModeAddress, {0, 0}},
-        HitCase{"AddressGapCell", kWide, 60, 20, 0, true, 13, HexModeAddress, {56, 14}},
+        HitCase{"AddressGapCell", kWide, 60, 20, 0, true, 15, HexModeAddress, {56, 14}},
         HitCase{"HexFirstCellHigh", kWide, 63, 0, 0, true, 0, HexModeHigh, {63, 0}},
         HitCase{"HexSecondCellHigh", kWide, 71, 0, 0, true, 0, HexModeHigh, {63, 0}},
         HitCase{"HexThirdCellLow", kWide, 78, 0, 0, true, 0, HexModeLow, {70, 0}},
-        HitCase{"HexThirdRowSecondByte", kWide, 85, 30, 0, true, 27, HexModeHigh, {84, 28}},
-        HitCase{"HexLastCellOfRow", kWide, 329, 0, 0, true, 12, HexModeLow, {322, 0}},
-        HitCase{"CharacterFirst", kWide, 336, 0, 0, true, 0, HexModeCharacter, {336, 0}},
-        HitCase{"CharacterSecondRow", kWide, 340, 14, 0, true, 13, HexModeCharacter, {336, 14}},
-        HitCase{"CharacterOnePastRow", kWide, 427, 0, 0, true, 13, HexModeCharacter, {427, 0}},
-        HitCase{"RightOfCharacters", kWide, 434, 0, 0, false, 0, 0, {}},
-        HitCase{"LastCountedRow", kWide, 10, 98, 0, true, 91, HexModeAddress, {7, 98}},
+        HitCase{"HexThirdRowSecondByte", kWide, 85, 30, 0, true, 31, HexModeHigh, {84, 28}},
+        HitCase{"HexLastCellOfRow", kWide, 375, 0, 0, true, 14, HexModeLow, {364, 0}},
+        HitCase{"CharacterFirst", kWide, 378, 0, 0, true, 0, HexModeCharacter, {378, 0}},
+        HitCase{"CharacterSecondRow", kWide, 382, 14, 0, true, 15, HexModeCharacter, {378, 14}},
+        HitCase{"CharacterOnePastRow", kWide, 483, 0, 0, true, 15, HexModeCharacter, {483, 0}},
+        HitCase{"RightOfCharacters", kWide, 490, 0, 0, false, 0, 0, {}},
+        HitCase{"LastCountedRow", kWide, 10, 98, 0, true, 105, HexModeAddress, {7, 98}},
         HitCase{"BelowVisibleRows", kWide, 10, 112, 0, false, 0, 0, {}},
         HitCase{"AboveClient", kWide, 10, -1, 0, false, 0, 0, {}},
-        HitCase{"RowPastBuffer", kWide, 10, 14, 91, false, 0, 0, {}},
-        HitCase{"CharacterClampedToLength", kWide, 420, 0, 91, true, 100, HexModeCharacter, {420, 0}},
+        HitCase{"RowPastBuffer", kWide, 10, 14, 195, false, 0, 0, {}},
+        HitCase{"CharacterClampedToLength", kWide, 427, 0, 195, true, 200, HexModeCharacter, {427, 0}},
         HitCase{"LeftOfClientIsFirstCell", kWide, -20, 0, 0, true, 0, HexModeAddress, {0, 0}},
         HitCase{"NoAddressHigh", Columns(false, true, true), 8, 0, 0, true, 0, HexModeHigh, {0, 0}},
         HitCase{"NoAddressLow", Columns(false, true, true), 15, 0, 0, true, 0, HexModeLow, {7, 0}},
@@ -184,13 +187,13 @@ INSTANTIATE_TEST_SUITE_P(
     Modes, CaretPlacement,
     testing::Values(CaretCase{"HighNibble", 0, HexModeHigh, 0, {63, 0}, true},
                     CaretCase{"LowNibble", 0, HexModeLow, 0, {70, 0}, true},
-                    CaretCase{"Character", 14, HexModeCharacter, 0, {343, 14}, true},
-                    CaretCase{"ScrolledOneRow", 14, HexModeHigh, 13, {84, 0}, true},
-                    CaretCase{"LowNibbleThirdRow", 27, HexModeLow, 0, {91, 28}, true},
+                    CaretCase{"Character", 16, HexModeCharacter, 0, {385, 14}, true},
+                    CaretCase{"ScrolledOneRow", 16, HexModeHigh, 15, {84, 0}, true},
+                    CaretCase{"LowNibbleThirdRow", 31, HexModeLow, 0, {91, 28}, true},
                     CaretCase{"AddressAlwaysLeftEdge", 5, HexModeAddress, 0, {0, 0}, true},
-                    CaretCase{"LastRowInClient", 91, HexModeHigh, 0, {63, 98}, true},
-                    CaretCase{"AboveFirstVisibleRow", 12, HexModeCharacter, 13, {}, false},
-                    CaretCase{"BelowClient", 104, HexModeHigh, 0, {}, false}),
+                    CaretCase{"LastRowInClient", 105, HexModeHigh, 0, {63, 98}, true},
+                    CaretCase{"AboveFirstVisibleRow", 14, HexModeCharacter, 15, {}, false},
+                    CaretCase{"BelowClient", 120, HexModeHigh, 0, {}, false}),
     [](const testing::TestParamInfo<CaretCase>& info) { return info.param.name; });
 
 struct ScrollCase {
@@ -216,11 +219,13 @@ TEST_P(ScrollBarFigures, RangePagePosition) {
     EXPECT_EQ(layout.LastPageTop(c.length), c.lastPageTop);
 }
 
-// 13 bytes per row, 7 rows in view; the bar comes alive only when the last row index exceeds 7.
+// 15 bytes per row, 7 rows in view (8 counted for 100 bytes); the bar comes alive only when the
+// last row index exceeds the rows in view.
 INSTANTIATE_TEST_SUITE_P(Lengths, ScrollBarFigures,
-                         testing::Values(ScrollCase{100, 0, false, 7, 7, 0, 13},
-                                         ScrollCase{105, 13, true, 8, 7, 1, 26},
-                                         ScrollCase{200, 26, true, 15, 7, 2, 117},
+                         testing::Values(ScrollCase{100, 0, false, 6, 8, 0, 0},
+                                         ScrollCase{120, 0, false, 7, 7, 0, 15},
+                                         ScrollCase{121, 15, true, 8, 7, 1, 30},
+                                         ScrollCase{200, 30, true, 13, 7, 2, 105},
                                          ScrollCase{0, 0, false, 0, 0, 0, 0}));
 
 } // namespace

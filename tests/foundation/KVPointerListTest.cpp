@@ -212,13 +212,24 @@ TEST(KVObjectPointerListTest, TypedAccessAndHolderDeletesItems) {
     delete b;
     EXPECT_EQ(deaths, 2);
 
-    // The holder pattern: delete over GetAt(0..count-1), then Clear().
-    for (int i = 0; i < 5; ++i)
-        list->Add(new Tracked(deaths));
+    // The holder pattern: the holder deletes what GetAt(0..count-1) hands out. The list deletes
+    // nothing, neither when cleared nor when destroyed.
+    std::vector<Tracked*> added;
+    for (int i = 0; i < 5; ++i) {
+        added.push_back(new Tracked(deaths));
+        list->Add(added.back());
+    }
+    std::vector<Tracked*> handedOut;
     for (int i = 0; i < list->GetCount(); ++i)
-        delete list->GetAt(i);
+        handedOut.push_back(list->GetAt(i));
+    EXPECT_EQ(handedOut, added);
     list->Clear();
-    EXPECT_EQ(deaths, 7);
+    for (Tracked* t : added)
+        list->Add(t);
+    list.reset();
+    EXPECT_EQ(deaths, 2);
+    for (Tracked* t : handedOut)
+        delete t;
 }
 
 } // namespace

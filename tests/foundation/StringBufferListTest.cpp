@@ -197,6 +197,7 @@ TEST(StringBufferListFiles, FailuresCarryTheSystemText) {
     EXPECT_FALSE(lines.SaveToFile(StringBuffer("/dev/full"), false, false));
     StringBufferList empty;
     EXPECT_TRUE(empty.SaveToFile(StringBuffer("/dev/full"), false, true)); // nothing to write
+    EXPECT_TRUE(lines.SaveToFile(StringBuffer("/dev/null"), false, true)); // a device has nothing to cut
 }
 
 } // namespace

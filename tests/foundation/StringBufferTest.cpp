@@ -335,6 +335,12 @@ TEST(StringBufferCompare, OrderEqualityAndStartsWith) {
         EXPECT_EQ(a == b, c.equal);
         EXPECT_EQ(a.StartsWith(b), c.startsWith);
     }
+    // The receiver's terminator takes part: one NUL more still matches, a second one does not.
+    const StringBuffer abc("abc");
+    EXPECT_TRUE(abc.StartsWith(abc + '\0'));
+    EXPECT_FALSE(abc.StartsWith(abc + '\0' + '\0'));
+    EXPECT_FALSE(abc.StartsWith(abc + 'd'));
+    EXPECT_FALSE((abc + '\0').StartsWith(abc));
 }
 
 TEST(StringBufferCompare, EqualsCString) {
@@ -417,6 +423,7 @@ TEST(StringBufferShared, UppercaseReusesOneObjectAndLeavesReceiver) {
     const StringBuffer withNul("a\0b", 3);
     EXPECT_EQ(&withNul.uppercase(), &upper);
     EXPECT_EQ(Bytes(upper), "AB"); // the NUL byte is left out
+    EXPECT_TRUE(HasExactBuffer(upper));
     EXPECT_EQ(Bytes(upper.uppercase()), "AB");
 }
 

@@ -105,13 +105,15 @@ TEST(XmlSave, LinesResplitWithCrLf) {
     EXPECT_EQ(ReadBytes(file), "<?xml version=\"1.0\"?><R><T>x</T></R>\r\n");
 }
 
-TEST(XmlSave, FileErrorsGiveFalse) {
+TEST(XmlSave, FileErrorsGiveFalseDevicesAreWritten) {
     TempFolder folder;
     XDocument doc(X("R"));
     EXPECT_FALSE(doc.SaveToFile(X(folder.File("missing/folder/x.xml"))));
     EXPECT_FALSE(doc.SaveToFile(X(folder.path.string())));
     EXPECT_FALSE(doc.SaveToFile(XString()));
     EXPECT_TRUE(std::filesystem::is_directory(folder.path));
+    EXPECT_FALSE(doc.SaveToFile(X("/dev/full")));
+    EXPECT_TRUE(doc.SaveToFile(X("/dev/null"))); // a device has nothing to cut
 }
 
 // Runs xmllint and returns its standard output; exit status in *status.
