@@ -6,7 +6,7 @@
 #include "core/ErrorReporter.h"
 #include "core/Log.h"
 #include "core/ObjectRegistry.h"
-#include "core/ParseService.h"
+#include "core/ReaderService.h"
 
 #include <new>
 #include <string>
@@ -29,7 +29,7 @@ extern "C" {
 
 ZYRREADER_API int32_t ZyrReader_ParseAAMVA(const uint8_t* data, int32_t length, AAMVARecord** record,
                                            int32_t /*reserved*/) {
-    if (!ParseService::instance().initialised())
+    if (!parseService().running())
         return ZYR_ERR_NOT_INITIALISED;
     if (record == nullptr || length < 0 || (data == nullptr && length > 0))
         return ZYR_ERR_BAD_ARGUMENT;

@@ -4,7 +4,7 @@
 #include "capture/CaptureSettings.h"
 #include "capture/DeviceConfig.h"
 #include "capture/VirtualReader.h"
-#include "core/CameraService.h"
+#include "core/ReaderService.h"
 #include "core/ErrorReporter.h"
 #include "core/Log.h"
 #include "core/ShutdownHooks.h"
@@ -31,11 +31,11 @@ void report(const PlatenState& where, bool bothSides, ZyrLocation* side1, ZyrLoc
 }
 
 uint8_t darkObjectFlag() {
-    return CameraService::instance().settings().DarkObjectDetect ? 1 : 0;
+    return cameraService().state().settings.DarkObjectDetect ? 1 : 0;
 }
 
 bool cameraReady() {
-    return CameraService::instance().initialised() && VirtualReader::instance().isOpen();
+    return cameraService().running() && VirtualReader::instance().isOpen();
 }
 
 } // namespace
@@ -53,27 +53,28 @@ ZYRREADER_API int32_t ZyrReader_CameraInitialise(ZyrReaderSettings* settings, ui
         ErrorReporter::report(result, problem.c_str());
         return result;
     }
-    CameraService::instance().initialise(*settings, device);
+    cameraService().start({*settings, device});
     VirtualReader::instance().open(config);
     return ZYR_OK;
 }
 
 ZYRREADER_API int32_t ZyrReader_CameraShutdown(void) {
     VirtualReader::instance().close();
-    return CameraService::instance().shutdown();
+    return cameraService().stop();
 }
 
 ZYRREADER_API int32_t ZyrReader_CameraUpdateSettings(ZyrReaderSettings* settings) {
     if (settings == nullptr)
         return ZYR_ERR_BAD_ARGUMENT;
-    CameraService& camera = CameraService::instance();
-    if (!camera.initialised())
+    auto& camera = cameraService();
+    if (!camera.running())
         return ZYR_ERR_NOT_INITIALISED;
-    ZyrReaderSettings running = camera.settings();
+    CameraState state = camera.state();
+    ZyrReaderSettings& running = state.settings;
     running.DarkObjectDetect = settings->DarkObjectDetect ? 1 : 0;
     if (std::isfinite(settings->DarkObjectValue))
         running.DarkObjectValue = settings->DarkObjectValue;
-    camera.updateSettings(running);
+    camera.update(state);
     Log::write(ZYR_LOG_CAMERA, LogInfo, "dark-object detection %s, value %.1f",
                running.DarkObjectDetect ? "on" : "off", double(running.DarkObjectValue));
     return ZYR_OK;
@@ -123,7 +124,7 @@ ZYRREADER_API int32_t ZyrReader_CameraDetectDocumentTwoSidedEx(
     if (!cameraReady())
         return ZYR_ERR_NOT_INITIALISED;
     // The camera looks with its own settings, which carry the dark-object choice.
-    const FindParameters find = CaptureSettings::find(CameraService::instance().settings(), locate);
+    const FindParameters find = CaptureSettings::find(cameraService().state().settings, locate);
     PlatenState where;
     if (const int32_t result =
             VirtualReader::instance().detect(wait, timeoutMs, removalOf(feed), find, where))

@@ -1,6 +1,6 @@
 #include "capture/CaptureSettings.h"
 
-#include "core/CameraService.h"
+#include "core/ReaderService.h"
 #include "core/SettingsLoader.h"
 
 #include <algorithm>
@@ -11,8 +11,8 @@ namespace zyr {
 ZyrReaderSettings CaptureSettings::effective(const ZyrReaderSettings* given) {
     if (given != nullptr)
         return *given;
-    if (CameraService::instance().initialised())
-        return CameraService::instance().settings();
+    if (cameraService().running())
+        return cameraService().state().settings;
     ZyrReaderSettings defaults;
     SettingsLoader::fillDefaults(defaults);
     return defaults;

@@ -3,7 +3,7 @@
 #include "capture/CaptureSettings.h"
 #include "capture/PostProcessor.h"
 #include "capture/SnapshotComposer.h"
-#include "core/ImageProcessingService.h"
+#include "core/ReaderService.h"
 #include "core/Log.h"
 
 using namespace zyr;
@@ -27,7 +27,7 @@ ProcessRequest requestOf(const ZyrReaderSettings& settings, const ZyrLocateSetti
 }
 
 int32_t checkCall(const ZyrImage* snapshot, ZyrImageCallback callback, Raster& picture) {
-    if (!ImageProcessingService::instance().initialised())
+    if (!imageProcessingService().running())
         return ZYR_ERR_NOT_INITIALISED;
     if (snapshot == nullptr || callback == nullptr || !Raster::fromView(*snapshot, picture))
         return ZYR_ERR_BAD_ARGUMENT;

@@ -1,5 +1,6 @@
 #include "core/LibraryImage.h"
 
+#include "ZyrPixelFormat.h"
 #include "core/Log.h"
 #include "core/ObjectRegistry.h"
 #include "imagecodec/ImageDecoder.h"
@@ -25,18 +26,6 @@ ZyrImage* registerImage(std::unique_ptr<OwnedImage> owned) {
     return &ObjectRegistry::instance().adopt(std::move(owned))->image;
 }
 
-int bytesPerPixel(ZyrPixelFormat format) {
-    switch (format) {
-    case ZYR_PIXEL_GREY8:
-        return 1;
-    case ZYR_PIXEL_RGB24:
-        return 3;
-    case ZYR_PIXEL_BGRA32:
-        return 4;
-    }
-    return 0;
-}
-
 } // namespace
 
 PixelLayout LibraryImage::layoutOf(ZyrPixelFormat format) {
@@ -54,12 +43,12 @@ PixelLayout LibraryImage::layoutOf(ZyrPixelFormat format) {
 bool LibraryImage::isValidView(const ZyrImage* image) {
     if (image == nullptr || image->Pixels == nullptr || image->Width <= 0 || image->Height <= 0)
         return false;
-    const int bpp = bytesPerPixel(static_cast<ZyrPixelFormat>(image->PixelFormat));
+    const int bpp = ZyrPixel_BytesPerPixel(image->PixelFormat);
     return bpp != 0 && int64_t(image->Stride) >= int64_t(image->Width) * bpp;
 }
 
 ZyrImage* LibraryImage::create(int32_t width, int32_t height, ZyrPixelFormat format) {
-    const int bpp = bytesPerPixel(format);
+    const int bpp = ZyrPixel_BytesPerPixel(format);
     if (bpp == 0 || width <= 0 || height <= 0 || width > kMaxImageDimension || height > kMaxImageDimension ||
         int64_t(width) * height > kMaxImagePixels)
         return nullptr;

@@ -1,9 +1,6 @@
 // Entry points that start, stop and query the camera, image-processing, signal and parsing services.
 #include "ZyrReaderLowLevelAPI.h"
-#include "core/CameraService.h"
-#include "core/ImageProcessingService.h"
-#include "core/ParseService.h"
-#include "core/SignalService.h"
+#include "core/ReaderService.h"
 
 using namespace zyr;
 
@@ -12,7 +9,7 @@ extern "C" {
 // Starting and stopping the camera opens and closes the virtual device: see capture/CameraApi.cpp.
 
 ZYRREADER_API bool ZyrReader_IsCameraInitialised(void) {
-    return CameraService::instance().initialised();
+    return cameraService().running();
 }
 
 ZYRREADER_API int32_t ZyrReader_ImageProcessingInitialise(ZyrReaderSettings* settings, uint64_t device,
@@ -22,41 +19,41 @@ ZYRREADER_API int32_t ZyrReader_ImageProcessingInitialise(ZyrReaderSettings* set
     // The sub-record is normally the settings' own; a separate one takes precedence.
     const ZyrImageProcessingSettings& chosen =
         processing != nullptr ? *processing : settings->ImageProcessing;
-    return ImageProcessingService::instance().initialise(device, chosen);
+    return imageProcessingService().start({chosen, device});
 }
 
 ZYRREADER_API bool ZyrReader_IsImageProcessingInitialised(void) {
-    return ImageProcessingService::instance().initialised();
+    return imageProcessingService().running();
 }
 
 ZYRREADER_API int32_t ZyrReader_ImageProcessingShutdown(void) {
-    return ImageProcessingService::instance().shutdown();
+    return imageProcessingService().stop();
 }
 
 ZYRREADER_API int32_t ZyrReader_SignalInitialise(ZyrReaderSettings* settings) {
     if (settings == nullptr)
         return ZYR_ERR_BAD_ARGUMENT;
-    return SignalService::instance().initialise();
+    return signalService().start();
 }
 
 ZYRREADER_API bool ZyrReader_IsSignalInitialised(void) {
-    return SignalService::instance().initialised();
+    return signalService().running();
 }
 
 ZYRREADER_API int32_t ZyrReader_SignalShutdown(void) {
-    return SignalService::instance().shutdown();
+    return signalService().stop();
 }
 
 ZYRREADER_API int32_t ZyrReader_ParseInitialise(void) {
-    return ParseService::instance().initialise();
+    return parseService().start();
 }
 
 ZYRREADER_API bool ZyrReader_IsParsingInitialised(void) {
-    return ParseService::instance().initialised();
+    return parseService().running();
 }
 
 ZYRREADER_API int32_t ZyrReader_ParseShutdown(void) {
-    return ParseService::instance().shutdown();
+    return parseService().stop();
 }
 
 } // extern "C"

@@ -1,13 +1,10 @@
 // Entry points for the error handler, logging and the release of library objects.
 #include "ZyrReaderLowLevelAPI.h"
-#include "core/CameraService.h"
+#include "core/ReaderService.h"
 #include "core/ErrorReporter.h"
-#include "core/ImageProcessingService.h"
 #include "core/Log.h"
 #include "core/ObjectRegistry.h"
-#include "core/ParseService.h"
 #include "core/ShutdownHooks.h"
-#include "core/SignalService.h"
 
 using namespace zyr;
 
@@ -43,10 +40,10 @@ ZYRREADER_API int32_t ZyrReader_DestroyCachedData(void) {
     const std::size_t freed = ObjectRegistry::instance().destroyAll();
     ShutdownHooks::instance().runAll();
     // Shut-downs of services that are not running answer "not initialised"; that is expected here.
-    CameraService::instance().shutdown();
-    ImageProcessingService::instance().shutdown();
-    SignalService::instance().shutdown();
-    ParseService::instance().shutdown();
+    cameraService().stop();
+    imageProcessingService().stop();
+    signalService().stop();
+    parseService().stop();
     Log::write(ZYR_LOG_ALL, LogInfo, "cached data destroyed, %zu objects freed", freed);
     return ZYR_OK;
 }
