@@ -1,6 +1,7 @@
 #include "CBitmapPicture.h"
 
 #include "ControlIds.h"
+#include "ZyrPixelFormat.h"
 
 #include <QFile>
 #include <QFileDialog>
@@ -110,19 +111,19 @@ void CBitmapPicture::SetImage(const ZyrImage* image) {
     std::unique_ptr<QImage> copy;
     if (image && image->Pixels && image->Width > 0 && image->Height > 0) {
         QImage::Format format = QImage::Format_Invalid;
-        int bytesPerPixel = 0;
         switch (image->PixelFormat) {
         case ZYR_PIXEL_GREY8:
-            format = QImage::Format_Grayscale8, bytesPerPixel = 1;
+            format = QImage::Format_Grayscale8;
             break;
         case ZYR_PIXEL_RGB24:
-            format = QImage::Format_RGB888, bytesPerPixel = 3;
+            format = QImage::Format_RGB888;
             break;
         case ZYR_PIXEL_BGRA32:
-            format = QImage::Format_ARGB32, bytesPerPixel = 4;
+            format = QImage::Format_ARGB32;
             break;
         }
-        if (format != QImage::Format_Invalid && image->Stride >= image->Width * bytesPerPixel) {
+        if (format != QImage::Format_Invalid &&
+            image->Stride >= image->Width * ZyrPixel_BytesPerPixel(image->PixelFormat)) {
             copy = std::make_unique<QImage>(
                 QImage(image->Pixels, image->Width, image->Height, image->Stride, format).copy());
         }

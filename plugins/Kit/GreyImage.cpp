@@ -1,5 +1,7 @@
 #include "GreyImage.h"
 
+#include <ZyrPixelFormat.h>
+
 #include <cstring>
 
 namespace kvdecode {
@@ -9,23 +11,6 @@ namespace {
 constexpr int64_t kMaxPixels = int64_t(1) << 28;
 constexpr int kMaxSide = 1 << 16;
 
-int bytesPerPixel(int32_t format) {
-    switch (format) {
-    case ZYR_PIXEL_GREY8:
-        return 1;
-    case ZYR_PIXEL_RGB24:
-        return 3;
-    case ZYR_PIXEL_BGRA32:
-        return 4;
-    default:
-        return 0;
-    }
-}
-
-uint8_t luminance(unsigned r, unsigned g, unsigned b) {
-    return static_cast<uint8_t>((306 * r + 601 * g + 117 * b + 0x200) >> 10);
-}
-
 } // namespace
 
 bool validImage(const ZyrImage* image, std::string& error) {
@@ -33,7 +18,7 @@ bool validImage(const ZyrImage* image, std::string& error) {
         error = "no image";
         return false;
     }
-    int bpp = bytesPerPixel(image->PixelFormat);
+    int bpp = ZyrPixel_BytesPerPixel(image->PixelFormat);
     if (bpp == 0) {
         error = "unknown pixel format " + std::to_string(image->PixelFormat);
         return false;
@@ -61,11 +46,11 @@ GreyImage::GreyImage(const ZyrImage& image)
             break;
         case ZYR_PIXEL_RGB24:
             for (int x = 0; x < width_; ++x, in += 3)
-                out[x] = luminance(in[0], in[1], in[2]);
+                out[x] = ZyrPixel_Grey(in[0], in[1], in[2]);
             break;
         default: // BGRA
             for (int x = 0; x < width_; ++x, in += 4)
-                out[x] = luminance(in[2], in[1], in[0]);
+                out[x] = ZyrPixel_Grey(in[2], in[1], in[0]);
             break;
         }
     }

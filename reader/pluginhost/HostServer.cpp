@@ -37,7 +37,7 @@ bool HostServer::open() {
 
 DecodeReply HostServer::decode(const DecodeRequest& request) {
     DecodeReply reply;
-    const int pixelSize = bytesPerPixel(request.pixelFormat);
+    const int pixelSize = ZyrPixel_BytesPerPixel(request.pixelFormat);
     const uint8_t* pixels = nullptr;
     if (pixelSize == 0 || request.width <= 0 || request.height <= 0 ||
         int64_t(request.stride) != int64_t(request.width) * pixelSize ||

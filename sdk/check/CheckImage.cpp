@@ -2,16 +2,13 @@
 
 #include "ImageFileLoader.h"
 #include "SampleRenderer.h"
+#include "ZyrPixelFormat.h"
 
 #include <cstring>
 #include <random>
 
 namespace plugincheck {
 namespace {
-
-int bytesPerPixel(int32_t format) {
-    return format == ZYR_PIXEL_RGB24 ? 3 : format == ZYR_PIXEL_BGRA32 ? 4 : 1;
-}
 
 bool selected(const glyphor::samples::Sample& sample) {
     static const char* const kVariants[] = {"plain", "multi", "empty", "eci", "binary", "aamva", "colour"};
@@ -33,16 +30,16 @@ CheckImage fromRaster(const std::string& name, const glyphor::samples::RasterIma
 // Grey level of one pixel of a grey or RGB image.
 uint8_t greyAt(const CheckImage& image, int x, int y) {
     const ZyrImage* v = image.view();
-    const uint8_t* p = v->Pixels + size_t(y) * size_t(v->Stride) + size_t(x) * size_t(bytesPerPixel(v->PixelFormat));
+    const uint8_t* p = v->Pixels + size_t(y) * size_t(v->Stride) + size_t(x) * size_t(ZyrPixel_BytesPerPixel(v->PixelFormat));
     if (v->PixelFormat == ZYR_PIXEL_GREY8)
         return p[0];
-    return uint8_t((p[0] * 299 + p[1] * 587 + p[2] * 114) / 1000);
+    return ZyrPixel_Grey(p[0], p[1], p[2]);
 }
 
 CheckImage uniform(const std::string& name, int width, int height, int32_t format, uint8_t level) {
-    CheckImage image(name, width, height, format, width * bytesPerPixel(format));
+    CheckImage image(name, width, height, format, width * ZyrPixel_BytesPerPixel(format));
     for (int y = 0; y < height; ++y)
-        std::memset(image.row(y), level, size_t(width) * size_t(bytesPerPixel(format)));
+        std::memset(image.row(y), level, size_t(width) * size_t(ZyrPixel_BytesPerPixel(format)));
     return image;
 }
 
@@ -89,7 +86,7 @@ bool imageFiles(const std::vector<std::string>& paths, std::vector<CheckImage>& 
             error = path + ": " + reason;
             return false;
         }
-        const int row = loaded->Width * bytesPerPixel(loaded->PixelFormat);
+        const int row = loaded->Width * ZyrPixel_BytesPerPixel(loaded->PixelFormat);
         CheckImage image(path, loaded->Width, loaded->Height, loaded->PixelFormat, row);
         for (int y = 0; y < loaded->Height; ++y)
             std::memcpy(image.row(y), loaded->Pixels + size_t(y) * size_t(loaded->Stride), size_t(row));

@@ -6,6 +6,8 @@
 
 #include "imagecodec/PixelLayout.h"
 
+#include "ZyrPixelFormat.h"
+
 #include <cstdint>
 
 namespace zyr {
@@ -20,7 +22,7 @@ public:
         return static_cast<uint8_t>((c * a + 255 * (255 - a) + 127) / 255);
     }
     static uint8_t luma(uint8_t r, uint8_t g, uint8_t b) {
-        return static_cast<uint8_t>((299 * r + 587 * g + 114 * b + 500) / 1000);
+        return ZyrPixel_Grey(r, g, b);
     }
 };
 

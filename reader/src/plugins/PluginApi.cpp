@@ -1,5 +1,6 @@
 // Entry points of the decoder plug-in host.
 #include "ZyrReaderLowLevelAPI.h"
+#include "ZyrPixelFormat.h"
 #include "core/Log.h"
 #include "plugins/PluginHost.h"
 #include "plugins/SymbolResults.h"
@@ -14,10 +15,7 @@ namespace {
 bool usableImage(const ZyrImage* image) {
     if (!image || !image->Pixels || image->Width <= 0 || image->Height <= 0)
         return false;
-    int bytesPerPixel = image->PixelFormat == ZYR_PIXEL_GREY8    ? 1
-                        : image->PixelFormat == ZYR_PIXEL_RGB24  ? 3
-                        : image->PixelFormat == ZYR_PIXEL_BGRA32 ? 4
-                                                                 : 0;
+    const int32_t bytesPerPixel = ZyrPixel_BytesPerPixel(image->PixelFormat);
     return bytesPerPixel != 0 && image->Stride >= int64_t(image->Width) * bytesPerPixel;
 }
 

@@ -14,19 +14,6 @@ constexpr size_t kGrowthStep = size_t(1) << 20;
 
 } // namespace
 
-int bytesPerPixel(int32_t pixelFormat) {
-    switch (pixelFormat) {
-    case ZYR_PIXEL_GREY8:
-        return 1;
-    case ZYR_PIXEL_RGB24:
-        return 3;
-    case ZYR_PIXEL_BGRA32:
-        return 4;
-    default:
-        return 0;
-    }
-}
-
 SharedImageBuffer::~SharedImageBuffer() {
     if (mapping_)
         munmap(mapping_, capacity_);
@@ -60,7 +47,7 @@ bool SharedImageBuffer::grow(size_t bytes) {
 }
 
 bool SharedImageBuffer::hold(const ZyrImage& image, int32_t& packedStride, uint64_t& bytes) {
-    const size_t row = size_t(image.Width) * size_t(bytesPerPixel(image.PixelFormat));
+    const size_t row = size_t(image.Width) * size_t(ZyrPixel_BytesPerPixel(image.PixelFormat));
     const size_t total = row * size_t(image.Height);
     if (fd_ < 0 || row == 0 || row > size_t(INT32_MAX) || !grow(total))
         return false;

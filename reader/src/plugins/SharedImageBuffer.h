@@ -5,15 +5,13 @@
 #define ZYR_PLUGINS_SHARED_IMAGE_BUFFER_H
 
 #include "ZyrReaderLowLevelAPI.h"
+#include "ZyrPixelFormat.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
 
 namespace zyr {
-
-// Bytes per pixel of a ZyrPixelFormat; 0 for one the library does not know.
-int bytesPerPixel(int32_t pixelFormat);
 
 class SharedImageBuffer {
 public:
