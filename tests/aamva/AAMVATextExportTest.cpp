@@ -18,7 +18,7 @@ bool SaveText(const AAMVARecord& r, const std::string& raw, const std::string& p
 std::string SavedText(const AAMVARecord& r, const std::string& raw = "") {
     TempFolder folder;
     const std::string path = folder.file("out.txt");
-    return SaveText(r, raw, path, nullptr) ? ReadFile(path) : "<not saved>";
+    return SaveText(r, raw, path, nullptr) ? readFile(path) : "<not saved>";
 }
 
 bool HasLine(const std::string& file, const std::string& line) {
@@ -29,13 +29,13 @@ TEST(TextExportTest, FullRecordMatchesItsGoldenFile) {
     // The raw bytes hold CR LF, LF, NUL (also last) and a byte above 0x7F: all written as they are.
     RecordBuilder b;
     b.Full();
-    EXPECT_EQ(SavedText(b.get(), ReadFile(kData + "/full.raw")), ReadFile(kData + "/full.txt"));
+    EXPECT_EQ(SavedText(b.get(), readFile(kData + "/full.raw")), readFile(kData + "/full.txt"));
 }
 
 TEST(TextExportTest, RecordWithoutItemsEndsWithTheUnderline) {
     RecordBuilder blank;
     const std::string text = SavedText(blank.get());
-    EXPECT_EQ(text, ReadFile(kData + "/blank.txt"));
+    EXPECT_EQ(text, readFile(kData + "/blank.txt"));
     const std::string tail = "All Data Items\r\n==============\r\n";
     ASSERT_GE(text.size(), tail.size());
     EXPECT_EQ(text.substr(text.size() - tail.size()), tail);
@@ -112,9 +112,9 @@ TEST(TextExportTest, SavingOverALongerFileLeavesNoTrace) {
     ASSERT_TRUE(folder.ok());
     RecordBuilder blank;
     const std::string path = folder.file("old.txt");
-    WriteFile(path, std::string(100000, 'Z'));
+    writeFile(path, std::string(100000, 'Z'));
     ASSERT_TRUE(SaveText(blank.get(), "", path, nullptr));
-    EXPECT_EQ(ReadFile(path), ReadFile(kData + "/blank.txt"));
+    EXPECT_EQ(readFile(path), readFile(kData + "/blank.txt"));
 }
 
 TEST(TextExportTest, UnwritablePathsGiveTheMessageAndNoFile) {

@@ -17,7 +17,7 @@ std::string SavedXml(const AAMVARecord& r, std::string* problems) {
     if (!AAMVAXmlExport::Save(r, path, nullptr))
         return "<not saved>";
     *problems = XmlProblems(path);
-    return ReadFile(path);
+    return readFile(path);
 }
 
 bool HasLine(const std::string& file, const std::string& line) {
@@ -34,7 +34,7 @@ TEST(XmlExportTest, GoldenFilesAndWellFormed) {
         if (c.full)
             b.Full();
         std::string problems;
-        EXPECT_EQ(SavedXml(b.get(), &problems), ReadFile(kData + "/" + c.golden)) << c.golden;
+        EXPECT_EQ(SavedXml(b.get(), &problems), readFile(kData + "/" + c.golden)) << c.golden;
         EXPECT_EQ(problems, "") << c.golden;
     }
 }
@@ -126,9 +126,9 @@ TEST(XmlExportTest, SavingOverALongerFileLeavesNoTrace) {
     ASSERT_TRUE(folder.ok());
     RecordBuilder blank;
     const std::string path = folder.file("old.xml");
-    WriteFile(path, std::string(100000, 'Z'));
+    writeFile(path, std::string(100000, 'Z'));
     ASSERT_TRUE(AAMVAXmlExport::Save(blank.get(), path, nullptr));
-    EXPECT_EQ(ReadFile(path), ReadFile(kData + "/blank.xml"));
+    EXPECT_EQ(readFile(path), readFile(kData + "/blank.xml"));
 }
 
 TEST(XmlExportTest, UnwritablePathsGiveTheMessageAndNoFile) {

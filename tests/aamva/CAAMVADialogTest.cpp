@@ -266,7 +266,7 @@ TEST_F(AAMVADialogTest, HexViewShowsTheParsedBytesReadOnly) {
 TEST_F(AAMVADialogTest, ButtonsWriteTheExports) {
     TempFolder folder;
     ASSERT_TRUE(folder.ok());
-    auto d = Open(full.get(), ReadFile(kData + "/full.raw"));
+    auto d = Open(full.get(), readFile(kData + "/full.raw"));
     struct {
         int button;
         const char* file;
@@ -280,7 +280,7 @@ TEST_F(AAMVADialogTest, ButtonsWriteTheExports) {
         d->nextPath = QString::fromStdString(folder.file(c.file));
         QTest::mouseClick(Button(*d, c.button), Qt::LeftButton);
         EXPECT_EQ(d->filters, std::vector<QString>{c.filter});
-        EXPECT_EQ(ReadFile(folder.file(c.file)), ReadFile(kData + "/" + c.file)) << c.file;
+        EXPECT_EQ(readFile(folder.file(c.file)), readFile(kData + "/" + c.file)) << c.file;
     }
     EXPECT_TRUE(d->errors.empty());
     EXPECT_EQ(XmlProblems(folder.file("full.xml")), "");

@@ -14,7 +14,7 @@ namespace rd = readerdouble;
 namespace {
 
 std::string Magic(const std::string& path) {
-    return TempFolder::Read(path).substr(0, 4);
+    return readFile(path).substr(0, 4);
 }
 
 } // namespace
@@ -67,14 +67,14 @@ private slots:
     void unreadableFileEmptiesTheView() {
         TempFolder folder;
         const QByteArray bmp = Encoded(Solid(5, 5, Qt::green), "BMP");
-        const std::string path = folder.Write("a.bmp", bmp.toStdString());
+        const std::string path = folder.write("a.bmp", bmp.toStdString());
         CBitmapPicture view;
         view.LoadFromFile(path);
         QVERIFY(view.HasImage());
-        view.LoadFromFile(folder.File("missing.png"));
+        view.LoadFromFile(folder.file("missing.png"));
         QVERIFY(!view.HasImage());
         view.LoadFromFile(path);
-        view.LoadFromFile(folder.Path()); // a folder is not a readable image
+        view.LoadFromFile(folder.path()); // a folder is not a readable image
         QVERIFY(!view.HasImage());
     }
 
@@ -195,7 +195,7 @@ private slots:
         QFETCH(QByteArray, magic);
         TempFolder folder;
         const std::string path =
-            folder.Write(name.toStdString(), "old content that is longer than any magic");
+            folder.write(name.toStdString(), "old content that is longer than any magic");
         CBitmapPicture view;
         const QByteArray png = Encoded(Solid(6, 6, Qt::yellow), "PNG");
         view.LoadFromMemory(reinterpret_cast<const uint8_t*>(png.constData()), png.size());
@@ -209,14 +209,14 @@ private slots:
     void cancelledSaveWritesNothing() {
         TempFolder folder;
         const QString previous = QDir::currentPath();
-        QDir::setCurrent(QString::fromStdString(folder.Path())); // where a stray relative save would land
+        QDir::setCurrent(QString::fromStdString(folder.path())); // where a stray relative save would land
         CBitmapPicture view;
         view.SetSavePathChooser([] { return std::string(); });
         const QByteArray png = Encoded(Solid(2, 2, Qt::red), "PNG");
         view.LoadFromMemory(reinterpret_cast<const uint8_t*>(png.constData()), png.size());
         view.OnSaveImage();
         QDir::setCurrent(previous);
-        QVERIFY(QDir(QString::fromStdString(folder.Path()))
+        QVERIFY(QDir(QString::fromStdString(folder.path()))
                     .isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot));
         QVERIFY(view.HasImage());
     }
@@ -249,7 +249,7 @@ private slots:
 
     void workerLoadsAreRepaintedOnTheInterfaceThread() {
         TempFolder folder;
-        const std::string path = folder.Write("w.png", Encoded(Solid(4, 4, Qt::red), "PNG").toStdString());
+        const std::string path = folder.write("w.png", Encoded(Solid(4, 4, Qt::red), "PNG").toStdString());
         CBitmapPicture view;
         view.resize(20, 20);
         view.show();

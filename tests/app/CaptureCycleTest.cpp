@@ -89,8 +89,8 @@ protected:
         rd::Reset();
         ReaderSession::Reset();
         ZyrReaderSettings& reader = ReaderSession::Settings();
-        std::snprintf(reader.PluginFolder, ZYR_PATH_SIZE, "%s", plugins.Path().c_str());
-        std::snprintf(reader.ApplicationFolder, ZYR_PATH_SIZE, "%s", appFolder.Path().c_str());
+        std::snprintf(reader.PluginFolder, ZYR_PATH_SIZE, "%s", plugins.path().c_str());
+        std::snprintf(reader.ApplicationFolder, ZYR_PATH_SIZE, "%s", appFolder.path().c_str());
         reader.VisibleParameters.DetectThreshold = 60;
         reader.VisibleParameters.CaptureResolution = 600;
         reader.VisibleParameters.Binning = 2;
@@ -112,7 +112,7 @@ protected:
 
     void Install(std::vector<rd::PluginScript> scripts, std::vector<bool> selected = {}) {
         for (rd::PluginScript& script : scripts) {
-            plugins.Write(script.fileName, "");
+            plugins.write(script.fileName, "");
             rd::AddPlugin(script);
         }
         session.LoadPlugins();
@@ -261,7 +261,7 @@ TEST_F(CaptureTest, OneSidedCycleCallsTheReaderInOrderWithItsArguments) {
     EXPECT_EQ(view.sets[3].first, PictureId::Main);
     EXPECT_EQ(rd::Ptr(view.sets[3].second), decode.args[2]);
     ASSERT_FALSE(view.saves.empty());
-    EXPECT_EQ(view.saves[0], std::make_pair(PictureId::Main, appFolder.Path() + "/Glyphor_1.png"));
+    EXPECT_EQ(view.saves[0], std::make_pair(PictureId::Main, appFolder.path() + "/Glyphor_1.png"));
     EXPECT_EQ(session.imageNumber.load(), 1);
     EXPECT_EQ(session.results.TakeNext()->results, "[NO DATA]") << "side 0 has no side in its row";
     EXPECT_EQ(job.statusTexts,
@@ -321,10 +321,10 @@ TEST_P(TwoSidedCapture, DecodesBothSidesAndShowsThemOnlyWithCrop) {
     EXPECT_EQ(session.imageNumber.load(), 9) << "one for the capture, one per side";
 
     std::vector<std::pair<PictureId, std::string>> expectedSaves = {
-        {PictureId::Main, appFolder.Path() + "/Glyphor_1.png"}};
+        {PictureId::Main, appFolder.path() + "/Glyphor_1.png"}};
     if (crop) {
-        expectedSaves.emplace_back(PictureId::Side1, appFolder.Path() + "/GlyphorSide1_1.png");
-        expectedSaves.emplace_back(PictureId::Side2, appFolder.Path() + "/GlyphorSide2_1.png");
+        expectedSaves.emplace_back(PictureId::Side1, appFolder.path() + "/GlyphorSide1_1.png");
+        expectedSaves.emplace_back(PictureId::Side2, appFolder.path() + "/GlyphorSide2_1.png");
     }
     std::vector<std::pair<PictureId, std::string>> captureSaves;
     for (const auto& save : view.saves)
@@ -638,7 +638,7 @@ TEST_F(CaptureTest, PostProcessingTimeAddsUpAndTheFileNameAlternates) {
     std::vector<std::string> names;
     for (const auto& save : view.saves)
         if (save.second.find("/Glyphor_") != std::string::npos)
-            names.push_back(save.second.substr(appFolder.Path().size()));
+            names.push_back(save.second.substr(appFolder.path().size()));
     EXPECT_EQ(names, (std::vector<std::string>{"/Glyphor_1.png", "/Glyphor_0.png", "/Glyphor_1.png"}));
 }
 

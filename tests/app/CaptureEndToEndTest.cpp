@@ -26,14 +26,14 @@ namespace {
 void MakeDevice(const TempFolder& folder, const std::string& device,
                 const std::vector<std::string>& documents, int removalMs) {
     const std::string generated = std::string(GLYPHOR_DEVICES_DIR) + "/" + device + "/";
-    fs::create_directory(folder.File("documents"));
+    fs::create_directory(folder.file("documents"));
     for (const std::string& name : documents)
         for (const char* suffix : {".png", ".back.png"})
             if (fs::exists(generated + "documents/" + name + suffix))
                 fs::copy_file(generated + "documents/" + name + suffix,
-                              folder.File("documents/" + name + suffix));
+                              folder.file("documents/" + name + suffix));
     const bool twoSided = device == "two-sided";
-    folder.Write("device.ini", std::string("[Device]\nTwoSided=") + (twoSided ? "1" : "0") +
+    folder.write("device.ini", std::string("[Device]\nTwoSided=") + (twoSided ? "1" : "0") +
                                    "\n[Feed]\nArrivalDelayMs=0\nRemovalTimeMs=" + std::to_string(removalMs) +
                                    "\n");
 }
@@ -58,12 +58,12 @@ private:
 
     // Starts the reader session on the device and opens the main window with one plug-in selected.
     std::unique_ptr<CGlyphorDlg> Start(const QString& plugin) {
-        qputenv("ZYRREADER_DEVICE", QByteArray::fromStdString(device->Path()));
+        qputenv("ZYRREADER_DEVICE", QByteArray::fromStdString(device->path()));
         ReaderSession::Startup();
         ZyrReaderSettings& settings = ReaderSession::Settings();
-        std::snprintf(settings.ApplicationFolder, ZYR_PATH_SIZE, "%s/", app->Path().c_str());
+        std::snprintf(settings.ApplicationFolder, ZYR_PATH_SIZE, "%s/", app->path().c_str());
         auto dialog = std::make_unique<CGlyphorDlg>();
-        dialog->Session().executableFolder = app->Path() + "/";
+        dialog->Session().executableFolder = app->path() + "/";
         dialog->SetMessagePresenter([this](MessageKind, const QString& text) { messages.push_back(text); });
         dialog->OnInitDialog();
         dialog->show();
@@ -105,8 +105,8 @@ private slots:
         const QStringList rows = Rows(*dialog);
         QCOMPARE(rows.size(), 1);
         QVERIFY2(rows[0].startsWith("@") && rows[0].contains("ANSI 636"), qPrintable(rows[0]));
-        QVERIFY(fs::exists(app->File("Pdf417/1.png")));
-        QVERIFY(fs::exists(app->File("Glyphor_1.png")));
+        QVERIFY(fs::exists(app->file("Pdf417/1.png")));
+        QVERIFY(fs::exists(app->file("Glyphor_1.png")));
         QCOMPARE(dialog->windowTitle(), QStringLiteral("Glyphor - 1.png"));
         QVERIFY(messages.empty());
     }
@@ -116,8 +116,8 @@ private slots:
         auto dialog = Start("ZXing");
         dialog->OnCapture();
         QCOMPARE(Rows(*dialog), QStringList{"[NO DATA]"});
-        QCOMPARE(FilesIn(app->File("Failed")), (std::set<std::string>{"1.png"}));
-        QVERIFY(!fs::exists(app->File("ZXing")));
+        QCOMPARE(FilesIn(app->file("Failed")), (std::set<std::string>{"1.png"}));
+        QVERIFY(!fs::exists(app->file("ZXing")));
     }
 
     void tenCapturesLeaveTwoCaptureFiles() {
@@ -128,12 +128,12 @@ private slots:
             dialog->OnCapture();
         QCOMPARE(Rows(*dialog).size(), 10);
         std::set<std::string> captures;
-        for (const std::string& name : FilesIn(app->Path()))
+        for (const std::string& name : FilesIn(app->path()))
             if (name.rfind("Glyphor_", 0) == 0)
                 captures.insert(name);
         QCOMPARE(captures, (std::set<std::string>{"Glyphor_0.png", "Glyphor_1.png"}));
-        QCOMPARE(FilesIn(app->File("QRCode")).size(), size_t(10));
-        QVERIFY(fs::exists(app->File("QRCode/10.png")));
+        QCOMPARE(FilesIn(app->file("QRCode")).size(), size_t(10));
+        QVERIFY(fs::exists(app->file("QRCode/10.png")));
     }
 
     void captureMultiTakesEveryDocumentAndEndsOnStop() {
@@ -161,8 +161,8 @@ private slots:
         QVERIFY2(rows[0].startsWith("@"), qPrintable(rows[0]));
         QCOMPARE(rows.mid(1), (QStringList{"GLYPHOR DEVICE QR 0002", "GLYPHOR DEVICE DM 0003", "GLY-DEV-0004",
                                            "[NO DATA]"}));
-        QCOMPARE(FilesIn(app->File("ZXing")), (std::set<std::string>{"1.png", "2.png", "3.png", "4.png"}));
-        QCOMPARE(FilesIn(app->File("Failed")), (std::set<std::string>{"5.png"}));
+        QCOMPARE(FilesIn(app->file("ZXing")), (std::set<std::string>{"1.png", "2.png", "3.png", "4.png"}));
+        QCOMPARE(FilesIn(app->file("Failed")), (std::set<std::string>{"5.png"}));
         QVERIFY(!dialog->Session().busy);
         QVERIFY(dialog->findChild<CCancelDlg*>() == nullptr);
     }
@@ -177,7 +177,7 @@ private slots:
         QCOMPARE(rows[0], QStringLiteral("Side Left: D1234562"));
         QVERIFY2(rows[1].startsWith("Side Right: @"), qPrintable(rows[1]));
         for (const char* file : {"Glyphor_1.png", "GlyphorSide1_1.png", "GlyphorSide2_1.png"})
-            QVERIFY2(fs::exists(app->File(file)), file);
+            QVERIFY2(fs::exists(app->file(file)), file);
         QVERIFY(!dialog->Picture(PictureId::Main)->isVisible());
         QVERIFY(dialog->Picture(PictureId::Side1)->isVisible());
         QVERIFY(dialog->Picture(PictureId::Side2)->isVisible());

@@ -85,9 +85,9 @@ TEST(DecodeConcurrency, DecodeMultiWithTheInterfaceServedConcurrently) {
     rd::Reset();
     ReaderSession::Reset();
     TempFolder plugins;
-    std::snprintf(ReaderSession::Settings().PluginFolder, ZYR_PATH_SIZE, "%s", plugins.Path().c_str());
+    std::snprintf(ReaderSession::Settings().PluginFolder, ZYR_PATH_SIZE, "%s", plugins.path().c_str());
     for (const char* name : {"KVDECODE_A.so", "KVDECODE_B.so", "KVDECODE_C.so"}) {
-        plugins.Write(name, "");
+        plugins.write(name, "");
         rd::PluginScript script{name};
         rd::SymbolScript symbol;
         symbol.data = std::string(name).substr(9, 1);

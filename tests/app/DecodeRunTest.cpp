@@ -6,6 +6,7 @@
 #include "TempFolder.h"
 #include "TestSession.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -37,16 +38,16 @@ protected:
         ReaderSession::Reset();
         pixels.assign(16, 0x80);
         image = ZyrImage{4, 4, 4, ZYR_PIXEL_GREY8, pixels.data()};
-        std::snprintf(ReaderSession::Settings().PluginFolder, ZYR_PATH_SIZE, "%s", plugins.Path().c_str());
+        std::snprintf(ReaderSession::Settings().PluginFolder, ZYR_PATH_SIZE, "%s", plugins.path().c_str());
         std::snprintf(ReaderSession::Settings().ApplicationFolder, ZYR_PATH_SIZE, "%s",
-                      appFolder.Path().c_str());
+                      appFolder.path().c_str());
     }
     void TearDown() override { ReaderSession::Reset(); }
 
     // Installs plug-ins (file and script) and loads them into the session, all selected.
     void Install(std::vector<rd::PluginScript> scripts) {
         for (rd::PluginScript& script : scripts) {
-            plugins.Write(script.fileName, "");
+            plugins.write(script.fileName, "");
             rd::AddPlugin(script);
         }
         session.LoadPlugins();
@@ -385,7 +386,7 @@ TEST_F(DecodeRunTest, CameraImagesAreFiledByOutcome) {
     Install({a, b});
     session.imageNumber = 7; // no file opened: the image came from the camera
     session.decode.Run(&image, 0);
-    const std::string app = appFolder.Path() + "/";
+    const std::string app = appFolder.path() + "/";
     EXPECT_EQ(view.savedPngs, (std::vector<std::string>{app + "A/7.png", app + "B/7.png"}));
     EXPECT_TRUE(std::filesystem::is_directory(app + "A"));
     EXPECT_EQ(view.captions.back(), "Glyphor - 7.png");

@@ -60,7 +60,7 @@ private:
     QTreeWidget* DecodeWith(const QString& plugin, const std::vector<const Sample*>& samples) {
         opened = samples;
         dialog = std::make_unique<CGlyphorDlg>();
-        dialog->Session().executableFolder = app.Path();
+        dialog->Session().executableFolder = app.path();
         dialog->SetOpenFileChooser([this](uint32_t&, QStringList& paths) {
             for (const Sample* s : opened) {
                 paths << PathOf(*s);
@@ -89,7 +89,7 @@ private slots:
         ZyrReaderSettings& settings = ReaderSession::Settings();
         std::snprintf(settings.PluginFolder, ZYR_PATH_SIZE, "%s", GLYPHOR_PLUGIN_DIR);
         std::snprintf(settings.PluginSettingsFolder, ZYR_PATH_SIZE, "%s", GLYPHOR_PLUGIN_DIR);
-        std::snprintf(settings.ApplicationFolder, ZYR_PATH_SIZE, "%s", app.Path().c_str());
+        std::snprintf(settings.ApplicationFolder, ZYR_PATH_SIZE, "%s", app.path().c_str());
     }
     void cleanup() { dialog.reset(); }
     void cleanupTestCase() { ReaderSession::Shutdown(); }
@@ -227,10 +227,10 @@ private slots:
         QVERIFY(payload.find("DAQ" + licence.toStdString()) != std::string::npos);
         QVERIFY(fieldRows > 10);
 
-        const std::string saved = app.File("card.bin");
+        const std::string saved = app.file("card.bin");
         dialog->SetSavePathChooser([&] { return QString::fromStdString(saved); });
         dialog->OnSaveDataAsBinary();
-        QCOMPARE(TempFolder::Read(saved), payload);
+        QCOMPARE(readFile(saved), payload);
         QCOMPARE(int(messages.size()), 1);
         QCOMPARE(messages[0].second, QString::fromStdString("Successfully saved data to " + saved));
     }

@@ -27,10 +27,10 @@ private slots:
 
     void wholeRunWithoutAReader() {
         TempFolder plugins;
-        plugins.Write("KVDECODE_A.so", "");
+        plugins.write("KVDECODE_A.so", "");
         rd::AddPlugin({"KVDECODE_A.so"});
         ZyrReaderSettings ini{};
-        std::snprintf(ini.PluginFolder, ZYR_PATH_SIZE, "%s", plugins.Path().c_str());
+        std::snprintf(ini.PluginFolder, ZYR_PATH_SIZE, "%s", plugins.path().c_str());
         ini.LoggingLevel = 2;
         ini.LoggingMask = 0x21;
         rd::SetNoReader();

@@ -82,13 +82,13 @@ private:
     std::vector<uint32_t> filtersOffered;
 
     void InstallPlugin(const rd::PluginScript& script) {
-        plugins->Write(script.fileName, "");
+        plugins->write(script.fileName, "");
         rd::AddPlugin(script);
     }
 
     std::unique_ptr<CGlyphorDlg> MakeDialog(bool reader) {
         auto d = std::make_unique<CGlyphorDlg>();
-        d->Session().executableFolder = app->Path() + "/";
+        d->Session().executableFolder = app->path() + "/";
         d->SetScannerConnected(reader);
         d->SetMessagePresenter(
             [this](MessageKind kind, const QString& text) { messages.emplace_back(kind, text); });
@@ -158,8 +158,8 @@ private slots:
         ReaderSession::Reset();
         plugins = std::make_unique<TempFolder>();
         app = std::make_unique<TempFolder>();
-        std::snprintf(ReaderSession::Settings().PluginFolder, ZYR_PATH_SIZE, "%s", plugins->Path().c_str());
-        std::snprintf(ReaderSession::Settings().ApplicationFolder, ZYR_PATH_SIZE, "%s", app->Path().c_str());
+        std::snprintf(ReaderSession::Settings().PluginFolder, ZYR_PATH_SIZE, "%s", plugins->path().c_str());
+        std::snprintf(ReaderSession::Settings().ApplicationFolder, ZYR_PATH_SIZE, "%s", app->path().c_str());
         messages.clear();
         nextFiles.clear();
         chooserAccepts = true;
@@ -254,7 +254,7 @@ private slots:
         const QPoint middle = picture->rect().center();
         QCOMPARE(RightClick(picture, middle), QList<QStringList>()); // no image, no menu at all
         TempFolder images;
-        Open({QString::fromStdString(images.Write("a.png", PngBytes(Qt::red)))});
+        Open({QString::fromStdString(images.write("a.png", PngBytes(Qt::red)))});
         QVERIFY(picture->HasImage());
         const QStringList plain = {"Save Image", "Maintain Aspect Ratio"};
         QCOMPARE(RightClick(picture, middle, "Maintain Aspect Ratio"), QList<QStringList>{plain});
@@ -434,7 +434,7 @@ private slots:
         b.handle = 72;
         InstallPlugin(a);
         InstallPlugin(b);
-        app->Write("Glyphor.ini", "[Previous_State]\r\nSelectedPlugins=B\r\nBitmapID=4\r\n");
+        app->write("Glyphor.ini", "[Previous_State]\r\nSelectedPlugins=B\r\nBitmapID=4\r\n");
         Start();
         QCOMPARE(PluginList()->count(), 2);
         QCOMPARE(PluginList()->item(0)->text(), QStringLiteral("A"));
@@ -456,8 +456,8 @@ private slots:
         Start();
         PluginList()->item(0)->setSelected(true);
         TempFolder images;
-        Open({QString::fromStdString(images.Write("a.png", PngBytes(Qt::red))),
-              QString::fromStdString(images.Write("b.png", PngBytes(Qt::blue)))});
+        Open({QString::fromStdString(images.write("a.png", PngBytes(Qt::red))),
+              QString::fromStdString(images.write("b.png", PngBytes(Qt::blue)))});
         Button(IDC_DECODE_MULTI)->click(); // returns when the job has ended
         QCOMPARE(Results()->topLevelItemCount(), 2);
         const QStringList first = {"a.png", "A", "0ms", Results()->topLevelItem(0)->text(3), "one"};
@@ -507,7 +507,7 @@ private slots:
         QStringList paths;
         for (int i = 0; i < files; ++i) {
             paths << QString::fromStdString(
-                images.Write("f" + std::to_string(i) + ".png", PngBytes(Qt::red)));
+                images.write("f" + std::to_string(i) + ".png", PngBytes(Qt::red)));
         }
         Open(paths);
         bool onWorker = false;
@@ -540,7 +540,7 @@ private slots:
         Start();
         PluginList()->item(0)->setSelected(true);
         TempFolder images;
-        Open({QString::fromStdString(images.Write("a.png", PngBytes(Qt::red)))});
+        Open({QString::fromStdString(images.write("a.png", PngBytes(Qt::red)))});
         rd::SetHook("ZyrReader_ImagePluginDecode", [&] {
             QMetaObject::invokeMethod(
                 dlg.get(), [&] { dlg->close(); }, Qt::BlockingQueuedConnection);
@@ -548,13 +548,13 @@ private slots:
         Button(IDC_DECODE_IMAGE)->click();
         QVERIFY(dlg->isVisible());
         QCOMPARE(int(rd::CallsNamed("ZyrReader_CameraCancelQueue").size()), 1);
-        QVERIFY(!std::filesystem::exists(app->File("Glyphor.ini")));
+        QVERIFY(!std::filesystem::exists(app->file("Glyphor.ini")));
 
         dlg->close();
         QVERIFY(!dlg->isVisible());
         QCOMPARE(dlg->result(), int(QDialog::Rejected));
         QCOMPARE(int(rd::CallsNamed("ZyrReader_CameraCancelQueue").size()), 1);
-        const std::string saved = TempFolder::Read(app->File("Glyphor.ini"));
+        const std::string saved = readFile(app->file("Glyphor.ini"));
         QVERIFY(saved.find("SelectedPlugins=A\r\n") != std::string::npos);
         QVERIFY(saved.find("BitmapID=1\r\n") != std::string::npos);
     }
@@ -563,7 +563,7 @@ private slots:
         Start();
         QTest::keyClick(dlg.get(), Qt::Key_Escape);
         QVERIFY(!dlg->isVisible());
-        QVERIFY(std::filesystem::exists(app->File("Glyphor.ini")));
+        QVERIFY(std::filesystem::exists(app->file("Glyphor.ini")));
     }
 
     void darkObjectRefusalIsShown() {

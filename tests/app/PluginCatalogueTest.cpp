@@ -3,6 +3,7 @@
 #include "ReaderDouble.h"
 #include "TempFolder.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -41,13 +42,13 @@ protected:
         reader.CommonCaptureResolution = 600;
         reader.CommonBinning = 2;
         reader.CameraDevice = 77;
-        SetFolder(reader.PluginFolder, folder.Path());
+        SetFolder(reader.PluginFolder, folder.path());
     }
     static void SetFolder(char* field, const std::string& text) {
         std::snprintf(field, ZYR_PATH_SIZE, "%s", text.c_str());
     }
     void Install(const rd::PluginScript& script) {
-        folder.Write(script.fileName, "");
+        folder.write(script.fileName, "");
         rd::AddPlugin(script);
     }
     std::vector<std::string> Names() const {
@@ -79,10 +80,10 @@ class FolderTest : public CatalogueTest, public ::testing::WithParamInterface<Fo
 
 TEST_P(FolderTest, PathsHandedToTheLibrary) {
     const FolderCase& c = GetParam();
-    SetFolder(reader.PluginFolder, folder.Path() + c.pluginFolderSuffix);
+    SetFolder(reader.PluginFolder, folder.path() + c.pluginFolderSuffix);
     std::string settings = c.settingsFolder;
     if (settings == "<p>") {
-        settings = folder.Path();
+        settings = folder.path();
     }
     SetFolder(reader.PluginSettingsFolder, settings);
     Install({"KVDECODE_Pdf417.so"});
@@ -91,9 +92,9 @@ TEST_P(FolderTest, PathsHandedToTheLibrary) {
     ASSERT_EQ(loads.size(), 1u);
     std::string expected = c.expectedSettingsPath;
     if (expected.rfind("<p>", 0) == 0) {
-        expected = folder.Path() + expected.substr(3);
+        expected = folder.path() + expected.substr(3);
     }
-    EXPECT_EQ(loads[0].args[0], "\"" + folder.Path() + "/KVDECODE_Pdf417.so\"");
+    EXPECT_EQ(loads[0].args[0], "\"" + folder.path() + "/KVDECODE_Pdf417.so\"");
     EXPECT_EQ(loads[0].args[1], "\"" + expected + "\"");
     EXPECT_EQ(loads[0].args[2], "0") << "the handle is preset to 0";
     EXPECT_EQ(loads[0].args[3], "77") << "the camera device value";
@@ -113,7 +114,7 @@ TEST_F(CatalogueTest, EmptyPluginFolderSearchesTheWorkingFolder) {
     Install({"KVDECODE_Here.so"});
     char previous[4096];
     ASSERT_TRUE(getcwd(previous, sizeof previous));
-    ASSERT_EQ(chdir(folder.Path().c_str()), 0);
+    ASSERT_EQ(chdir(folder.path().c_str()), 0);
     catalogue.Load(reader, table);
     ASSERT_EQ(chdir(previous), 0);
     EXPECT_EQ(Names(), std::vector<std::string>{"Here"});
@@ -123,20 +124,20 @@ TEST_F(CatalogueTest, EmptyPluginFolderSearchesTheWorkingFolder) {
 TEST_F(CatalogueTest, OnlyPluginFilesInNameOrderWithDisplayNames) {
     for (const char* other :
          {"libKVDECODE_X.so", "KVDECODE_Y.so.1", "KVDECODE_Z.dll", "kvdecode_w.so", "notes.txt"}) {
-        folder.Write(other, "");
+        folder.write(other, "");
         rd::AddPlugin({other});
     }
     Install({"KVDECODE_ZXing.so"});
     Install({"KVDECODE_.so"}); // nothing between prefix and suffix: an empty name
     Install({"KVDECODE_DataMatrix.so"});
-    std::filesystem::create_directory(folder.File("KVDECODE_Dir.so"));
+    std::filesystem::create_directory(folder.file("KVDECODE_Dir.so"));
     catalogue.Load(reader, table);
     EXPECT_EQ(Names(), (std::vector<std::string>{"", "DataMatrix", "ZXing"}));
     EXPECT_EQ(rd::CallsNamed("ZyrReader_ImagePluginLoad").size(), 3u);
 }
 
 TEST_F(CatalogueTest, MissingFolderLeavesTheListEmpty) {
-    SetFolder(reader.PluginFolder, folder.Path() + "/does-not-exist");
+    SetFolder(reader.PluginFolder, folder.path() + "/does-not-exist");
     catalogue.Load(reader, table);
     EXPECT_TRUE(catalogue.Entries().empty());
     EXPECT_TRUE(rd::Calls().empty());

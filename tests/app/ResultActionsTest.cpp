@@ -91,9 +91,9 @@ TEST_F(ResultActionsTest, CancelledSaveDoesNothing) {
 }
 
 TEST_F(ResultActionsTest, SaveWritesTheBytesUnchangedOverALongerFile) {
-    ui.savePath = folder.Write("row.bin", std::string(100, 'x'));
+    ui.savePath = folder.write("row.bin", std::string(100, 'x'));
     actions.SaveDataAsBinary(Data(binary));
-    EXPECT_EQ(TempFolder::Read(ui.savePath), binary);
+    EXPECT_EQ(readFile(ui.savePath), binary);
     ASSERT_EQ(view.messages.size(), 1u);
     EXPECT_EQ(view.messages[0].first, MessageKind::Info);
     EXPECT_EQ(view.messages[0].second, "Successfully saved data to " + ui.savePath);
@@ -104,8 +104,8 @@ TEST_F(ResultActionsTest, SaveThatCannotWriteSaysWhyAndClaimsNoSuccess) {
         const char* name;
         std::string path;
     } cases[] = {
-        {"folder that does not exist", folder.File("missing/row.bin")},
-        {"path is a folder", folder.Path()},
+        {"folder that does not exist", folder.file("missing/row.bin")},
+        {"path is a folder", folder.path()},
     };
     for (const auto& c : cases) {
         view.messages.clear();

@@ -54,19 +54,19 @@ private:
         first.data = "first";
         third.data = "third";
         plugin.decodes = {{first}, {}, {third}};
-        folder->Write(plugin.fileName, "");
+        folder->write(plugin.fileName, "");
         rd::AddPlugin(plugin);
-        std::snprintf(ReaderSession::Settings().PluginFolder, ZYR_PATH_SIZE, "%s", folder->Path().c_str());
+        std::snprintf(ReaderSession::Settings().PluginFolder, ZYR_PATH_SIZE, "%s", folder->path().c_str());
         std::snprintf(ReaderSession::Settings().ApplicationFolder, ZYR_PATH_SIZE, "%s",
-                      folder->Path().c_str());
+                      folder->path().c_str());
 
         dlg = std::make_unique<CGlyphorDlg>();
-        dlg->Session().executableFolder = folder->Path() + "/";
+        dlg->Session().executableFolder = folder->path() + "/";
         dlg->SetMessagePresenter(
             [this](MessageKind kind, const QString& text) { messages.emplace_back(kind, text); });
-        const QStringList images = {QString::fromStdString(folder->Write("1.png", PngBytes(Qt::white))),
-                                    QString::fromStdString(folder->Write("2.png", PngBytes(Qt::white))),
-                                    QString::fromStdString(folder->Write("3.png", PngBytes(Qt::white)))};
+        const QStringList images = {QString::fromStdString(folder->write("1.png", PngBytes(Qt::white))),
+                                    QString::fromStdString(folder->write("2.png", PngBytes(Qt::white))),
+                                    QString::fromStdString(folder->write("3.png", PngBytes(Qt::white)))};
         dlg->SetOpenFileChooser([images](uint32_t&, QStringList& paths) {
             paths = images;
             return true;
@@ -130,16 +130,16 @@ private slots:
 
     void menuCommandsSaveTheLastSelectedRow() {
         StartWithThreeRows();
-        savePath = QString::fromStdString(folder->File("row.bin"));
+        savePath = QString::fromStdString(folder->file("row.bin"));
         QMenu menu;
         QVERIFY(dlg->BuildResultMenu(menu, CentreOfRow(0)));
 
         Select({0, 2});
         menu.actions().at(1)->trigger();
-        QCOMPARE(QString::fromStdString(TempFolder::Read(savePath.toStdString())), QStringLiteral("third"));
+        QCOMPARE(QString::fromStdString(readFile(savePath.toStdString())), QStringLiteral("third"));
         Select({0});
         menu.actions().at(1)->trigger();
-        QCOMPARE(QString::fromStdString(TempFolder::Read(savePath.toStdString())), QStringLiteral("first"));
+        QCOMPARE(QString::fromStdString(readFile(savePath.toStdString())), QStringLiteral("first"));
         QCOMPARE(saveRequests, 2);
         QCOMPARE(int(messages.size()), 2);
         QCOMPARE(messages[1].first, MessageKind::Info);

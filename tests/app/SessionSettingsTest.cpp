@@ -4,6 +4,7 @@
 #include "TempFolder.h"
 #include "TestSession.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 
 namespace rd = readerdouble;
@@ -15,12 +16,12 @@ protected:
     void SetUp() override {
         rd::Reset();
         ReaderSession::Reset();
-        SetApplicationFolder(folder.Path());
+        SetApplicationFolder(folder.path());
         for (const char* name : {"KVDECODE_A.so", "KVDECODE_B.so", "KVDECODE_C.so"}) {
-            plugins.Write(name, "");
+            plugins.write(name, "");
             rd::AddPlugin({name});
         }
-        std::snprintf(ReaderSession::Settings().PluginFolder, ZYR_PATH_SIZE, "%s", plugins.Path().c_str());
+        std::snprintf(ReaderSession::Settings().PluginFolder, ZYR_PATH_SIZE, "%s", plugins.path().c_str());
     }
     void TearDown() override { ReaderSession::Reset(); }
 
@@ -44,17 +45,17 @@ protected:
 
 TEST_F(SessionTest, SettingsSurviveARestartWhenBothFoldersAreTheSame) {
     {
-        auto first = Start(view, folder.Path() + "/");
+        auto first = Start(view, folder.path() + "/");
         first->imageNumber = 57;
         first->plugins.SetSelected(0, true);
         first->plugins.SetSelected(2, true);
         first->files.SetFilterIndex(2);
         first->SaveSettings();
     }
-    EXPECT_EQ(TempFolder::Read(folder.File("Glyphor.ini")),
+    EXPECT_EQ(readFile(folder.file("Glyphor.ini")),
               "[Previous_State]\r\nBitmapID=57\r\nSelectedPlugins=A,C\r\nFileDlgFilterIndex=2\r\n");
     FakeView secondView;
-    auto second = Start(secondView, folder.Path());
+    auto second = Start(secondView, folder.path());
     EXPECT_EQ(second->imageNumber, 57);
     EXPECT_STREQ(second->plugins.SelectedNames().str(), "A,C");
     EXPECT_EQ(second->files.FilterIndex(), 2u);
@@ -64,23 +65,23 @@ TEST_F(SessionTest, SettingsSurviveARestartWhenBothFoldersAreTheSame) {
 TEST_F(SessionTest, SavedNextToTheExecutableButReadFromTheApplicationFolder) {
     TempFolder executable;
     {
-        auto first = Start(view, executable.Path());
+        auto first = Start(view, executable.path());
         first->imageNumber = 9;
         first->plugins.SetSelected(1, true);
         first->SaveSettings();
     }
-    EXPECT_TRUE(std::filesystem::exists(executable.File("Glyphor.ini")));
-    EXPECT_FALSE(std::filesystem::exists(folder.File("Glyphor.ini")));
-    auto second = Start(view, executable.Path());
+    EXPECT_TRUE(std::filesystem::exists(executable.file("Glyphor.ini")));
+    EXPECT_FALSE(std::filesystem::exists(folder.file("Glyphor.ini")));
+    auto second = Start(view, executable.path());
     EXPECT_EQ(second->imageNumber, 0) << "the two folders differ: nothing is read back, as intended";
     EXPECT_STREQ(second->plugins.SelectedNames().str(), "");
 }
 
 TEST_F(SessionTest, ARunThatShowedNothingSavesTheLoadedNumberAgain) {
-    folder.Write("Glyphor.ini", "[Previous_State]\nBitmapID=123\nSelectedPlugins=B,Gone\n");
-    auto session = Start(view, folder.Path());
+    folder.write("Glyphor.ini", "[Previous_State]\nBitmapID=123\nSelectedPlugins=B,Gone\n");
+    auto session = Start(view, folder.path());
     session->SaveSettings();
-    EXPECT_EQ(TempFolder::Read(folder.File("Glyphor.ini")),
+    EXPECT_EQ(readFile(folder.file("Glyphor.ini")),
               "[Previous_State]\r\nBitmapID=123\r\nSelectedPlugins=B\r\nFileDlgFilterIndex=0\r\n");
 }
 
@@ -99,8 +100,8 @@ void PrintTo(const BrokenCase& c, std::ostream* os) {
 class BrokenSettingsTest : public SessionTest, public ::testing::WithParamInterface<BrokenCase> {};
 
 TEST_P(BrokenSettingsTest, GiveDefaultsWithoutAMessage) {
-    folder.Write("Glyphor.ini", GetParam().content);
-    auto session = Start(view, folder.Path());
+    folder.write("Glyphor.ini", GetParam().content);
+    auto session = Start(view, folder.path());
     EXPECT_EQ(session->imageNumber, GetParam().number);
     EXPECT_STREQ(session->plugins.SelectedNames().str(), GetParam().selected);
     EXPECT_EQ(session->files.FilterIndex(), GetParam().filter);
@@ -121,24 +122,24 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(SessionTest, MissingOrUnreadableFileKeepsTheDefaults) {
-    auto missing = Start(view, folder.Path());
+    auto missing = Start(view, folder.path());
     EXPECT_EQ(missing->imageNumber, 0);
-    std::filesystem::create_directory(folder.File("Glyphor.ini")); // exists, but cannot be read as a file
-    auto unreadable = Start(view, folder.Path());
+    std::filesystem::create_directory(folder.file("Glyphor.ini")); // exists, but cannot be read as a file
+    auto unreadable = Start(view, folder.path());
     EXPECT_EQ(unreadable->imageNumber, 0);
     EXPECT_TRUE(view.messages.empty());
 }
 
 TEST_F(SessionTest, SaveIntoAMissingFolderIsSilent) {
-    auto session = Start(view, folder.Path() + "/no/such/folder/");
+    auto session = Start(view, folder.path() + "/no/such/folder/");
     session->imageNumber = 3;
     session->SaveSettings();
     EXPECT_TRUE(view.messages.empty());
-    EXPECT_FALSE(std::filesystem::exists(folder.File("no")));
+    EXPECT_FALSE(std::filesystem::exists(folder.file("no")));
 }
 
 TEST_F(SessionTest, DarkObjectDetectGoesToTheCameraAndARefusalIsShown) {
-    auto session = Start(view, folder.Path());
+    auto session = Start(view, folder.path());
     rd::ClearCalls();
     session->ApplyDarkObjectDetect(1);
     EXPECT_EQ(ReaderSession::Settings().DarkObjectDetect, 1);
@@ -162,7 +163,7 @@ TEST_F(SessionTest, DarkObjectDetectGoesToTheCameraAndARefusalIsShown) {
 // ---- Showing files -------------------------------------------------------------------------
 
 TEST_F(SessionTest, OpeningShowsTheFirstFile) {
-    auto session = Start(view, folder.Path());
+    auto session = Start(view, folder.path());
     session->imageNumber = 10;
     session->OpenImages({"/img/a b.png", "C:\\scans\\b.jpg"}, 3);
     EXPECT_EQ(view.captions, std::vector<std::string>{"Glyphor - a b.png"});
@@ -177,7 +178,7 @@ TEST_F(SessionTest, OpeningShowsTheFirstFile) {
 }
 
 TEST_F(SessionTest, EveryShowRaisesTheImageNumberAlsoBackAndForth) {
-    auto session = Start(view, folder.Path());
+    auto session = Start(view, folder.path());
     session->OpenImages({"a", "b", "c"}, 1);
     const std::pair<char, int32_t> steps[] = {{'n', 1}, {'n', 2}, {'p', 1}, {'n', 2}, {'p', 1}, {'p', 0}};
     int32_t number = session->imageNumber;
@@ -191,7 +192,7 @@ TEST_F(SessionTest, EveryShowRaisesTheImageNumberAlsoBackAndForth) {
 }
 
 TEST_F(SessionTest, AnUnreadableFileStillChangesCaptionNameAndNumber) {
-    auto session = Start(view, folder.Path());
+    auto session = Start(view, folder.path());
     session->OpenImages({"missing.png"}, 1);
     EXPECT_EQ(session->imageNumber, 1);
     EXPECT_EQ(view.captions.back(), "Glyphor - missing.png");
@@ -199,7 +200,7 @@ TEST_F(SessionTest, AnUnreadableFileStillChangesCaptionNameAndNumber) {
 }
 
 TEST_F(SessionTest, OpeningNothingEmptiesTheListWithoutShowing) {
-    auto session = Start(view, folder.Path());
+    auto session = Start(view, folder.path());
     session->OpenImages({"a", "b"}, 1);
     session->OpenImages({}, 4);
     EXPECT_EQ(session->files.Count(), 0);
@@ -209,10 +210,10 @@ TEST_F(SessionTest, OpeningNothingEmptiesTheListWithoutShowing) {
 }
 
 TEST_F(SessionTest, AVeryLongSelectionIsKeptWhole) {
-    auto session = Start(view, folder.Path());
+    auto session = Start(view, folder.path());
     std::vector<std::string> paths;
     for (int i = 0; i < 3000; ++i) {
-        paths.push_back(folder.Path() + "/a-rather-long-file-name-for-image-number-" + std::to_string(i) +
+        paths.push_back(folder.path() + "/a-rather-long-file-name-for-image-number-" + std::to_string(i) +
                         ".png");
     }
     session->OpenImages(paths, 1);

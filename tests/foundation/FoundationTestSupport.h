@@ -1,6 +1,7 @@
 #pragma once
 
 #include "StringBuffer.h"
+#include "TempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -34,34 +35,3 @@ inline ::testing::AssertionResult HasExactBuffer(const StringBuffer& s) {
     return ::testing::AssertionSuccess();
 }
 
-// A fresh folder per test, removed afterwards.
-class ScratchFolder {
-public:
-    ScratchFolder() {
-        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-        std::string name = std::string("glyphor_foundation_") + info->test_suite_name() + "_" + info->name();
-        for (char& c : name)
-            if (c == '/')
-                c = '_';
-        path = std::filesystem::temp_directory_path() / name;
-        std::filesystem::remove_all(path);
-        std::filesystem::create_directories(path);
-    }
-    ~ScratchFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path, ignored);
-    }
-    std::string File(const std::string& name) const { return (path / name).string(); }
-
-    std::filesystem::path path;
-};
-
-inline void WriteFileBytes(const std::string& file, const std::string& bytes) {
-    std::ofstream out(file, std::ios::binary | std::ios::trunc);
-    out << bytes;
-}
-
-inline std::string ReadFileBytes(const std::string& file) {
-    std::ifstream in(file, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}

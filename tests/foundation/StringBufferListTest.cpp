@@ -102,11 +102,11 @@ TEST(StringBufferListFiles, LoadSplitsAtCrAndLfAsASet) {
         {"text ends at first nul", "a\nb\0c\nd"s, {"a", "b"}},
         {"high bytes kept", "\xef\xbb\xbfx\xe9\n", {"\xef\xbb\xbfx\xe9"}},
     };
-    ScratchFolder folder;
+    TempFolder folder;
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        const std::string path = folder.File("in.txt");
-        WriteFileBytes(path, c.bytes);
+        const std::string path = folder.file("in.txt");
+        writeFile(path, c.bytes);
         StringBufferList list;
         list.Add(StringBuffer("first"));
         list.LoadFromFile(StringBuffer(path.c_str()));
@@ -133,22 +133,22 @@ TEST(StringBufferListFiles, SaveEndsEveryLineWithCrLf) {
         {"append without final break", "old", {"new"}, true, "oldnew\r\n"},
         {"embedded nul written by length", "", {"a\0b"s}, false, "a\0b\r\n"s},
     };
-    ScratchFolder folder;
+    TempFolder folder;
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        const std::string path = folder.File("out.txt");
-        WriteFileBytes(path, c.existing);
+        const std::string path = folder.file("out.txt");
+        writeFile(path, c.existing);
         StringBufferList list;
         for (const std::string& line : c.lines)
             list.Add(Sb(line));
         EXPECT_TRUE(list.SaveToFile(StringBuffer(path.c_str()), c.append, true));
-        EXPECT_EQ(ReadFileBytes(path), c.expected);
+        EXPECT_EQ(readFile(path), c.expected);
     }
 }
 
 TEST(StringBufferListFiles, RoundTripAndAppendCreatesMissingFile) {
-    ScratchFolder folder;
-    const StringBuffer path(folder.File("new.txt").c_str());
+    TempFolder folder;
+    const StringBuffer path(folder.file("new.txt").c_str());
     StringBufferList out;
     out.Split(StringBuffer("alpha beta\tgamma\n\x01\x7f\xff"), StringBuffer("\n"));
     ASSERT_TRUE(out.SaveToFile(path, true, false));
@@ -160,10 +160,10 @@ TEST(StringBufferListFiles, RoundTripAndAppendCreatesMissingFile) {
 }
 
 TEST(StringBufferListFiles, FailuresCarryTheSystemText) {
-    ScratchFolder folder;
-    const StringBuffer missingFolder(folder.File("absent/out.txt").c_str());
-    const StringBuffer missingFile(folder.File("absent.txt").c_str());
-    const StringBuffer directory(folder.path.string().c_str());
+    TempFolder folder;
+    const StringBuffer missingFolder(folder.file("absent/out.txt").c_str());
+    const StringBuffer missingFile(folder.file("absent.txt").c_str());
+    const StringBuffer directory(folder.path().c_str());
     StringBufferList lines;
     lines.Add(StringBuffer("line"));
 

@@ -66,7 +66,7 @@ TEST_P(CaptureDevices, EverySymbolOfTheDocumentIsDecodedAfterCapture) {
     const DocumentCase& c = GetParam();
     // A reader holding just this document, copied from the generated device.
     const std::string generated = std::string(GLYPHOR_DEVICES_DIR) + "/" + c.device->name + "/";
-    support::TempFolder folder;
+    TempFolder folder;
     fs::copy_file(generated + "device.ini", folder.file("device.ini"));
     fs::create_directory(folder.file("documents"));
     for (const char* suffix : {".png", ".back.png"})

@@ -91,7 +91,7 @@ double meanLevel(const ZyrImage& image) {
 }
 
 Device::Device(const std::string& deviceIni) {
-    support::writeText(folder_.file("device.ini"), deviceIni);
+    writeFile(folder_.file("device.ini"), deviceIni);
     fs::create_directory(folder_.file("documents"));
 }
 
@@ -107,7 +107,7 @@ void Device::addColour(const std::string& file, const fixtures::Picture& picture
 
 void Device::addBytes(const std::string& file, const std::string& bytes) const {
     const std::string temporary = documents() + "/." + file + ".part";
-    support::writeText(temporary, bytes);
+    writeFile(temporary, bytes);
     fs::rename(temporary, documents() + "/" + file);
 }
 

@@ -62,7 +62,7 @@ public:
     ZyrReaderSettings settings() const;
 
 private:
-    support::TempFolder folder_;
+    TempFolder folder_;
 };
 
 // A device folder without documents, made once per test program: for starting the camera.

@@ -21,7 +21,7 @@ namespace {
 class LibraryImages : public ::testing::Test {
 protected:
     void TearDown() override { ZyrReader_DestroyCachedData(); }
-    support::TempFolder folder;
+    TempFolder folder;
 };
 
 struct FormatCase {

@@ -96,7 +96,7 @@ TEST_P(SettingsDefault, HoldsWithoutAReaderAndForAKeyMissingFromAFile) {
     EXPECT_EQ(GetParam().field(fromNoReader), GetParam().value);
 
     TempFolder folder;
-    writeText(folder.file("empty.ini"), "; nothing set here\n[Logging]\n");
+    writeFile(folder.file("empty.ini"), "; nothing set here\n[Logging]\n");
     ZyrReaderSettings fromFile = garbage();
     ASSERT_EQ(ZyrReader_LL_LoadSettingsFromIniFile(&fromFile, folder.file("empty.ini").c_str()), ZYR_OK);
     EXPECT_EQ(GetParam().field(fromFile), GetParam().value);
@@ -196,7 +196,7 @@ TEST_P(SettingsKey, IsReadFromTheFile) {
     const std::string ini =
         c.ini != nullptr ? c.ini : "[Folders]\nPluginFolder=/" + std::string(2000, 'x') + "\n";
     const std::string expected = c.expected != nullptr ? c.expected : defaultPluginFolder();
-    writeText(folder.file("ZyrReader.ini"), ini);
+    writeFile(folder.file("ZyrReader.ini"), ini);
     ZyrReaderSettings settings = garbage();
     ASSERT_EQ(ZyrReader_LL_LoadSettingsFromIniFile(&settings, folder.file("ZyrReader.ini").c_str()), ZYR_OK);
     EXPECT_EQ(c.field(settings), expected);
@@ -217,7 +217,7 @@ class RelativeFolder : public ::testing::TestWithParam<RelativeCase> {};
 TEST_P(RelativeFolder, IsTakenFromTheSettingsFilesFolder) {
     TempFolder folder;
     fs::create_directories(folder.file("conf/deep"));
-    writeText(folder.file("conf/deep/ZyrReader.ini"),
+    writeFile(folder.file("conf/deep/ZyrReader.ini"),
               std::string("[Folders]\nPluginSettingsFolder=") + GetParam().value + "\n");
     ZyrReaderSettings settings = garbage();
     ASSERT_EQ(ZyrReader_LL_LoadSettingsFromIniFile(&settings, folder.file("conf/deep/ZyrReader.ini").c_str()),
@@ -234,7 +234,7 @@ INSTANTIATE_TEST_SUITE_P(Folders, RelativeFolder,
 
 TEST(SettingsFile, RelativeFilePathIsTakenFromTheWorkingFolder) {
     TempFolder folder;
-    writeText(folder.file("ZyrReader.ini"), "[Folders]\nApplicationFolder=app\n");
+    writeFile(folder.file("ZyrReader.ini"), "[Folders]\nApplicationFolder=app\n");
     const fs::path previous = fs::current_path();
     fs::current_path(folder.path());
     ZyrReaderSettings settings = garbage();
@@ -279,7 +279,7 @@ const NoReaderCase noReaderCases[] = {
      }},
     {"names_a_file",
      [](const TempFolder& t) {
-         writeText(t.file("device.ini"), "[Device]\nTwoSided=1\n");
+         writeFile(t.file("device.ini"), "[Device]\nTwoSided=1\n");
          return t.file("device.ini");
      }},
 };
@@ -319,7 +319,7 @@ TEST(NoReader, WithoutAHandlerStillReturnsNine) {
 TEST(ConnectedReader, SettingsComeFromDeviceIniWithoutAReport) {
     TempFolder folder;
     fs::create_directory(folder.file("documents"));
-    writeText(folder.file("device.ini"), "[Device]\nTwoSided=1\nImageWidth=1800\n[Feed]\nRemovalTimeMs=300\n"
+    writeFile(folder.file("device.ini"), "[Device]\nTwoSided=1\nImageWidth=1800\n[Feed]\nRemovalTimeMs=300\n"
                                          "[Folders]\nPluginFolder=decoders\n");
     ScopedEnvironment device("ZYRREADER_DEVICE", folder.path().c_str());
     RecordingErrorHandler handler;
@@ -337,7 +337,7 @@ TEST(ConnectedReader, SettingsComeFromDeviceIniWithoutAReport) {
 TEST(ConnectedReader, RelativeDeviceVariableIsTakenFromTheWorkingFolder) {
     TempFolder folder;
     fs::create_directory(folder.file("reader"));
-    writeText(folder.file("reader/device.ini"), "");
+    writeFile(folder.file("reader/device.ini"), "");
     const fs::path previous = fs::current_path();
     fs::current_path(folder.path());
     ScopedEnvironment device("ZYRREADER_DEVICE", "reader");

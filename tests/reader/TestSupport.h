@@ -7,26 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "TempFolder.h"
+
 namespace support {
-
-// A fresh folder under the system's temporary folder, removed with everything in it.
-class TempFolder {
-public:
-    TempFolder();
-    ~TempFolder();
-    TempFolder(const TempFolder&) = delete;
-    TempFolder& operator=(const TempFolder&) = delete;
-
-    const std::string& path() const { return path_; }
-    std::string file(const std::string& name) const { return path_ + "/" + name; }
-
-private:
-    std::string path_;
-};
-
-void writeText(const std::string& path, const std::string& text);
-std::string readText(const std::string& path);
-std::vector<std::string> readLines(const std::string& path);
 
 // Sets (or, with null, removes) an environment variable and restores it afterwards.
 class ScopedEnvironment {

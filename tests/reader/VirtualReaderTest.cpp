@@ -69,7 +69,7 @@ protected:
 
 struct StartCase {
     const char* name;
-    std::function<std::string(support::TempFolder&)> prepare; // returns ZYRREADER_DEVICE ("" = unset)
+    std::function<std::string(TempFolder&)> prepare; // returns ZYRREADER_DEVICE ("" = unset)
     int32_t expected;
     const char* messagePart; // expected in the error handler's text
 };
@@ -82,7 +82,7 @@ class CameraStart : public VirtualReaderTest, public ::testing::WithParamInterfa
 
 TEST_P(CameraStart, OpensTheDeviceFolderOrSaysWhyNot) {
     const StartCase& c = GetParam();
-    support::TempFolder folder;
+    TempFolder folder;
     const std::string variable = c.prepare(folder);
     ScopedEnvironment device("ZYRREADER_DEVICE", variable.empty() ? nullptr : variable.c_str());
     RecordingErrorHandler errors;
@@ -100,29 +100,29 @@ TEST_P(CameraStart, OpensTheDeviceFolderOrSaysWhyNot) {
 
 INSTANTIATE_TEST_SUITE_P(
     Devices, CameraStart,
-    ::testing::Values(StartCase{"no_device_named", [](support::TempFolder&) { return std::string(); },
+    ::testing::Values(StartCase{"no_device_named", [](TempFolder&) { return std::string(); },
                                 ZYR_ERR_NO_READER, "ZYRREADER_DEVICE"},
-                      StartCase{"folder_without_device_ini", [](support::TempFolder& f) { return f.path(); },
+                      StartCase{"folder_without_device_ini", [](TempFolder& f) { return f.path(); },
                                 ZYR_ERR_DEVICE, "device.ini"},
-                      StartCase{"missing_folder", [](support::TempFolder& f) { return f.file("gone"); },
+                      StartCase{"missing_folder", [](TempFolder& f) { return f.file("gone"); },
                                 ZYR_ERR_DEVICE, "/gone/"},
                       StartCase{"no_documents_folder",
-                                [](support::TempFolder& f) {
-                                    support::writeText(f.file("device.ini"), "");
+                                [](TempFolder& f) {
+                                    writeFile(f.file("device.ini"), "");
                                     return f.path();
                                 },
                                 ZYR_ERR_DEVICE, "/documents/"},
                       StartCase{"documents_named_by_the_device",
-                                [](support::TempFolder& f) {
+                                [](TempFolder& f) {
                                     fs::create_directory(f.file("cards"));
-                                    support::writeText(f.file("device.ini"), "[Documents]\nFolder=cards\n");
+                                    writeFile(f.file("device.ini"), "[Documents]\nFolder=cards\n");
                                     return f.path();
                                 },
                                 ZYR_OK, ""},
                       StartCase{"named_documents_folder_missing",
-                                [](support::TempFolder& f) {
+                                [](TempFolder& f) {
                                     fs::create_directory(f.file("documents"));
-                                    support::writeText(f.file("device.ini"),
+                                    writeFile(f.file("device.ini"),
                                                        "[Documents]\nFolder=/nonexistent/cards\n");
                                     return f.path();
                                 },

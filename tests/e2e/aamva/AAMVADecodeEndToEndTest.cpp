@@ -94,13 +94,13 @@ TEST(AAMVADecodeEndToEnd, SampleCardDecodesParsesShowsAndExports) {
     dialog.OnSaveAsXml();
     EXPECT_TRUE(dialog.errors.empty());
 
-    const std::string text = ReadFile(folder.file("card.txt"));
+    const std::string text = readFile(folder.file("card.txt"));
     EXPECT_EQ(text.substr(0, 9 + payload.size() + 2), "<AAMVA>\r\n" + payload + "\r\n");
     EXPECT_NE(text.find("\r\nSurname\t" + std::string(record.Surname) + "\r\n"), std::string::npos);
     EXPECT_NE(text.find("\r\nLicenceNumber\t" + std::string(record.LicenceNumber) + "\r\n"),
               std::string::npos);
 
-    const std::string xml = ReadFile(folder.file("card.xml"));
+    const std::string xml = readFile(folder.file("card.xml"));
     EXPECT_EQ(XmlProblems(folder.file("card.xml")), "");
     EXPECT_NE(xml.find("\t\t<Surname>" + std::string(record.Surname) + "</Surname>\r\n"), std::string::npos);
     EXPECT_NE(xml.find("\t\t<IIN>" + std::string(record.IIN) + "</IIN>\r\n"), std::string::npos);

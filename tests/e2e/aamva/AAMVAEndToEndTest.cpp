@@ -105,13 +105,13 @@ TEST_P(AAMVAEndToEndTest, PayloadFieldsReachTheDialogAndBothExports) {
     dialog.OnSaveAsXml();
     EXPECT_TRUE(dialog.errors.empty());
 
-    const std::string text = ReadFile(textPath);
+    const std::string text = readFile(textPath);
     EXPECT_EQ(text.substr(0, 9 + payload.size() + 2), "<AAMVA>\r\n" + payload + "\r\n");
     for (const std::string& line : {"IIN\t" + card.iin, "LicenceNumber\t" + card.licenceNumber,
                                     "Surname\t" + card.familyName, "DateOfBirth\t" + birth})
         EXPECT_TRUE(HasLine(text, line)) << line;
 
-    const std::string xml = ReadFile(xmlPath);
+    const std::string xml = readFile(xmlPath);
     EXPECT_EQ(XmlProblems(xmlPath), "");
     for (const std::string& line :
          {"\t\t<IIN>" + card.iin + "</IIN>", "\t\t<LicenceNumber>" + card.licenceNumber + "</LicenceNumber>",

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "KVIniFile.h"
+#include "TempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -8,38 +9,6 @@
 #include <fstream>
 #include <iterator>
 #include <string>
-
-// A fresh folder per test under the system temp dir, removed afterwards.
-class TempFolder {
-public:
-    TempFolder() {
-        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-        std::string name = std::string("glyphor_") + info->test_suite_name() + "_" + info->name();
-        for (char& c : name)
-            if (c == '/')
-                c = '_';
-        path = std::filesystem::temp_directory_path() / name;
-        std::filesystem::remove_all(path);
-        std::filesystem::create_directories(path);
-    }
-    ~TempFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path, ignored);
-    }
-    std::string File(const std::string& name) const { return (path / name).string(); }
-
-    std::filesystem::path path;
-};
-
-inline void WriteBytes(const std::string& file, const std::string& bytes) {
-    std::ofstream out(file, std::ios::binary | std::ios::trunc);
-    out << bytes;
-}
-
-inline std::string ReadBytes(const std::string& file) {
-    std::ifstream in(file, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
 
 // The whole model as text, one "[name]" or "name=value" line each, so two files compare in one go.
 inline std::string Dump(const KVIniFile& ini) {

@@ -21,22 +21,22 @@ void ExpectThrowStartingWith(const std::function<void()>& fn, const std::string&
 
 TEST(IniSave, WritesCrLfLinesWithoutSpaces) {
     TempFolder folder;
-    const std::string file = folder.File("out.ini");
+    const std::string file = folder.file("out.ini");
     KVIniFile ini;
     ini.SetString("S", "K", "v");
     EXPECT_TRUE(ini.Save(file.c_str(), true));
-    EXPECT_EQ(ReadBytes(file), "[S]\r\nK=v\r\n");
+    EXPECT_EQ(readFile(file), "[S]\r\nK=v\r\n");
     EXPECT_STREQ(ini.GetFileName().str(), file.c_str());
 
     ini.SetInt("T", "N", -3);
     ini.SetString("S", "E", "");
     EXPECT_TRUE(ini.Save(file.c_str(), true));
-    EXPECT_EQ(ReadBytes(file), "[S]\r\nK=v\r\nE=\r\n[T]\r\nN=-3\r\n");
+    EXPECT_EQ(readFile(file), "[S]\r\nK=v\r\nE=\r\n[T]\r\nN=-3\r\n");
 }
 
 TEST(IniSave, RoundTripKeepsSectionsKeysAndValues) {
     TempFolder folder;
-    const std::string file = folder.File("round.ini");
+    const std::string file = folder.file("round.ini");
     KVIniFile ini;
     ini.SetString("Previous_State", "BitmapID", "17");
     ini.SetString("Previous_State", "SelectedPlugins", "Pdf417;QR Code;DataMatrix");
@@ -58,28 +58,28 @@ TEST(IniSave, RoundTripKeepsSectionsKeysAndValues) {
 
 TEST(IniSave, NeverTouchedFileLeavesDiskAlone) {
     TempFolder folder;
-    const std::string existing = folder.File("existing.ini");
-    const std::string missing = folder.File("missing.ini");
-    WriteBytes(existing, "[keep]\r\nme=1\r\n");
+    const std::string existing = folder.file("existing.ini");
+    const std::string missing = folder.file("missing.ini");
+    writeFile(existing, "[keep]\r\nme=1\r\n");
 
     KVIniFile ini;
     ini.GetString("keep", "me", ""); // a read does not count as a change
     EXPECT_TRUE(ini.Save(existing.c_str(), true));
     EXPECT_TRUE(ini.Save(missing.c_str(), false));
-    EXPECT_EQ(ReadBytes(existing), "[keep]\r\nme=1\r\n");
+    EXPECT_EQ(readFile(existing), "[keep]\r\nme=1\r\n");
     EXPECT_FALSE(std::filesystem::exists(missing));
     EXPECT_STREQ(ini.GetFileName().str(), missing.c_str());
 }
 
 TEST(IniSave, EmptyCollectionTruncatesOnceListExists) {
     TempFolder folder;
-    const std::string file = folder.File("cleared.ini");
-    WriteBytes(file, "[S]\r\nk=v\r\n");
+    const std::string file = folder.file("cleared.ini");
+    writeFile(file, "[S]\r\nk=v\r\n");
     KVIniFile ini;
     ASSERT_TRUE(ini.Load(file.c_str(), true));
     ini.DeleteSection("S");
     EXPECT_TRUE(ini.Save(file.c_str(), true));
-    EXPECT_EQ(ReadBytes(file), "");
+    EXPECT_EQ(readFile(file), "");
 }
 
 TEST(IniSave, EmptyNameInBothModes) {
@@ -95,7 +95,7 @@ TEST(IniSave, EmptyNameInBothModes) {
 // Targets the process cannot write even as root: inside a missing folder, or a folder itself.
 TEST(IniSave, UnwritableTargetThrowsOnlyWhenAsked) {
     TempFolder folder;
-    const std::string targets[] = {folder.File("no/such/folder/x.ini"), folder.path.string()};
+    const std::string targets[] = {folder.file("no/such/folder/x.ini"), folder.path()};
     for (const std::string& target : targets) {
         SCOPED_TRACE(target);
         KVIniFile ini;
@@ -105,14 +105,14 @@ TEST(IniSave, UnwritableTargetThrowsOnlyWhenAsked) {
         EXPECT_TRUE(ini.Save(target.c_str(), false)); // quiet mode never reports a failed write
         EXPECT_STREQ(ini.GetFileName().str(), target.c_str());
     }
-    EXPECT_TRUE(std::filesystem::is_directory(folder.path));
+    EXPECT_TRUE(std::filesystem::is_directory(folder.path()));
 }
 
 TEST(IniLoad, FailuresLeaveMemoryAlone) {
     TempFolder folder;
-    const std::string good = folder.File("good.ini");
-    const std::string missing = folder.File("missing.ini");
-    WriteBytes(good, "[S]\nk=v\n");
+    const std::string good = folder.file("good.ini");
+    const std::string missing = folder.file("missing.ini");
+    writeFile(good, "[S]\nk=v\n");
     KVIniFile ini;
     ASSERT_TRUE(ini.Load(good.c_str(), true));
 
@@ -134,7 +134,7 @@ TEST(IniLoad, FailuresLeaveMemoryAlone) {
 // A path that exists but cannot be read as a file fails in the reading layer, in both modes.
 TEST(IniLoad, UnreadableFileThrowsEvenInQuietMode) {
     TempFolder folder;
-    const std::string target = folder.path.string();
+    const std::string target = folder.path();
     for (bool throwOnError : {true, false}) {
         KVIniFile ini;
         ini.SetString("Old", "k", "v");
@@ -147,8 +147,8 @@ TEST(IniLoad, UnreadableFileThrowsEvenInQuietMode) {
 
 TEST(IniLoad, ReplacesEverySection) {
     TempFolder folder;
-    const std::string file = folder.File("a.ini");
-    WriteBytes(file, "[New]\nx=1\n");
+    const std::string file = folder.file("a.ini");
+    writeFile(file, "[New]\nx=1\n");
     KVIniFile ini;
     ini.SetString("Old", "y", "2");
     ASSERT_TRUE(ini.Load(file.c_str(), false));
@@ -160,11 +160,11 @@ TEST(IniReload, FollowsTheFileOnDisk) {
     KVIniFile ini;
     EXPECT_TRUE(ini.Reload()); // nothing remembered yet
 
-    const std::string file = folder.File("r.ini");
-    WriteBytes(file, "[A]\nk=1\n");
+    const std::string file = folder.file("r.ini");
+    writeFile(file, "[A]\nk=1\n");
     ASSERT_TRUE(ini.Load(file.c_str(), true));
     ini.SetString("A", "k", "changed in memory");
-    WriteBytes(file, "[B]\r\nj=2\r\n");
+    writeFile(file, "[B]\r\nj=2\r\n");
     EXPECT_TRUE(ini.Reload());
     EXPECT_EQ(Dump(ini), "[B]\nj=2\n");
 
@@ -181,14 +181,14 @@ struct ShiftCase {
 TEST(IniByteShift, SavedShiftedAndLoadedBack) {
     const ShiftCase cases[] = {{1, "\\T^"}, {-1, "ZR\\"}, {256 + 2, "]U_"}, {200, "#\x1B%"}};
     TempFolder folder;
-    const std::string file = folder.File("shift.ini");
+    const std::string file = folder.file("shift.ini");
     for (const ShiftCase& c : cases) {
         SCOPED_TRACE(c.shift);
         KVIniFile ini;
         ini.SetByteShift(true, c.shift);
         ini.SetString("S", "Key", "Value \xE9");
         ASSERT_TRUE(ini.Save(file.c_str(), true));
-        const std::string bytes = ReadBytes(file);
+        const std::string bytes = readFile(file);
         EXPECT_EQ(bytes.substr(0, 5), std::string(c.onDiskHeader) + "\r\n");
         EXPECT_EQ(bytes.substr(bytes.size() - 2), "\r\n");
         EXPECT_EQ(bytes.find("Key"), std::string::npos);
@@ -206,13 +206,13 @@ TEST(IniByteShift, SavedShiftedAndLoadedBack) {
 
 TEST(IniByteShift, OffForcesZero) {
     TempFolder folder;
-    const std::string file = folder.File("off.ini");
+    const std::string file = folder.file("off.ini");
     KVIniFile ini;
     ini.SetByteShift(true, 5);
     ini.SetByteShift(false, 5);
     ini.SetString("S", "K", "v");
     ASSERT_TRUE(ini.Save(file.c_str(), true));
-    EXPECT_EQ(ReadBytes(file), "[S]\r\nK=v\r\n");
+    EXPECT_EQ(readFile(file), "[S]\r\nK=v\r\n");
 }
 
 } // namespace

@@ -11,8 +11,8 @@ struct ParseCase {
 };
 
 std::string LoadAndDump(const TempFolder& folder, const std::string& bytes) {
-    const std::string file = folder.File("in.ini");
-    WriteBytes(file, bytes);
+    const std::string file = folder.file("in.ini");
+    writeFile(file, bytes);
     KVIniFile ini;
     EXPECT_TRUE(ini.Load(file.c_str(), true));
     return Dump(ini);

@@ -86,15 +86,15 @@ TEST(XmlTree, SettersReuseTheFirstMatch) {
 
 TEST(XmlSave, LinesResplitWithCrLf) {
     TempFolder folder;
-    const std::string file = folder.File("lines.xml");
-    WriteBytes(file, std::string(4096, 'x')); // longer than what is saved: must be truncated
+    const std::string file = folder.file("lines.xml");
+    writeFile(file, std::string(4096, 'x')); // longer than what is saved: must be truncated
 
     XDocument doc(X("R"));
     XElement* text = new XElement(X("T"));
     text->SetText(X("one\ntwo\r\rthree\r\n"), false);
     doc.AddChild(text);
     ASSERT_TRUE(doc.SaveToFile(X(file)));
-    EXPECT_EQ(ReadBytes(file),
+    EXPECT_EQ(readFile(file),
               "<?xml version=\"1.0\"?>\r\n<R>\r\n\t<T><![CDATA[one\r\ntwo\r\nthree\r\n]]></T>\r\n</R>\r\n");
 
     XWriteOptions oneLine;
@@ -102,16 +102,16 @@ TEST(XmlSave, LinesResplitWithCrLf) {
     oneLine.indentWithTabs = false;
     text->SetText(X("x"), true);
     ASSERT_TRUE(doc.SaveToFile(X(file), oneLine));
-    EXPECT_EQ(ReadBytes(file), "<?xml version=\"1.0\"?><R><T>x</T></R>\r\n");
+    EXPECT_EQ(readFile(file), "<?xml version=\"1.0\"?><R><T>x</T></R>\r\n");
 }
 
 TEST(XmlSave, FileErrorsGiveFalseDevicesAreWritten) {
     TempFolder folder;
     XDocument doc(X("R"));
-    EXPECT_FALSE(doc.SaveToFile(X(folder.File("missing/folder/x.xml"))));
-    EXPECT_FALSE(doc.SaveToFile(X(folder.path.string())));
+    EXPECT_FALSE(doc.SaveToFile(X(folder.file("missing/folder/x.xml"))));
+    EXPECT_FALSE(doc.SaveToFile(X(folder.path())));
     EXPECT_FALSE(doc.SaveToFile(XString()));
-    EXPECT_TRUE(std::filesystem::is_directory(folder.path));
+    EXPECT_TRUE(std::filesystem::is_directory(folder.path()));
     EXPECT_FALSE(doc.SaveToFile(X("/dev/full")));
     EXPECT_TRUE(doc.SaveToFile(X("/dev/null"))); // a device has nothing to cut
 }
@@ -156,7 +156,7 @@ TEST(XmlSave, ParsesBackWithARealParser) {
     doc.AddChild(holder);
 
     TempFolder folder;
-    const std::string file = folder.File("specials.xml");
+    const std::string file = folder.file("specials.xml");
     for (char32_t quote : {U'"', U'\''}) {
         SCOPED_TRACE(static_cast<char>(quote));
         XWriteOptions options;
@@ -165,7 +165,7 @@ TEST(XmlSave, ParsesBackWithARealParser) {
 
         int status = 0;
         const std::string check = RunXmllint("--noout '" + file + "'", &status);
-        ASSERT_EQ(status, 0) << check << "\n" << ReadBytes(file);
+        ASSERT_EQ(status, 0) << check << "\n" << readFile(file);
 
         EXPECT_EQ(XPathString(file, "/Root/@attr"), specials);
         EXPECT_EQ(XPathString(file, "/Root/Escaped"), specials);

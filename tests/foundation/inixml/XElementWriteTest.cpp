@@ -20,9 +20,9 @@ TEST(XmlWrite, SmallTreeMatchesTheReferenceBytes) {
     EXPECT_EQ(Std(doc.ToString()), expected);
 
     TempFolder folder;
-    const std::string file = folder.File("small.xml");
+    const std::string file = folder.file("small.xml");
     ASSERT_TRUE(doc.SaveToFile(X(file)));
-    EXPECT_EQ(ReadBytes(file), expected);
+    EXPECT_EQ(readFile(file), expected);
 }
 
 struct WriteCase {
