@@ -59,7 +59,7 @@ std::unique_ptr<ResultWriter> MakeWriter(const BatchOptions& options, const std:
     return std::make_unique<TableWriter>(out, inputs, plugins);
 }
 
-DecodeStatistics::Texts TotalStatistics(const std::vector<std::unique_ptr<DecodeLane>>& lanes) {
+DecodeStatistics::Values TotalStatistics(const std::vector<std::unique_ptr<DecodeLane>>& lanes) {
     DecodeStatistics total;
     for (const auto& lane : lanes) {
         const DecodeStatistics& s = lane->Statistics();
@@ -69,7 +69,7 @@ DecodeStatistics::Texts TotalStatistics(const std::vector<std::unique_ptr<Decode
         total.totalDecodeMs += s.totalDecodeMs.load();
         total.totalImageProcessMs += s.totalImageProcessMs.load();
     }
-    return total.Format();
+    return total.Read();
 }
 
 // Everything between the reader's start and its shut-down; the lanes end before the library.
@@ -148,7 +148,7 @@ int RunSession(const BatchOptions& options, const std::vector<ImageInput>& input
         for (const BatchRow& row : outcome.rows) {
             std::optional<Verdict> verdict;
             if (options.expect) {
-                verdict = ExpectationCheck::Judge(expected, row.symbols);
+                verdict = ExpectationCheck::Judge(expected, row.outcome().symbols);
                 summary.Add(row.row.pluginName, *verdict);
             }
             writer->Row(outcome.input, row, verdict);

@@ -11,14 +11,15 @@ void CsvWriter::Begin() {
 }
 
 void CsvWriter::Row(const ImageInput& input, const BatchRow& row, std::optional<Verdict> verdict) {
-    const bool any = !row.symbols.empty();
+    const std::vector<DecodedSymbol>& symbols = row.outcome().symbols;
+    const bool any = !symbols.empty();
     m_out << TextEncoding::CsvField(input.display) << ',' << TextEncoding::CsvField(row.row.pluginName) << ','
           << TextEncoding::CsvField(row.row.imageProcess) << ',' << TextEncoding::CsvField(row.row.time)
           << ',' << TextEncoding::CsvField(TextEncoding::Latin1ToUtf8(DecodeStatus::ResultsText(row.row))) << ','
-          << (any ? TextEncoding::CsvField(SymbologyNames::Name(row.symbology)) : "") << ','
-          << (any ? std::to_string(row.symbols.back().eci) : "") << ',' << row.symbols.size() << ','
+          << (any ? TextEncoding::CsvField(SymbologyNames::Name(symbols.back().symbology)) : "") << ','
+          << (any ? std::to_string(symbols.back().eci) : "") << ',' << symbols.size() << ','
           << row.data.size() << ',' << TextEncoding::Base64(row.data) << ','
-          << TextEncoding::CsvField(DecodeStatus::Name(row.row.decodeCode));
+          << TextEncoding::CsvField(DecodeStatus::Name(row.outcome()));
     if (m_expect) {
         m_out << ',' << (verdict ? ExpectationCheck::Name(*verdict) : "");
     }
@@ -26,7 +27,7 @@ void CsvWriter::Row(const ImageInput& input, const BatchRow& row, std::optional<
     m_out.flush();
 }
 
-void CsvWriter::End(const DecodeStatistics::Texts& statistics, const ExpectationSummary* summary) {
+void CsvWriter::End(const DecodeStatistics::Values& statistics, const ExpectationSummary* summary) {
     m_out.flush();
     for (const std::string& line : StatisticsLines(statistics)) {
         m_notes << line << '\n';

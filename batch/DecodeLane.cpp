@@ -15,7 +15,6 @@ public:
 
 DecodeLane::DecodeLane() {
     m_view.Attach(m_session);
-    m_session.decode.SetSymbolObserver(&m_view);
 }
 
 std::vector<std::string> DecodeLane::SelectedNames() const {

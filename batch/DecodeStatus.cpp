@@ -4,27 +4,30 @@
 
 namespace {
 
-const std::string kNoData = "[NO DATA]";
+const std::string kNoData = kNoDataText;
 
 } // namespace
 
-const char* DecodeStatus::Name(int32_t decodeCode) {
-    switch (decodeCode) {
-    case ZYR_OK:
+const char* DecodeStatus::Name(const DecodeOutcome& outcome) {
+    switch (outcome.Status()) {
+    case OutcomeStatus::Read:
+    case OutcomeStatus::NoData:
         return "ok";
-    case ZYR_ERR_PLUGIN_CRASHED:
+    case OutcomeStatus::Crashed:
         return "crashed";
-    case ZYR_ERR_PLUGIN_TIMEOUT:
+    case OutcomeStatus::TimedOut:
         return "timed out";
-    default:
-        return "failed";
+    case OutcomeStatus::Failed:
+        break;
     }
+    return "failed";
 }
 
 std::string DecodeStatus::ResultsText(const ResultRow& row) {
-    const char* replacement = row.decodeCode == ZYR_ERR_PLUGIN_CRASHED   ? "[CRASHED]"
-                              : row.decodeCode == ZYR_ERR_PLUGIN_TIMEOUT ? "[TIMED OUT]"
-                                                                         : nullptr;
+    const OutcomeStatus status = row.outcome.Status();
+    const char* replacement = status == OutcomeStatus::Crashed    ? "[CRASHED]"
+                              : status == OutcomeStatus::TimedOut ? "[TIMED OUT]"
+                                                                  : nullptr;
     const std::string& text = row.results;
     // Two-sided rows carry their side in front of the text.
     if (!replacement || text.size() < kNoData.size() ||

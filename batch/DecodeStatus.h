@@ -2,15 +2,16 @@
 // is reported as such, not as an image without symbols.
 #pragma once
 
-#include "ResultStore.h"
+#include "ResultText.h"
 
 #include <cstdint>
 #include <string>
 
 class DecodeStatus {
 public:
-    // "ok", "crashed", "timed out", or "failed" for any other error the decode returned.
-    static const char* Name(int32_t decodeCode);
+    // "ok" (symbols or none), "crashed", "timed out", or "failed" for any other error the decode
+    // returned.
+    static const char* Name(const DecodeOutcome& outcome);
     // The row's results text, with "[CRASHED]" or "[TIMED OUT]" in place of "[NO DATA]".
     static std::string ResultsText(const ResultRow& row);
 };

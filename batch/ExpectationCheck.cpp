@@ -8,7 +8,7 @@
 namespace {
 
 // True when expected[position..] is the unused symbols joined by "\n" in some order.
-bool Matches(const std::string& expected, size_t position, const std::vector<BatchSymbol>& symbols,
+bool Matches(const std::string& expected, size_t position, const std::vector<DecodedSymbol>& symbols,
              std::vector<bool>& used, size_t remaining) {
     if (remaining == 0) {
         return position == expected.size();
@@ -32,7 +32,7 @@ bool Matches(const std::string& expected, size_t position, const std::vector<Bat
     return false;
 }
 
-bool MatchesAnyOrder(const std::string& expected, const std::vector<BatchSymbol>& symbols) {
+bool MatchesAnyOrder(const std::string& expected, const std::vector<DecodedSymbol>& symbols) {
     std::vector<bool> used(symbols.size(), false);
     return Matches(expected, 0, symbols, used, symbols.size());
 }
@@ -46,7 +46,7 @@ bool IsWholeLinesAt(const std::string& text, const std::string& bytes, size_t at
 
 // True when symbols[index..] can each be placed on whole lines of text that no other symbol
 // already covers: every symbol read is one the image holds, none twice.
-bool PlacesOnDistinctLines(const std::string& text, const std::vector<BatchSymbol>& symbols, size_t index,
+bool PlacesOnDistinctLines(const std::string& text, const std::vector<DecodedSymbol>& symbols, size_t index,
                            std::vector<std::pair<size_t, size_t>>& taken) {
     if (index == symbols.size()) {
         return true;
@@ -103,7 +103,7 @@ std::optional<std::string> ExpectationCheck::ReadExpected(const std::string& ima
 }
 
 Verdict ExpectationCheck::Judge(const std::optional<std::string>& expected,
-                                const std::vector<BatchSymbol>& symbols) {
+                                const std::vector<DecodedSymbol>& symbols) {
     if (!expected) {
         return Verdict::Unchecked;
     }

@@ -27,7 +27,7 @@ public:
     // allowed when the symbols do not account for it (files written by hand usually have one). A
     // symbol counts as expected when its bytes stand on whole lines of the file that no other
     // symbol read takes.
-    static Verdict Judge(const std::optional<std::string>& expected, const std::vector<BatchSymbol>& symbols);
+    static Verdict Judge(const std::optional<std::string>& expected, const std::vector<DecodedSymbol>& symbols);
 
     static const char* Name(Verdict verdict);
 };

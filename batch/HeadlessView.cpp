@@ -6,7 +6,6 @@
 std::vector<BatchRow> HeadlessView::TakeRows() {
     std::vector<BatchRow> rows;
     rows.swap(m_rows);
-    m_symbols.clear();
     if (m_session) {
         m_session->results.ClearData();
     }
@@ -20,8 +19,7 @@ std::vector<std::string> HeadlessView::TakeMessages() {
 }
 
 void HeadlessView::PostShowNextResult() {
-    // Decoding is synchronous here: the row posted is the one just finished, and the symbols seen
-    // since the previous row are its own.
+    // Decoding is synchronous here: the row posted is the one just finished.
     if (!m_session) {
         return;
     }
@@ -34,9 +32,7 @@ void HeadlessView::PostShowNextResult() {
     if (const std::optional<GLD_DecodeData> data =
             m_session->results.DataAt(static_cast<int>(m_rows.size()))) {
         batchRow.data.assign(data->str(), static_cast<size_t>(data->size()));
-        batchRow.symbology = data->Symbology;
     }
-    batchRow.symbols.swap(m_symbols);
     m_rows.push_back(std::move(batchRow));
 }
 
@@ -61,15 +57,4 @@ std::shared_ptr<const ZyrImage> HeadlessView::PictureImage(PictureId picture) {
 
 void HeadlessView::ShowMessage(MessageKind, const std::string& text) {
     m_messages.push_back(text);
-}
-
-void HeadlessView::SymbolAttached(int32_t, const ZyrSymbolResult& symbol) {
-    BatchSymbol seen;
-    seen.symbology = symbol.Symbology;
-    seen.dataType = symbol.DataType;
-    seen.eci = symbol.Eci;
-    if (symbol.Data && symbol.DataLength > 0) {
-        seen.bytes.assign(reinterpret_cast<const char*>(symbol.Data), static_cast<size_t>(symbol.DataLength));
-    }
-    m_symbols.push_back(std::move(seen));
 }

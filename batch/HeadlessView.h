@@ -1,11 +1,10 @@
 // The session's user interface without a window: the main picture is an image loaded from a
 // file, rows are collected as the session hands them over, messages are kept for the caller.
-// Also watches each symbol, so a row can report its symbols one by one. Used by one thread.
+// Used by one thread.
 #pragma once
 
 #include "BatchRow.h"
 #include "SessionView.h"
-#include "SymbolObserver.h"
 
 #include <memory>
 #include <string>
@@ -13,7 +12,7 @@
 
 class TestSession;
 
-class HeadlessView : public SessionView, public SymbolObserver {
+class HeadlessView : public SessionView {
 public:
     // The session whose rows this view takes; set once, before any decode.
     void Attach(TestSession& session) { m_session = &session; }
@@ -40,13 +39,10 @@ public:
     void ShowMessage(MessageKind kind, const std::string& text) override;
     void UpdateButtons() override {}
 
-    void SymbolAttached(int32_t imageNumber, const ZyrSymbolResult& symbol) override;
-
 private:
     TestSession* m_session = nullptr;
     std::shared_ptr<const ZyrImage> m_image;
     std::string m_loadError;
     std::vector<BatchRow> m_rows;
-    std::vector<BatchSymbol> m_symbols; // of the plug-in call under way
     std::vector<std::string> m_messages;
 };

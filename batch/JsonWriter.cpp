@@ -4,6 +4,9 @@
 #include "SymbologyNames.h"
 #include "TextEncoding.h"
 
+#include <chrono>
+#include <cstdio>
+
 namespace {
 
 std::string Utf8(const std::string& text) {
@@ -11,6 +14,22 @@ std::string Utf8(const std::string& text) {
 }
 std::string Latin1(const std::string& text) {
     return TextEncoding::JsonString(text, true);
+}
+
+// Milliseconds with the fractions a duration has, as a JSON number ("12.345678").
+std::string Number(double value) {
+    char text[48];
+    std::snprintf(text, sizeof text, "%.6f", value);
+    std::string number = text;
+    number.erase(number.find_last_not_of('0') + 1);
+    if (number.back() == '.') {
+        number.pop_back();
+    }
+    return number;
+}
+
+std::string Milliseconds(std::chrono::nanoseconds time) {
+    return Number(std::chrono::duration<double, std::milli>(time).count());
 }
 
 } // namespace
@@ -22,22 +41,28 @@ void JsonWriter::Begin() {
 void JsonWriter::Row(const ImageInput& input, const BatchRow& row, std::optional<Verdict> verdict) {
     m_out << (m_first ? "\n" : ",\n");
     m_first = false;
-    const bool any = !row.symbols.empty();
+    const DecodeOutcome& outcome = row.outcome();
+    const std::vector<DecodedSymbol>& symbols = outcome.symbols;
+    const bool any = !symbols.empty();
     m_out << "    {\"file\": " << Utf8(input.display) << ", \"path\": " << Utf8(input.path)
           << ", \"plugin\": " << Utf8(row.row.pluginName)
-          << ", \"imgProcess\": " << Latin1(row.row.imageProcess) << ", \"time\": " << Latin1(row.row.time)
+          << ", \"imgProcess\": " << Milliseconds(outcome.imageProcess) << ", \"time\": " << Milliseconds(outcome.decode)
           << ", \"results\": " << Latin1(DecodeStatus::ResultsText(row.row))
-          << ", \"status\": \"" << DecodeStatus::Name(row.row.decodeCode) << '"'
-          << ", \"symbology\": " << (any ? Utf8(SymbologyNames::Name(row.symbology)) : "null")
-          << ", \"eci\": " << (any ? std::to_string(row.symbols.back().eci) : "null")
+          << ", \"status\": \"" << DecodeStatus::Name(outcome) << '"'
+          << ", \"symbology\": " << (any ? Utf8(SymbologyNames::Name(symbols.back().symbology)) : "null")
+          << ", \"eci\": " << (any ? std::to_string(symbols.back().eci) : "null")
           << ", \"length\": " << row.data.size() << ", \"data\": \"" << TextEncoding::Base64(row.data)
           << "\", \"symbols\": [";
-    for (size_t i = 0; i < row.symbols.size(); ++i) {
-        const BatchSymbol& symbol = row.symbols[i];
+    for (size_t i = 0; i < symbols.size(); ++i) {
+        const DecodedSymbol& symbol = symbols[i];
         m_out << (i ? ", " : "") << "{\"symbology\": " << Utf8(SymbologyNames::Name(symbol.symbology))
               << ", \"dataType\": " << symbol.dataType << ", \"eci\": " << symbol.eci
               << ", \"length\": " << symbol.bytes.size() << ", \"data\": \""
-              << TextEncoding::Base64(symbol.bytes) << "\"}";
+              << TextEncoding::Base64(symbol.bytes) << "\", \"corners\": [";
+        for (size_t c = 0; c < symbol.corners.size(); ++c) {
+            m_out << (c ? ", [" : "[") << symbol.corners[c].X << ", " << symbol.corners[c].Y << "]";
+        }
+        m_out << "]}";
     }
     m_out << "]";
     if (verdict) {
@@ -47,12 +72,11 @@ void JsonWriter::Row(const ImageInput& input, const BatchRow& row, std::optional
     m_out.flush();
 }
 
-void JsonWriter::End(const DecodeStatistics::Texts& statistics, const ExpectationSummary* summary) {
+void JsonWriter::End(const DecodeStatistics::Values& statistics, const ExpectationSummary* summary) {
     m_out << (m_first ? "]" : "\n  ]")
-          << ",\n  \"statistics\": {\"averageTime\": " << Latin1(statistics.averageTime)
-          << ", \"imageCount\": " << Latin1(statistics.imageCount)
-          << ", \"symbolsCount\": " << Latin1(statistics.symbolsCount)
-          << ", \"averageImageProcessTime\": " << Latin1(statistics.averageImageProcessTime) << "}";
+          << ",\n  \"statistics\": {\"averageTime\": " << Number(statistics.averageTimeMs)
+          << ", \"imageCount\": " << statistics.imageCount << ", \"symbolsCount\": " << statistics.symbolsCount
+          << ", \"averageImageProcessTime\": " << Number(statistics.averageImageProcessMs) << "}";
     if (summary) {
         m_out << ",\n  \"expectations\": [";
         bool first = true;

@@ -1,6 +1,6 @@
 // One JSON document: {"rows": [...], "statistics": {...}, "expectations": [...]}. Each row has
-// the list's five columns, the bytes in base64 with their length, the symbology and ECI of the
-// last symbol, every symbol on its own and, when results are compared, "expected": the verdict.
+// the list's five columns (times as numbers of milliseconds), the bytes in base64 with their
+// length, the symbology and ECI of the last symbol, every symbol on its own with its corners and, when results are compared, "expected": the verdict.
 // Rows are written as they come.
 #pragma once
 
@@ -14,7 +14,7 @@ public:
 
     void Begin() override;
     void Row(const ImageInput& input, const BatchRow& row, std::optional<Verdict> verdict) override;
-    void End(const DecodeStatistics::Texts& statistics, const ExpectationSummary* summary) override;
+    void End(const DecodeStatistics::Values& statistics, const ExpectationSummary* summary) override;
 
 private:
     std::ostream& m_out;

@@ -20,8 +20,8 @@ public:
     // compares with the expected text; none when results are not compared.
     virtual void Row(const ImageInput& input, const BatchRow& row, std::optional<Verdict> verdict) = 0;
     // summary: null when results were not compared.
-    virtual void End(const DecodeStatistics::Texts& statistics, const ExpectationSummary* summary) = 0;
+    virtual void End(const DecodeStatistics::Values& statistics, const ExpectationSummary* summary) = 0;
 
     // The four statistics lines, labelled as in the window.
-    static std::vector<std::string> StatisticsLines(const DecodeStatistics::Texts& statistics);
+    static std::vector<std::string> StatisticsLines(const DecodeStatistics::Values& statistics);
 };

@@ -54,7 +54,7 @@ void TableWriter::Row(const ImageInput& input, const BatchRow& row, std::optiona
     m_out.flush();
 }
 
-void TableWriter::End(const DecodeStatistics::Texts& statistics, const ExpectationSummary* summary) {
+void TableWriter::End(const DecodeStatistics::Values& statistics, const ExpectationSummary* summary) {
     m_out << '\n';
     for (const std::string& line : StatisticsLines(statistics)) {
         m_out << line << '\n';

@@ -14,7 +14,7 @@ public:
 
     void Begin() override;
     void Row(const ImageInput& input, const BatchRow& row, std::optional<Verdict> verdict) override;
-    void End(const DecodeStatistics::Texts& statistics, const ExpectationSummary* summary) override;
+    void End(const DecodeStatistics::Values& statistics, const ExpectationSummary* summary) override;
 
 private:
     void WriteLine(const std::string& file, const std::string& plugin, const std::string& imageProcess,

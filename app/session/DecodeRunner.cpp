@@ -4,17 +4,6 @@
 #include "TestSession.h"
 
 #include <chrono>
-#include <cstdio>
-
-namespace {
-
-std::string Milliseconds(int64_t ms) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%dms", static_cast<int32_t>(ms));
-    return text;
-}
-
-} // namespace
 
 void DecodeRunner::Run(const ZyrImage* image, int32_t side) {
     TestSession& s = m_session;
@@ -37,10 +26,10 @@ void DecodeRunner::Run(const ZyrImage* image, int32_t side) {
         const auto start = std::chrono::steady_clock::now();
         const int32_t code = ZyrReader_ImagePluginDecode(true, plugin.handle, image, "", number, "",
                                                          &DecodeRunner::Callback, this, number, 0, 0);
-        const auto end = std::chrono::steady_clock::now();
-        const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(end - start).count();
-        s.results.Finish(record, Milliseconds(ms), code);
-        s.stats.totalDecodeMs += static_cast<uint32_t>(ms);
+        const std::chrono::nanoseconds elapsed = std::chrono::steady_clock::now() - start;
+        s.results.Finish(record, elapsed, code);
+        s.stats.totalDecodeMs +=
+            static_cast<uint32_t>(std::chrono::duration_cast<std::chrono::milliseconds>(elapsed).count());
         s.view.PostShowNextResult();
         if (s.dataReceived && fromCamera) {
             s.archive.Archive(plugin.name);
@@ -56,9 +45,6 @@ void DecodeRunner::Callback(void* context, int32_t tag, int32_t, int32_t, const 
     auto* self = static_cast<DecodeRunner*>(context);
     if (!self || !symbol || !self->m_session.results.AttachSymbol(tag, *symbol)) {
         return;
-    }
-    if (self->m_observer) {
-        self->m_observer->SymbolAttached(tag, *symbol);
     }
     self->m_session.dataReceived = true;
     ++self->m_session.stats.symbolsCount;
@@ -90,12 +76,13 @@ uint32_t DecodeRunner::DecodeMultiJob(JobContext& job) {
 }
 
 std::optional<ResultRow> DecodeRunner::TakeNextRow() {
-    std::optional<ResultRow> row = m_session.results.TakeNext();
-    if (row) {
-        row->fileName = m_session.currentFileName;
-        row->imageProcess = Milliseconds(m_session.stats.lastImageProcessMs.load());
+    std::optional<DecodeOutcome> outcome = m_session.results.TakeNext();
+    if (!outcome) {
+        return std::nullopt;
     }
-    return row;
+    outcome->file = m_session.currentFileName;
+    outcome->imageProcess = std::chrono::milliseconds(m_session.stats.lastImageProcessMs.load());
+    return ResultRowOf(std::move(*outcome));
 }
 
 void DecodeRunner::ClearResults() {

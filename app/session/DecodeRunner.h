@@ -4,7 +4,7 @@
 #pragma once
 
 #include "ResultStore.h"
-#include "SymbolObserver.h"
+#include "ResultText.h"
 #include "ZyrReaderLowLevelAPI.h"
 
 #include <optional>
@@ -28,7 +28,8 @@ public:
     uint32_t DecodeImageJob(JobContext& job);
     uint32_t DecodeMultiJob(JobContext& job);
 
-    // User-interface thread, on "show next result": the next row to append, if any.
+    // User-interface thread, on "show next result": the next row to append, if any, with the file
+    // on show and the last image-process time.
     std::optional<ResultRow> TakeNextRow();
 
     // Clear Results: the decode data list and the counters (not the last image-process time).
@@ -37,12 +38,8 @@ public:
     // How long Decode Multi waits for the next image to be shown.
     int stepTimeoutMs = 2000;
 
-    // Told of every attached symbol; null (the default) for none. Set before a run starts.
-    void SetSymbolObserver(SymbolObserver* observer) { m_observer = observer; }
-
 private:
     void RunOnMainPicture();
 
     TestSession& m_session;
-    SymbolObserver* m_observer = nullptr;
 };

@@ -10,20 +10,29 @@ std::string Printf(const char* format, double value) {
     return text;
 }
 
-std::string Average(uint32_t total, int32_t count) {
-    // Both averages divide by the decode count; none yet reads as 0.00.
-    return Printf("%.2fms", count > 0 ? static_cast<double>(total) / count : 0.0);
+// Both averages divide by the decode count; none yet reads as 0.
+double Average(uint32_t total, int32_t count) {
+    return count > 0 ? static_cast<double>(total) / count : 0.0;
 }
 
 } // namespace
 
-DecodeStatistics::Texts DecodeStatistics::Format() const {
+DecodeStatistics::Values DecodeStatistics::Read() const {
     const int32_t decodes = decodeCount.load();
+    Values values;
+    values.averageTimeMs = Average(totalDecodeMs.load(), decodes);
+    values.imageCount = imageCount.load();
+    values.symbolsCount = symbolsCount.load();
+    values.averageImageProcessMs = Average(totalImageProcessMs.load(), decodes);
+    return values;
+}
+
+DecodeStatistics::Texts DecodeStatistics::Format(const Values& values) {
     Texts texts;
-    texts.averageTime = Average(totalDecodeMs.load(), decodes);
-    texts.imageCount = std::to_string(imageCount.load());
-    texts.symbolsCount = std::to_string(symbolsCount.load());
-    texts.averageImageProcessTime = Average(totalImageProcessMs.load(), decodes);
+    texts.averageTime = Printf("%.2fms", values.averageTimeMs);
+    texts.imageCount = std::to_string(values.imageCount);
+    texts.symbolsCount = std::to_string(values.symbolsCount);
+    texts.averageImageProcessTime = Printf("%.2fms", values.averageImageProcessMs);
     return texts;
 }
 

@@ -15,6 +15,14 @@ public:
         std::string averageImageProcessTime; // total image-process time / decode count, "%.2fms"
     };
 
+    // The line's values: averages in milliseconds, with fractions.
+    struct Values {
+        double averageTimeMs = 0;
+        int32_t imageCount = 0;
+        int32_t symbolsCount = 0;
+        double averageImageProcessMs = 0;
+    };
+
     std::atomic<int32_t> symbolsCount{0};
     std::atomic<int32_t> decodeCount{0};
     std::atomic<int32_t> imageCount{0};
@@ -22,7 +30,9 @@ public:
     std::atomic<uint32_t> lastImageProcessMs{0};
     std::atomic<uint32_t> totalImageProcessMs{0};
 
-    Texts Format() const;
+    Values Read() const;
+    static Texts Format(const Values& values);
+    Texts Format() const { return Format(Read()); }
 
     // Clear Results: everything but the last image-process time goes back to zero.
     void Clear();

@@ -1,17 +1,10 @@
 // One plug-in's outcome on one image, waiting in the pending result queue to become a row.
 #pragma once
 
+#include "DecodeOutcome.h"
 #include "GLD_DecodeData.h"
 
-#include <cstdint>
-#include <string>
-
 struct GLD_DecodeResult {
-    int32_t ImageNumber = 0;        // the session's image number when the run started
-    int32_t Side = 0;               // 0 one-sided, 1 left side, any other value right side
-    std::string PluginName;         // display name of the plug-in
-    std::string Time;               // "%dms" of the decode time
-    std::string Results;            // last symbol's text, "%d bytes (eci=%d)", or "[NO DATA]"
+    DecodeOutcome Outcome;          // image number, side, plug-in, decode time, code and symbols
     GLD_DecodeData* Data = nullptr; // owned by the decode data list, not by this record
-    int32_t DecodeCode = 0;         // what ZyrReader_ImagePluginDecode returned (ZyrReaderError)
 };

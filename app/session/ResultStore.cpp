@@ -4,8 +4,6 @@
 
 namespace {
 
-const char kNoData[] = "[NO DATA]";
-
 // Appends bytes as they are. A counted append drops a trailing zero, so trailing zeros are added
 // on their own.
 void AppendBytes(StringBuffer& buffer, const char* bytes, uint32_t count) {
@@ -33,9 +31,9 @@ ResultStore::~ResultStore() {
 
 GLD_DecodeResult* ResultStore::Append(int32_t imageNumber, int32_t side, const std::string& pluginName) {
     auto* record = new GLD_DecodeResult;
-    record->ImageNumber = imageNumber;
-    record->Side = side;
-    record->PluginName = pluginName;
+    record->Outcome.imageNumber = imageNumber;
+    record->Outcome.side = side;
+    record->Outcome.plugin = pluginName;
     record->Data = new GLD_DecodeData;
     std::lock_guard<std::mutex> lock(m_lock);
     m_pending.Add(record);
@@ -43,28 +41,11 @@ GLD_DecodeResult* ResultStore::Append(int32_t imageNumber, int32_t side, const s
     return record;
 }
 
-std::string ResultStore::SymbolText(const ZyrSymbolResult& symbol) {
-    const bool text = symbol.DataType == ZYR_DATA_ASCII || symbol.DataType == ZYR_DATA_TEXT8 ||
-                      (symbol.DataType == ZYR_DATA_ECI_BYTES &&
-                       (symbol.Eci == ZYR_ECI_ISO8859_1 || symbol.Eci == ZYR_ECI_SHIFT_JIS));
-    if (text && symbol.Data && symbol.DataLength > 0) {
-        // Read as zero-terminated text, but never past the symbol's bytes.
-        const char* data = reinterpret_cast<const char*>(symbol.Data);
-        return std::string(data, strnlen(data, static_cast<size_t>(symbol.DataLength)));
-    }
-    if (text) {
-        return std::string();
-    }
-    char buffer[64];
-    std::snprintf(buffer, sizeof buffer, "%d bytes (eci=%d)", symbol.DataLength, symbol.Eci);
-    return buffer;
-}
-
 bool ResultStore::AttachSymbol(int32_t imageNumber, const ZyrSymbolResult& symbol) {
     std::lock_guard<std::mutex> lock(m_lock);
     GLD_DecodeResult* record = nullptr;
     for (int i = 0; i < m_pending.GetCount() && !record; ++i) {
-        if (m_pending.GetAt(i)->ImageNumber == imageNumber) {
+        if (m_pending.GetAt(i)->Outcome.imageNumber == imageNumber) {
             record = m_pending.GetAt(i);
         }
     }
@@ -82,35 +63,26 @@ bool ResultStore::AttachSymbol(int32_t imageNumber, const ZyrSymbolResult& symbo
         }
         AppendBytes(data, reinterpret_cast<const char*>(symbol.Data), count);
     }
-    record->Results = SymbolText(symbol);
+    record->Outcome.symbols.push_back(DecodedSymbol::From(symbol));
     return true;
 }
 
-void ResultStore::Finish(GLD_DecodeResult* record, const std::string& time, int32_t decodeCode) {
+void ResultStore::Finish(GLD_DecodeResult* record, std::chrono::nanoseconds decodeTime, int32_t decodeCode) {
     std::lock_guard<std::mutex> lock(m_lock);
-    record->Time = time;
-    record->DecodeCode = decodeCode;
-    if (record->Data->isEmpty()) {
-        record->Results = kNoData;
-    }
+    record->Outcome.decode = decodeTime;
+    record->Outcome.code = decodeCode;
 }
 
-std::optional<ResultRow> ResultStore::TakeNext() {
-    std::lock_guard<std::mutex> lock(m_lock);
-    if (m_pending.GetCount() == 0) {
-        return std::nullopt;
+std::optional<DecodeOutcome> ResultStore::TakeNext() {
+    std::unique_ptr<GLD_DecodeResult> record;
+    {
+        std::lock_guard<std::mutex> lock(m_lock);
+        if (m_pending.GetCount() == 0) {
+            return std::nullopt;
+        }
+        record.reset(static_cast<GLD_DecodeResult*>(m_pending.RemoveAt(0)));
     }
-    GLD_DecodeResult* record = static_cast<GLD_DecodeResult*>(m_pending.RemoveAt(0));
-    ResultRow row;
-    row.pluginName = record->PluginName;
-    row.time = record->Time;
-    row.decodeCode = record->DecodeCode;
-    if (record->Side != 0) {
-        row.results = record->Side == 1 ? "Side Left: " : "Side Right: ";
-    }
-    row.results += record->Results;
-    delete record;
-    return row;
+    return std::move(record->Outcome);
 }
 
 void ResultStore::ClearData() {

@@ -7,19 +7,10 @@
 #include "KVObjectPointerList.h"
 #include "ZyrReaderLowLevelAPI.h"
 
+#include <chrono>
 #include <memory>
 #include <mutex>
 #include <optional>
-
-// What a results row shows, in column order.
-struct ResultRow {
-    std::string fileName; // name of the image file on show
-    std::string pluginName;
-    std::string imageProcess; // "%dms" of the last image-process time
-    std::string time;
-    std::string results; // with "Side Left: " / "Side Right: " in front for two-sided images
-    int32_t decodeCode = 0; // ZyrReaderError of the decode; the window shows only the results text
-};
 
 class ResultStore {
 public:
@@ -35,12 +26,11 @@ public:
     // matches (the symbol is then left alone).
     bool AttachSymbol(int32_t imageNumber, const ZyrSymbolResult& symbol);
 
-    // Sets a record's time text, the decode's result code and, when nothing arrived, "[NO DATA]".
-    void Finish(GLD_DecodeResult* record, const std::string& time, int32_t decodeCode = ZYR_OK);
+    // Sets a record's decode time and the decode's result code.
+    void Finish(GLD_DecodeResult* record, std::chrono::nanoseconds decodeTime, int32_t decodeCode = ZYR_OK);
 
-    // Takes the first pending record off the queue as a row (plug-in, time and results filled);
-    // its data stays in the list.
-    std::optional<ResultRow> TakeNext();
+    // Takes the first pending record's outcome off the queue; its data stays in the list.
+    std::optional<DecodeOutcome> TakeNext();
 
     // Empties the decode data list (Clear Results). Buffers of records still pending stay, so
     // rows added later keep their data.
@@ -50,9 +40,6 @@ public:
     int DataCount() const;
     // Copy of the data of row index, or nothing when there is no such row.
     std::optional<GLD_DecodeData> DataAt(int index) const;
-
-    // The text a symbol shows in its row.
-    static std::string SymbolText(const ZyrSymbolResult& symbol);
 
 private:
     mutable std::mutex m_lock;

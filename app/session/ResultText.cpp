@@ -1,5 +1,8 @@
 #include "ResultText.h"
 
+#include <cstdio>
+#include <cstring>
+
 namespace {
 
 const char* const kControlNames[32] = {"NUL", "SOH", "STX", "ETX", "EOT", "ENQ", "ACK", "BEL",
@@ -26,4 +29,38 @@ std::string ResultRowText(const std::string& bytes) {
         }
     }
     return shown;
+}
+
+std::string MillisecondsText(std::chrono::nanoseconds time) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%dms",
+                  static_cast<int32_t>(std::chrono::duration_cast<std::chrono::milliseconds>(time).count()));
+    return text;
+}
+
+std::string SymbolText(const DecodedSymbol& symbol) {
+    const bool text = symbol.dataType == ZYR_DATA_ASCII || symbol.dataType == ZYR_DATA_TEXT8 ||
+                      (symbol.dataType == ZYR_DATA_ECI_BYTES &&
+                       (symbol.eci == ZYR_ECI_ISO8859_1 || symbol.eci == ZYR_ECI_SHIFT_JIS));
+    if (text) {
+        // Read as zero-terminated text, but never past the symbol's bytes.
+        return std::string(symbol.bytes.c_str(), strnlen(symbol.bytes.c_str(), symbol.bytes.size()));
+    }
+    char buffer[64];
+    std::snprintf(buffer, sizeof buffer, "%d bytes (eci=%d)", static_cast<int32_t>(symbol.bytes.size()), symbol.eci);
+    return buffer;
+}
+
+ResultRow ResultRowOf(DecodeOutcome outcome) {
+    ResultRow row;
+    row.fileName = outcome.file;
+    row.pluginName = outcome.plugin;
+    row.imageProcess = MillisecondsText(outcome.imageProcess);
+    row.time = MillisecondsText(outcome.decode);
+    if (outcome.side != 0) {
+        row.results = outcome.side == 1 ? "Side Left: " : "Side Right: ";
+    }
+    row.results += outcome.HasBytes() ? SymbolText(outcome.symbols.back()) : kNoDataText;
+    row.outcome = std::move(outcome);
+    return row;
 }

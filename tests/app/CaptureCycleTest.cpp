@@ -263,7 +263,7 @@ TEST_F(CaptureTest, OneSidedCycleCallsTheReaderInOrderWithItsArguments) {
     ASSERT_FALSE(view.saves.empty());
     EXPECT_EQ(view.saves[0], std::make_pair(PictureId::Main, appFolder.path() + "/Glyphor_1.png"));
     EXPECT_EQ(session.imageNumber.load(), 1);
-    EXPECT_EQ(session.results.TakeNext()->results, "[NO DATA]") << "side 0 has no side in its row";
+    EXPECT_EQ(session.decode.TakeNextRow()->results, "[NO DATA]") << "side 0 has no side in its row";
     EXPECT_EQ(job.statusTexts,
               (std::vector<std::string>{"Waiting for document...", "Processing document..."}));
     EXPECT_EQ(sleeps, (std::vector<int>{500}));
@@ -312,7 +312,7 @@ TEST_P(TwoSidedCapture, DecodesBothSidesAndShowsThemOnlyWithCrop) {
     // Side 1 is the first image the library delivers, side 2 the second.
     const std::vector<rd::Call> decodes = rd::CallsNamed("ZyrReader_ImagePluginDecode");
     std::vector<std::string> rows;
-    while (auto row = session.results.TakeNext())
+    while (auto row = session.decode.TakeNextRow())
         rows.push_back(row->results);
     EXPECT_EQ(rows, (std::vector<std::string>{"Side Left: [NO DATA]", "Side Right: [NO DATA]"}));
     const std::vector<rd::Call> destroyed = rd::CallsNamed("ZyrReader_DestroyCachedObject");

@@ -9,7 +9,9 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 
 namespace rd = readerdouble;
 
@@ -90,6 +92,75 @@ protected:
     std::vector<uint8_t> pixels;
     ZyrImage image{};
 };
+
+TEST_F(DecodeRunTest, RowsCarryTheOutcomeAsValues) {
+    rd::SymbolScript binary = Text(std::string("\0\x01", 2), ZYR_DATA_BINARY, 26);
+    binary.symbology = ZYR_SYM_PDF417;
+    binary.corners = {{{1, 2}, {30, 2}, {30, 40}, {1, 40}}};
+    struct Case {
+        const char* plugin;
+        std::vector<rd::SymbolScript> symbols;
+        int32_t code;
+        OutcomeStatus status;
+    };
+    const Case cases[] = {
+        {"KVDECODE_Read.so", {Text("hello"), binary}, ZYR_OK, OutcomeStatus::Read},
+        {"KVDECODE_Empty.so", {Text("")}, ZYR_OK, OutcomeStatus::NoData},
+        {"KVDECODE_Crash.so", {}, ZYR_ERR_PLUGIN_CRASHED, OutcomeStatus::Crashed},
+        {"KVDECODE_Slow.so", {}, ZYR_ERR_PLUGIN_TIMEOUT, OutcomeStatus::TimedOut},
+        {"KVDECODE_Bad.so", {}, ZYR_ERR_BAD_ARGUMENT, OutcomeStatus::Failed},
+    };
+    std::vector<rd::PluginScript> scripts;
+    for (const Case& c : cases) {
+        rd::PluginScript script{c.plugin};
+        script.decodes = {c.symbols};
+        script.decodeResult = c.code;
+        scripts.push_back(script);
+    }
+    Install(scripts);
+    Open({"/pics/one.png"});
+    session.stats.lastImageProcessMs = 7;
+    std::vector<ResultRow> rows; // one plug-in per run: a symbol joins the first record still pending
+    for (size_t i = 0; i < std::size(cases); ++i) {
+        for (size_t p = 0; p < std::size(cases); ++p) {
+            session.plugins.SetSelected(p, p == i);
+        }
+        FakeJob job;
+        session.decode.DecodeImageJob(job);
+        for (ResultRow& row : TakeRows()) {
+            rows.push_back(std::move(row));
+        }
+    }
+
+    ASSERT_EQ(rows.size(), std::size(cases));
+    const ResultRow* read = nullptr;
+    for (const ResultRow& row : rows) {
+        const DecodeOutcome& outcome = row.outcome;
+        const auto c = std::find_if(std::begin(cases), std::end(cases), [&](const Case& k) {
+            return "KVDECODE_" + outcome.plugin + ".so" == k.plugin;
+        });
+        ASSERT_NE(c, std::end(cases)) << outcome.plugin;
+        EXPECT_EQ(outcome.Status(), c->status) << c->plugin;
+        EXPECT_EQ(outcome.code, c->code) << c->plugin;
+        EXPECT_EQ(outcome.file, "one.png");
+        EXPECT_EQ(outcome.imageProcess, std::chrono::milliseconds(7));
+        EXPECT_EQ(row.time, MillisecondsText(outcome.decode)) << "the row shows the value it carries";
+        ASSERT_EQ(outcome.symbols.size(), c->symbols.size()) << c->plugin;
+        if (c->status == OutcomeStatus::Read) {
+            read = &row;
+        } else {
+            EXPECT_EQ(row.results, "[NO DATA]") << c->plugin;
+        }
+    }
+    ASSERT_NE(read, nullptr);
+    const DecodedSymbol& last = read->outcome.symbols.back();
+    EXPECT_EQ(read->results, "2 bytes (eci=26)");
+    EXPECT_EQ(last.bytes, std::string("\0\x01", 2));
+    EXPECT_EQ(last.symbology, ZYR_SYM_PDF417);
+    EXPECT_EQ(last.dataType, ZYR_DATA_BINARY);
+    EXPECT_EQ(last.corners[2].X, 30);
+    EXPECT_EQ(last.corners[2].Y, 40);
+}
 
 TEST_F(DecodeRunTest, NothingSelectedDoesNothing) {
     Install({{"KVDECODE_A.so"}});

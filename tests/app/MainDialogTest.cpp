@@ -481,7 +481,7 @@ private slots:
         int scrolls = 0;
         connect(Results()->verticalScrollBar(), &QScrollBar::valueChanged, this, [&scrolls] { ++scrolls; });
         for (int i = 0; i < 300; ++i) {
-            dlg->Session().results.Finish(dlg->Session().results.Append(i, 0, "A"), "1ms");
+            dlg->Session().results.Finish(dlg->Session().results.Append(i, 0, "A"), std::chrono::milliseconds(1));
             dlg->PostShowNextResult();
         }
         QCOMPARE(Results()->topLevelItemCount(), 0); // nothing shown until the events are handled

@@ -154,13 +154,14 @@ TEST_F(BatchOutputTest, JsonHasEveryRowAndSymbolWithExactBytes) {
     for (int i = 0; i < rows.size(); ++i) {
         const QJsonObject row = rows[i].toObject();
         EXPECT_EQ(Str(row["plugin"]), i % 2 == 0 ? "QRCode" : "ZXing") << "plug-ins in list order";
-        EXPECT_EQ(Str(row["imgProcess"]), "0ms");
-        EXPECT_EQ(Str(row["time"]).substr(Str(row["time"]).size() - 2), "ms");
+        EXPECT_TRUE(row["imgProcess"].isDouble() && row["imgProcess"].toDouble() == 0) << "milliseconds, a number";
+        EXPECT_TRUE(row["time"].isDouble() && row["time"].toDouble() >= 0);
         const std::string data = Base64Decode(Str(row["data"]));
         EXPECT_EQ(row["length"].toInt(), int(data.size()));
         std::string joined;
         for (const QJsonValue& symbol : row["symbols"].toArray()) {
             joined += Base64Decode(Str(symbol.toObject()["data"]));
+            EXPECT_EQ(symbol.toObject()["corners"].toArray().size(), 4);
             ++symbols;
         }
         EXPECT_EQ(joined, data) << "the row's bytes are its symbols' bytes";
@@ -197,9 +198,10 @@ TEST_F(BatchOutputTest, JsonHasEveryRowAndSymbolWithExactBytes) {
     EXPECT_EQ(Str(rowOf("blank.png", "ZXing")["expected"]), "pass");
 
     const QJsonObject statistics = document["statistics"].toObject();
-    EXPECT_EQ(Str(statistics["imageCount"]), "6");
-    EXPECT_EQ(Str(statistics["symbolsCount"]), std::to_string(symbols));
-    EXPECT_EQ(Str(statistics["averageImageProcessTime"]), "0.00ms");
+    EXPECT_EQ(statistics["imageCount"].toInt(-1), 6);
+    EXPECT_EQ(statistics["symbolsCount"].toInt(-1), symbols);
+    EXPECT_TRUE(statistics["averageTime"].isDouble());
+    EXPECT_EQ(statistics["averageImageProcessTime"].toDouble(-1), 0.0);
     const QJsonArray expectations = document["expectations"].toArray();
     ASSERT_EQ(expectations.size(), 2);
     EXPECT_EQ(Str(expectations[0].toObject()["plugin"]), "QRCode");

@@ -10,10 +10,10 @@
 
 namespace {
 
-std::vector<BatchSymbol> Symbols(std::initializer_list<std::string> payloads) {
-    std::vector<BatchSymbol> symbols;
+std::vector<DecodedSymbol> Symbols(std::initializer_list<std::string> payloads) {
+    std::vector<DecodedSymbol> symbols;
     for (const std::string& payload : payloads) {
-        BatchSymbol s;
+        DecodedSymbol s;
         s.bytes = payload;
         symbols.push_back(s);
     }
@@ -27,7 +27,7 @@ TEST(ExpectationCheck, Verdicts) {
     struct Case {
         const char* name;
         std::optional<std::string> expected;
-        std::vector<BatchSymbol> symbols;
+        std::vector<DecodedSymbol> symbols;
         Verdict verdict;
     };
     const Case cases[] = {

@@ -308,6 +308,7 @@ int32_t ZyrReader_ImagePluginDecode(bool wait, uint64_t handle, const ZyrImage* 
                 symbol.Data = object->bytes.data();
                 symbol.DataLength = static_cast<int32_t>(script.data.size());
                 symbol.Eci = script.eci;
+                std::copy(script.corners.begin(), script.corners.end(), symbol.Corners);
                 symbols.push_back(&symbol);
                 s.objects[&symbol] = std::move(object);
             }

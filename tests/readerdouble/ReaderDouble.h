@@ -9,6 +9,7 @@
 
 #include "ZyrReaderLowLevelAPI.h"
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -35,6 +36,7 @@ struct SymbolScript {
     int32_t dataType = ZYR_DATA_ASCII;
     std::string data; // DataLength = data.size(); the double adds the trailing zero byte
     int32_t eci = ZYR_ECI_NONE;
+    std::array<ZyrPoint, 4> corners{};
 };
 
 // A plug-in the double pretends to load. Matched by the file name part of the plug-in path.
