@@ -7,6 +7,7 @@
 #include "CJobRunner.h"
 #include "ControlIds.h"
 #include "DialogBuilder.h"
+#include "EciText.h"
 #include "JobContext.h"
 
 #include <QAction>
@@ -24,6 +25,8 @@
 #include <QStyle>
 #include <QThread>
 #include <QTreeWidget>
+
+#include <optional>
 
 namespace {
 
@@ -51,10 +54,14 @@ QString Local(const std::string& text) {
     return QString::fromLocal8Bit(text.c_str());
 }
 
-// Decoded text is bytes; each byte is shown as the character of that code (ISO-8859-1), and
-// control bytes (line feeds in licence data, ...) as their visible symbols, so a row stays one line.
-QString Bytes(const std::string& text) {
-    QString shown = QString::fromLatin1(text.data(), int(text.size()));
+// Decoded text is bytes in the character set its ECI names (Shift_JIS, ...), otherwise each byte is
+// shown as the character of that code (ISO-8859-1); control bytes (line feeds in licence data, ...)
+// appear as their visible symbols, so a row stays one line.
+QString Bytes(const std::string& text, int32_t eci = 0) {
+    const std::optional<std::string> utf8 =
+        eci == 0 || eci == ZYR_ECI_ISO8859_1 ? std::nullopt : EciText::ToUtf8(text, eci);
+    QString shown = utf8 ? QString::fromUtf8(utf8->data(), int(utf8->size()))
+                         : QString::fromLatin1(text.data(), int(text.size()));
     for (QChar& c : shown) {
         if (c.unicode() < 0x20) {
             c = QChar(0x2400 + c.unicode());
@@ -314,7 +321,7 @@ void CGlyphorDlg::OnAbout() {
 void CGlyphorDlg::OnShowNextResult() {
     if (const auto row = m_session.decode.TakeNextRow()) {
         auto* item = new QTreeWidgetItem({Local(row->fileName), Local(row->pluginName),
-                                          Local(row->imageProcess), Local(row->time), Bytes(row->results)});
+                                          Local(row->imageProcess), Local(row->time), Bytes(row->results, row->resultsEci)});
         m_resultsList->addTopLevelItem(item);
         // Scrolling lays out the whole list, so rows shown in one burst scroll once, after the last.
         if (!m_scrollPending) {

@@ -11,13 +11,15 @@ using namespace glyphor::samples;
 
 namespace {
 
-// The expected text: the symbols' exact bytes, one symbol per line.
+// The expected text: the symbols' exact bytes (or their text, when the catalogue gives it), one
+// symbol per line.
 bool writeExpected(const std::string& path, const Sample& sample) {
     std::ofstream out(path, std::ios::binary);
     for (size_t i = 0; i < sample.symbols.size(); ++i) {
         if (i > 0)
             out << '\n';
-        out << sample.symbols[i].payload;
+        const SampleSymbol& symbol = sample.symbols[i];
+        out << (symbol.text.empty() ? symbol.payload : symbol.text);
     }
     return bool(out);
 }

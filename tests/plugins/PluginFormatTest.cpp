@@ -46,6 +46,12 @@ const FormatCase kCases[] = {
     {"ZXing", "eci-utf8-pdf417", ZYR_SYM_PDF417, ZYR_DATA_ECI_BYTES, ZYR_ECI_UTF8},
     {"ZXing", "aamva-pdf417", ZYR_SYM_PDF417, ZYR_DATA_ASCII, 0},
     {"ZXing", "colour-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_ASCII, 0},
+    {"ZXing", "sjis-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_ECI_BYTES, ZYR_ECI_SHIFT_JIS},
+    {"ZXing", "gb18030-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_ECI_BYTES, 29},
+    {"ZXing", "latin1-aztec", ZYR_SYM_AZTEC, ZYR_DATA_ECI_BYTES, ZYR_ECI_ISO8859_1},
+    {"ZXing", "eci-mixed-datamatrix", ZYR_SYM_DATAMATRIX, ZYR_DATA_ECI_BYTES, ZYR_ECI_UTF8},
+    {"ZXing", "ean13-addon2", ZYR_SYM_EAN13, ZYR_DATA_ASCII, 0},
+    {"ZXing", "upca-addon5", ZYR_SYM_UPCA, ZYR_DATA_ASCII, 0},
     // zxing-cpp, PDF417 only
     {"Pdf417", "pdf417-scaled", ZYR_SYM_PDF417, ZYR_DATA_ASCII, 0},
     {"Pdf417", "pdf417-low-contrast", ZYR_SYM_PDF417, ZYR_DATA_ASCII, 0},
@@ -58,6 +64,7 @@ const FormatCase kCases[] = {
     {"QRCode", "binary-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_BINARY, 0},
     {"QRCode", "eci-utf8-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_ECI_BYTES, ZYR_ECI_UTF8},
     {"QRCode", "colour-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_ASCII, 0},
+    {"QRCode", "sjis-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_ECI_BYTES, ZYR_ECI_SHIFT_JIS},
     // libdmtx
     {"DataMatrix", "datamatrix-rotated", ZYR_SYM_DATAMATRIX, ZYR_DATA_ASCII, 0},
     {"DataMatrix", "datamatrix-scaled", ZYR_SYM_DATAMATRIX, ZYR_DATA_ASCII, 0},
@@ -70,6 +77,9 @@ const FormatCase kCases[] = {
     {"ZBar", "upca-plain", ZYR_SYM_UPCA, ZYR_DATA_ASCII, 0},
     {"ZBar", "itf-plain", ZYR_SYM_ITF, ZYR_DATA_ASCII, 0},
     {"ZBar", "binary-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_BINARY, 0},
+    {"ZBar", "sjis-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_ECI_BYTES, ZYR_ECI_SHIFT_JIS},
+    {"ZBar", "ean13-addon2", ZYR_SYM_EAN13, ZYR_DATA_ASCII, 0},
+    {"ZBar", "upca-addon5", ZYR_SYM_UPCA, ZYR_DATA_ASCII, 0},
 };
 
 class PluginFormat : public ::testing::TestWithParam<FormatCase> {
@@ -101,6 +111,20 @@ INSTANTIATE_TEST_SUITE_P(Samples, PluginFormat, ::testing::ValuesIn(kCases),
                                      ch = '_';
                              return name;
                          });
+
+// Two copies of one linear label both come back: zxing-cpp 1.4 aborts when a single call finds
+// them both, which cost the whole decode.
+TEST(PluginFormatMulti, TwoCopiesOfOneLinearSymbolBothComeBack) {
+    const uint64_t handle = loadPlugin("ZXing");
+    std::vector<SeenSymbol> seen;
+    ASSERT_EQ(decode(handle, ImageFile(samplePath("two-upce")).image(), seen), ZYR_OK);
+    ASSERT_EQ(seen.size(), 2u);
+    for (const SeenSymbol& symbol : seen) {
+        EXPECT_EQ(symbol.data, "01234565");
+        EXPECT_EQ(symbol.symbology, ZYR_SYM_UPCE);
+    }
+    ZyrReader_DestroyCachedData();
+}
 
 // Orientation comes from the corners the decoder reports: clockwise degrees of the top edge.
 struct OrientationCase {
