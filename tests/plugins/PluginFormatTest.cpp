@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <fstream>
 
 using namespace plugintest;
 
@@ -124,6 +125,37 @@ TEST(PluginFormatMulti, TwoCopiesOfOneLinearSymbolBothComeBack) {
         EXPECT_EQ(symbol.symbology, ZYR_SYM_UPCE);
     }
     ZyrReader_DestroyCachedData();
+}
+
+// The decoder options that change what comes back, each against its default.
+TEST(PluginFormatOptions, AddOnsAndMixedCharacterSetsFollowTheSettings) {
+    struct Case {
+        const char* plugin;
+        const char* settings;
+        const char* sample;
+        std::string data;
+        int32_t eci;
+    };
+    const Case cases[] = {
+        {"ZXing", "[Decoder]\nEanAddOn=0\n", "ean13-addon2", "5901234123457", 0},
+        {"ZBar", "[Decoder]\nEanAddOn=0\n", "ean13-addon2", "5901234123457", 0},
+        {"ZXing", "[Decoder]\nMixedEciAsUtf8=0\n", "eci-mixed-datamatrix",
+         "Stra\xdf"
+         "e \x93\xfa\x96\x7b",
+         ZYR_ECI_ISO8859_1},
+    };
+    for (const Case& c : cases) {
+        const std::string path = testing::TempDir() + "#options-" + c.plugin + ".ini";
+        std::ofstream(path, std::ios::binary) << c.settings;
+        uint64_t handle = 0;
+        ASSERT_EQ(ZyrReader_ImagePluginLoad(pluginPath(c.plugin).c_str(), path.c_str(), &handle, 0), ZYR_OK);
+        std::vector<SeenSymbol> seen;
+        ASSERT_EQ(decode(handle, ImageFile(samplePath(c.sample)).image(), seen), ZYR_OK);
+        ASSERT_EQ(seen.size(), 1u) << c.plugin << " " << c.settings;
+        EXPECT_EQ(seen[0].data, c.data) << c.plugin << " " << c.settings;
+        EXPECT_EQ(seen[0].eci, c.eci) << c.plugin << " " << c.settings;
+        ZyrReader_DestroyCachedData();
+    }
 }
 
 // Orientation comes from the corners the decoder reports: clockwise degrees of the top edge.
