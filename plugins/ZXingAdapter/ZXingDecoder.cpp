@@ -1,6 +1,8 @@
 #include "ZXingDecoder.h"
 
 #include "GreyImage.h"
+#include "RetryPass.h"
+#include "SymbolMask.h"
 #include "ZXingSymbol.h"
 
 #include <ZXing/ReadBarcode.h>
@@ -8,7 +10,6 @@
 #include <algorithm>
 #include <memory>
 #include <vector>
-#include <climits>
 #include <stdexcept>
 
 namespace kvdecode {
@@ -25,109 +26,6 @@ ZXing::ImageFormat zxingFormat(int32_t pixelFormat) {
     }
 }
 
-bool parseBinarizer(const std::string& name, ZXing::Binarizer& out) {
-    using B = ZXing::Binarizer;
-    const std::pair<const char*, B> names[] = {{"LocalAverage", B::LocalAverage},
-                                               {"GlobalHistogram", B::GlobalHistogram},
-                                               {"FixedThreshold", B::FixedThreshold},
-                                               {"BoolCast", B::BoolCast}};
-    for (const auto& [text, value] : names)
-        if (name == text) {
-            out = value;
-            return true;
-        }
-    return false;
-}
-
-struct Box {
-    int left, top, right, bottom;
-    bool overlaps(const Box& o) const {
-        return left <= o.right && o.left <= right && top <= o.bottom && o.top <= bottom;
-    }
-};
-
-Box boxOf(const ZXing::Position& p) {
-    Box b{INT_MAX, INT_MAX, INT_MIN, INT_MIN};
-    for (const ZXing::PointI& c : p) {
-        b.left = std::min(b.left, c.x);
-        b.right = std::max(b.right, c.x);
-        b.top = std::min(b.top, c.y);
-        b.bottom = std::max(b.bottom, c.y);
-    }
-    return b;
-}
-
-// Bar edges along one scan line of a grey image, counted with the dark and light levels of the
-// line zxing read, so that noise on a plain card does not count.
-class EdgeCounter {
-public:
-    EdgeCounter(const GreyImage& grey, bool rows) : grey_(grey), rows_(rows) {}
-
-    void learn(int line, int from, int to) {
-        std::vector<uint8_t> values;
-        for (int i = from; i <= to; ++i)
-            values.push_back(at(line, i));
-        std::sort(values.begin(), values.end());
-        const int dark = values[values.size() / 4], light = values[values.size() * 3 / 4];
-        threshold_ = (dark + light) / 2;
-        band_ = std::max(8, (light - dark) / 4);
-    }
-
-    int edges(int line, int from, int to) const {
-        int count = 0, state = 0;
-        for (int i = from; i <= to; ++i) {
-            const int v = at(line, i);
-            const int next = v < threshold_ - band_ ? -1 : v > threshold_ + band_ ? 1 : state;
-            if (state != 0 && next != state)
-                ++count;
-            state = next;
-        }
-        return count;
-    }
-
-private:
-    uint8_t at(int line, int i) const {
-        const int x = rows_ ? i : line, y = rows_ ? line : i;
-        return grey_.data()[size_t(y) * size_t(grey_.width()) + size_t(x)];
-    }
-
-    const GreyImage& grey_;
-    bool rows_;
-    int threshold_ = 128;
-    int band_ = 32;
-};
-
-// The box a linear symbol covers: zxing gives the lines it read, so the box grows across the bars
-// while the scan lines still cross about as many bar edges.
-Box symbolBox(const GreyImage& grey, const ZXing::Position& p) {
-    const Box read = boxOf(p);
-    const bool rows = std::abs(p.topRight().x - p.topLeft().x) >= std::abs(p.topRight().y - p.topLeft().y);
-    const int lines = rows ? grey.height() : grey.width();
-    const int extent = rows ? grey.width() : grey.height();
-    const int length = rows ? read.right - read.left : read.bottom - read.top;
-    const int margin = std::max(8, length / 10);
-    const int from = std::max(0, (rows ? read.left : read.top) - margin);
-    const int to = std::min(extent - 1, (rows ? read.right : read.bottom) + margin);
-    int first = std::clamp(rows ? read.top : read.left, 0, lines - 1);
-    int last = std::clamp(rows ? read.bottom : read.right, 0, lines - 1);
-    EdgeCounter counter(grey, rows);
-    const int middle = (first + last) / 2;
-    counter.learn(middle, std::max(0, rows ? read.left : read.top), std::min(extent - 1, rows ? read.right : read.bottom));
-    const int wanted = std::max(4, counter.edges(middle, from, to) / 2);
-    while (first > 0 && counter.edges(first - 1, from, to) >= wanted)
-        --first;
-    while (last < lines - 1 && counter.edges(last + 1, from, to) >= wanted)
-        ++last;
-    first = std::max(0, first - margin);
-    last = std::min(lines - 1, last + margin);
-    return rows ? Box{from, first, to, last} : Box{first, from, last, to};
-}
-
-void paintLight(GreyImage& grey, const Box& b) {
-    for (int y = b.top; y <= b.bottom; ++y)
-        std::fill_n(grey.data() + size_t(y) * size_t(grey.width()) + size_t(b.left), b.right - b.left + 1,
-                    uint8_t(255));
-}
 
 } // namespace
 
@@ -167,6 +65,53 @@ void ZXingDecoder::configure(SettingsReader& r) {
     hints_.setEanAddOnSymbol(r.boolean(s, "EanAddOn", true) ? ZXing::EanAddOnSymbol::Read
                                                               : ZXing::EanAddOnSymbol::Ignore);
     mixedAsUtf8_ = r.boolean(s, "MixedEciAsUtf8", mixedAsUtf8_);
+    for (const std::string& text : r.list(s, "Retry", {})) {
+        RetryPass pass;
+        if (!parseRetryPass(text, pass))
+            r.fail("[Decoder] Retry: not a binarizer with an optional @degrees and +Downscale: " + text);
+        retries_.push_back(pass);
+    }
+    for (const std::string& name : r.list(s, "RetryFormats", {})) {
+        ZXing::BarcodeFormat format = ZXing::BarcodeFormatFromString(name);
+        if (format == ZXing::BarcodeFormat::None || !offered_.testFlag(format))
+            r.fail("[Decoder] RetryFormats: this plug-in does not read " + name);
+        retryFormats_ |= format;
+    }
+}
+
+ZXing::Results ZXingDecoder::retry(const ZyrImage& image) const {
+    const ZXing::ImageView view(image.Pixels, image.Width, image.Height, zxingFormat(image.PixelFormat),
+                                image.Stride);
+    ZXing::BarcodeFormats formats = retryFormats_.empty() ? hints_.formats() : retryFormats_;
+    if (formats.empty())
+        formats = ZXing::BarcodeFormat::Any;
+    std::unique_ptr<GreyImage> grey;
+    for (const RetryPass& pass : retries_) {
+        ZXing::DecodeHints hints = ZXing::DecodeHints(hints_).setFormats(formats).setBinarizer(pass.binarizer)
+                                       .setTryDownscale(pass.downscale);
+        // One symbol at a time where linear formats take part (see read()).
+        if (!(formats & ZXing::BarcodeFormat::LinearCodes).empty())
+            hints.setMaxNumberOfSymbols(1);
+        ZXing::Results found;
+        if (pass.degrees == 0) {
+            found = ZXing::ReadBarcodes(view, hints);
+        } else {
+            if (!grey)
+                grey = std::make_unique<GreyImage>(image);
+            const TurnedImage turned(*grey, pass.degrees);
+            found = ZXing::ReadBarcodes(
+                ZXing::ImageView(turned.data(), turned.width(), turned.height(), ZXing::ImageFormat::Lum), hints);
+            for (ZXing::Result& result : found) {
+                ZXing::Position p = result.position();
+                for (ZXing::PointI& corner : p)
+                    corner = turned.original(corner);
+                result.setPosition(p);
+            }
+        }
+        if (std::any_of(found.begin(), found.end(), [](const ZXing::Result& r) { return r.isValid(); }))
+            return found;
+    }
+    return {};
 }
 
 ZXing::Results ZXingDecoder::read(const ZyrImage& image) const {
@@ -215,7 +160,11 @@ ZXing::Results ZXingDecoder::read(const ZyrImage& image) const {
 }
 
 void ZXingDecoder::decode(const ZyrImage& image, SymbolSink& sink) {
-    for (const ZXing::Result& result : read(image)) {
+    ZXing::Results results = read(image);
+    if (!retries_.empty() &&
+        std::none_of(results.begin(), results.end(), [](const ZXing::Result& r) { return r.isValid(); }))
+        results = retry(image);
+    for (const ZXing::Result& result : results) {
         if (!result.isValid())
             continue;
         const SymbolPayload payload = payloadOf(result, mixedAsUtf8_);

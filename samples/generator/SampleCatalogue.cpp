@@ -203,6 +203,12 @@ std::vector<Sample> build() {
         {BarcodeFormat::PDF417, AamvaPayloadWriter::write(AamvaPayloadDescription::typical(8, true))}};
     all.push_back(aamvaCard);
 
+    // A licence card tilted by 3 degrees, which zxing-cpp reads only once the image is turned back.
+    Sample tilted = licenceCardSet()[11];
+    tilted.name = "aamva-pdf417-tilted";
+    tilted.variant = "document";
+    all.push_back(tilted);
+
     Sample colour = base("colour-qrcode", "colour", kFormats[1]);
     colour.colour = true;
     all.push_back(colour);
@@ -210,6 +216,29 @@ std::vector<Sample> build() {
 }
 
 } // namespace
+
+std::vector<Sample> licenceCardSet() {
+    std::vector<Sample> cards;
+    for (int i = 0; i < 30; ++i) {
+        Sample card;
+        card.name = "licence-card-" + std::string(i < 9 ? "0" : "") + std::to_string(i + 1);
+        card.variant = "licence-card";
+        card.type = FileType::Jpeg;
+        card.jpegQuality = 85;
+        card.width = 2024; // ID-1 at 600 dpi
+        card.height = 1276;
+        card.corner = true;
+        card.module = 3 + i % 3;
+        card.angle = ((i * 7) % 13 - 6) * 0.5; // -3 to 3 degrees
+        card.blur = 1;
+        card.noise = 8 + (i % 4) * 4;
+        card.colour = i % 3 == 2;
+        card.symbols = {{BarcodeFormat::PDF417,
+                         AamvaPayloadWriter::write(AamvaPayloadDescription::typical(1 + i % 10, i % 4 == 3))}};
+        cards.push_back(card);
+    }
+    return cards;
+}
 
 bool isLinear(ZXing::BarcodeFormat format) {
     return (ZXing::BarcodeFormats(ZXing::BarcodeFormat::LinearCodes)).testFlag(format);

@@ -42,6 +42,8 @@ struct Sample {
     double barHeight = 120; // height of a linear symbol in pixels
     double angle = 0;       // clockwise degrees
     int noise = 0;          // +- grey levels
+    int blur = 0;           // box blur radius in pixels, before the noise
+    int jpegQuality = 90;
     uint8_t dark = 20;
     uint8_t light = 235;
     bool colour = false; // drawn in colour on a tinted card, written as RGB
@@ -50,6 +52,10 @@ struct Sample {
 
 // Every sample the generator writes, in a fixed order.
 const std::vector<Sample>& sampleCatalogue();
+// Licence cards at 600 dpi for timing and read-rate runs (not part of the build's samples):
+// AAMVA payloads of several versions in PDF417 of 3 to 5 pixel modules, tilted up to 3 degrees,
+// blurred, noisy, JPEG quality 85.
+std::vector<Sample> licenceCardSet();
 // The sample of that name, or nullptr.
 const Sample* findSample(const std::string& name);
 

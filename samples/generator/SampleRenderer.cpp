@@ -85,6 +85,7 @@ bool renderSample(const Sample& sample, RasterImage& image, std::string& error) 
         canvas.drawSymbol(matrix, sample.module, moduleHeight, cx, cy, sample.angle, sample.dark,
                           sample.light);
     }
+    canvas.blur(sample.blur);
     if (sample.noise > 0)
         canvas.addNoise(sample.noise, uint32_t(sample.name.size() * 104729));
 
@@ -109,7 +110,7 @@ bool renderSample(const Sample& sample, RasterImage& image, std::string& error) 
 bool writeSample(const std::string& path, const Sample& sample, const RasterImage& image) {
     switch (sample.type) {
     case FileType::Jpeg:
-        return writeJpeg(path, image, 90);
+        return writeJpeg(path, image, sample.jpegQuality);
     case FileType::Bmp:
         return writeBmp(path, image);
     default:

@@ -60,6 +60,8 @@ const FormatCase kCases[] = {
     {"Pdf417", "eci-utf8-pdf417", ZYR_SYM_PDF417, ZYR_DATA_ECI_BYTES, ZYR_ECI_UTF8},
     {"Pdf417", "aamva-pdf417", ZYR_SYM_PDF417, ZYR_DATA_ASCII, 0},
     {"Pdf417", "aamva-pdf417-document", ZYR_SYM_PDF417, ZYR_DATA_ASCII, 0},
+    {"Pdf417", "aamva-pdf417-tilted", ZYR_SYM_PDF417, ZYR_DATA_ASCII, 0},
+    {"ZXing", "aamva-pdf417-tilted", ZYR_SYM_PDF417, ZYR_DATA_ASCII, 0},
     // zxing-cpp, QR
     {"QRCode", "qrcode-scaled", ZYR_SYM_QRCODE, ZYR_DATA_ASCII, 0},
     {"QRCode", "binary-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_BINARY, 0},

@@ -2,6 +2,7 @@
 // and settings parsing.
 #include "IniFile.h"
 #include "PayloadType.h"
+#include "RetryPass.h"
 #include "SettingsReader.h"
 #include "ZXingSymbol.h"
 
@@ -90,6 +91,34 @@ TEST(GuessTextEci, NamesTheLikelyCharacterSet) {
     for (const auto& [bytes, eci] : cases)
         EXPECT_EQ(kvdecode::guessTextEci(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size()), eci)
             << bytes;
+}
+
+TEST(RetryPass, ParsesBinarizerTurnAndDownscale) {
+    struct Case {
+        const char* text;
+        bool ok;
+        ZXing::Binarizer binarizer;
+        double degrees;
+        bool downscale;
+    };
+    using B = ZXing::Binarizer;
+    const Case cases[] = {
+        {"GlobalHistogram", true, B::GlobalHistogram, 0, false},
+        {"FixedThreshold@-3", true, B::FixedThreshold, -3, false},
+        {"LocalAverage@1.5+Downscale", true, B::LocalAverage, 1.5, true},
+        {"FixedThreshold@", false, B::LocalAverage, 0, false},
+        {"FixedThreshold@90", false, B::LocalAverage, 0, false},
+        {"FixedThreshold@3x", false, B::LocalAverage, 0, false},
+        {"Threshold", false, B::LocalAverage, 0, false},
+        {"+Downscale", false, B::LocalAverage, 0, false},
+    };
+    for (const Case& c : cases) {
+        kvdecode::RetryPass pass;
+        ASSERT_EQ(kvdecode::parseRetryPass(c.text, pass), c.ok) << c.text;
+        EXPECT_EQ(pass.binarizer, c.binarizer) << c.text;
+        EXPECT_EQ(pass.degrees, c.degrees) << c.text;
+        EXPECT_EQ(pass.downscale, c.downscale) << c.text;
+    }
 }
 
 TEST(SettingsFile, ParsesSectionsKeysAndComments) {
