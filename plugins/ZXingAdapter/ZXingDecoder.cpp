@@ -9,8 +9,8 @@
 
 #include <algorithm>
 #include <memory>
-#include <vector>
 #include <stdexcept>
+#include <vector>
 
 namespace kvdecode {
 namespace {
@@ -25,7 +25,6 @@ ZXing::ImageFormat zxingFormat(int32_t pixelFormat) {
         return ZXing::ImageFormat::BGRX;
     }
 }
-
 
 } // namespace
 
@@ -82,9 +81,11 @@ void ZXingDecoder::configure(SettingsReader& r) {
 ZXing::Results ZXingDecoder::retry(const ZyrImage& image) const {
     const ZXing::ImageView view(image.Pixels, image.Width, image.Height, zxingFormat(image.PixelFormat),
                                 image.Stride);
-    ZXing::BarcodeFormats formats = retryFormats_.empty() ? hints_.formats() : retryFormats_;
+    const ZXing::BarcodeFormats wanted =
+        hints_.formats().empty() ? ZXing::BarcodeFormats(ZXing::BarcodeFormat::Any) : hints_.formats();
+    const ZXing::BarcodeFormats formats = retryFormats_.empty() ? wanted : retryFormats_ & wanted;
     if (formats.empty())
-        formats = ZXing::BarcodeFormat::Any;
+        return {};
     std::unique_ptr<GreyImage> grey;
     for (const RetryPass& pass : retries_) {
         ZXing::DecodeHints hints = ZXing::DecodeHints(hints_).setFormats(formats).setBinarizer(pass.binarizer)
