@@ -1,5 +1,6 @@
 #include "HeadlessView.h"
 
+#include "EciText.h"
 #include "ImageFileLoader.h"
 #include "TestSession.h"
 
@@ -71,5 +72,6 @@ void HeadlessView::SymbolAttached(int32_t, const ZyrSymbolResult& symbol) {
     if (symbol.Data && symbol.DataLength > 0) {
         seen.bytes.assign(reinterpret_cast<const char*>(symbol.Data), static_cast<size_t>(symbol.DataLength));
     }
+    seen.text = EciText::SymbolText(seen.dataType, seen.eci, seen.bytes);
     m_symbols.push_back(std::move(seen));
 }

@@ -12,6 +12,9 @@ std::string Utf8(const std::string& text) {
 std::string Latin1(const std::string& text) {
     return TextEncoding::JsonString(text, true);
 }
+std::string TextOrNull(const std::optional<std::string>& text) {
+    return text ? Utf8(*text) : "null";
+}
 
 } // namespace
 
@@ -26,7 +29,8 @@ void JsonWriter::Row(const ImageInput& input, const BatchRow& row, std::optional
     m_out << "    {\"file\": " << Utf8(input.display) << ", \"path\": " << Utf8(input.path)
           << ", \"plugin\": " << Utf8(row.row.pluginName)
           << ", \"imgProcess\": " << Latin1(row.row.imageProcess) << ", \"time\": " << Latin1(row.row.time)
-          << ", \"results\": " << Latin1(DecodeStatus::ResultsText(row.row))
+          << ", \"results\": " << Utf8(DecodeStatus::ResultsUtf8(row.row))
+          << ", \"text\": " << TextOrNull(RowText(row))
           << ", \"status\": \"" << DecodeStatus::Name(row.row.decodeCode) << '"'
           << ", \"symbology\": " << (any ? Utf8(SymbologyNames::Name(row.symbology)) : "null")
           << ", \"eci\": " << (any ? std::to_string(row.symbols.back().eci) : "null")
@@ -36,6 +40,7 @@ void JsonWriter::Row(const ImageInput& input, const BatchRow& row, std::optional
         const BatchSymbol& symbol = row.symbols[i];
         m_out << (i ? ", " : "") << "{\"symbology\": " << Utf8(SymbologyNames::Name(symbol.symbology))
               << ", \"dataType\": " << symbol.dataType << ", \"eci\": " << symbol.eci
+              << ", \"text\": " << TextOrNull(symbol.text)
               << ", \"length\": " << symbol.bytes.size() << ", \"data\": \""
               << TextEncoding::Base64(symbol.bytes) << "\"}";
     }

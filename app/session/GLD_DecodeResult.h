@@ -12,6 +12,7 @@ struct GLD_DecodeResult {
     std::string PluginName;         // display name of the plug-in
     std::string Time;               // "%dms" of the decode time
     std::string Results;            // last symbol's text, "%d bytes (eci=%d)", or "[NO DATA]"
+    int32_t ResultsEci = 0;         // character set of a text Results: an ECI, 0 for ISO-8859-1
     GLD_DecodeData* Data = nullptr; // owned by the decode data list, not by this record
     int32_t DecodeCode = 0;         // what ZyrReader_ImagePluginDecode returned (ZyrReaderError)
 };

@@ -83,6 +83,7 @@ bool ResultStore::AttachSymbol(int32_t imageNumber, const ZyrSymbolResult& symbo
         AppendBytes(data, reinterpret_cast<const char*>(symbol.Data), count);
     }
     record->Results = SymbolText(symbol);
+    record->ResultsEci = symbol.DataType == ZYR_DATA_ECI_BYTES ? symbol.Eci : 0;
     return true;
 }
 
@@ -109,6 +110,7 @@ std::optional<ResultRow> ResultStore::TakeNext() {
         row.results = record->Side == 1 ? "Side Left: " : "Side Right: ";
     }
     row.results += record->Results;
+    row.resultsEci = record->ResultsEci;
     delete record;
     return row;
 }

@@ -18,6 +18,7 @@ struct ResultRow {
     std::string imageProcess; // "%dms" of the last image-process time
     std::string time;
     std::string results; // with "Side Left: " / "Side Right: " in front for two-sided images
+    int32_t resultsEci = 0; // the character set results is in (an ECI; 0 and 3: ISO-8859-1)
     int32_t decodeCode = 0; // ZyrReaderError of the decode; the window shows only the results text
 };
 

@@ -9,7 +9,7 @@ const char* const kControlNames[32] = {"NUL", "SOH", "STX", "ETX", "EOT", "ENQ",
 
 } // namespace
 
-std::string ResultRowText(const std::string& bytes) {
+std::string ResultRowText(const std::string& bytes, RowBytes encoding) {
     static const char kHex[] = "0123456789ABCDEF";
     std::string shown;
     shown.reserve(bytes.size());
@@ -19,7 +19,7 @@ std::string ResultRowText(const std::string& bytes) {
             shown.append("<").append(kControlNames[c]).append(">");
         } else if (c == 0x7F) {
             shown.append("<DEL>");
-        } else if (c >= 0x80 && c < 0xA0) {
+        } else if (encoding == RowBytes::Latin1 && c >= 0x80 && c < 0xA0) {
             shown.append({'<', kHex[c >> 4], kHex[c & 0x0F], '>'});
         } else {
             shown.push_back(byte);

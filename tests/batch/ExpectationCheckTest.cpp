@@ -20,6 +20,18 @@ std::vector<BatchSymbol> Symbols(std::initializer_list<std::string> payloads) {
     return symbols;
 }
 
+// Symbols with bytes and their text.
+std::vector<BatchSymbol> TextSymbols(std::initializer_list<std::pair<std::string, std::string>> pairs) {
+    std::vector<BatchSymbol> symbols;
+    for (const auto& [bytes, text] : pairs) {
+        BatchSymbol s;
+        s.bytes = bytes;
+        s.text = text;
+        symbols.push_back(s);
+    }
+    return symbols;
+}
+
 TEST(ExpectationCheck, Verdicts) {
     const std::string binary("GLY\0\x01\x02\xff\x80\x00\x7f"
                              "END\n",
@@ -53,6 +65,12 @@ TEST(ExpectationCheck, Verdicts) {
         {"one of two read, file with CR LF", "FIRST\r\nSECOND\r\n", Symbols({"FIRST"}), Verdict::Miss},
         {"no file", std::nullopt, Symbols({"A"}), Verdict::Unchecked},
         {"no file, nothing read", std::nullopt, Symbols({}), Verdict::Unchecked},
+        {"text file, symbol in Shift_JIS", "\xe6\x97\xa5\xe6\x9c\xac", TextSymbols({{"\x93\xfa\x96\x7b", "\xe6\x97\xa5\xe6\x9c\xac"}}),
+         Verdict::Pass},
+        {"text file, one symbol by bytes, one by text", "A\n\xe6\x97\xa5",
+         TextSymbols({{"A", "A"}, {"\x93\xfa", "\xe6\x97\xa5"}}), Verdict::Pass},
+        {"text file, wrong text", "\xe6\x97\xa5", TextSymbols({{"\x96\x7b", "\xe6\x9c\xac"}}), Verdict::Misread},
+        {"Latin-1 file is bytes, not text", "Gr\xfc", TextSymbols({{"Gr\xc3\xbc", "Gr\xc3\xbc"}}), Verdict::Misread},
     };
     for (const Case& c : cases) {
         EXPECT_EQ(ExpectationCheck::Judge(c.expected, c.symbols), c.verdict)
