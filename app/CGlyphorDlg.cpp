@@ -7,6 +7,7 @@
 #include "CJobRunner.h"
 #include "ControlIds.h"
 #include "DialogBuilder.h"
+#include "EciText.h"
 #include "JobContext.h"
 #include "ResultText.h"
 
@@ -25,6 +26,8 @@
 #include <QStyle>
 #include <QThread>
 #include <QTreeWidget>
+
+#include <optional>
 
 namespace {
 
@@ -52,9 +55,17 @@ QString Local(const std::string& text) {
     return QString::fromLocal8Bit(text.c_str());
 }
 
-// Decoded text is bytes, shown one character per byte with control codes spelled out.
-QString Bytes(const std::string& text) {
-    const std::string shown = ResultRowText(text);
+// Decoded text is bytes in the character set its ECI names (Shift_JIS, ...), otherwise each byte is
+// shown as the character of that code (ISO-8859-1); control codes are spelled out so a row stays
+// one legible line.
+QString Bytes(const std::string& text, int32_t eci = 0) {
+    const std::optional<std::string> utf8 =
+        eci == 0 || eci == ZYR_ECI_ISO8859_1 ? std::nullopt : EciText::ToUtf8(text, eci);
+    if (utf8) {
+        const std::string shown = ResultRowText(*utf8, RowBytes::Utf8);
+        return QString::fromUtf8(shown.data(), int(shown.size()));
+    }
+    const std::string shown = ResultRowText(text, RowBytes::Latin1);
     return QString::fromLatin1(shown.data(), int(shown.size()));
 }
 
@@ -307,7 +318,7 @@ void CGlyphorDlg::OnAbout() {
 void CGlyphorDlg::OnShowNextResult() {
     if (const auto row = m_session.decode.TakeNextRow()) {
         auto* item = new QTreeWidgetItem({Local(row->fileName), Local(row->pluginName),
-                                          Local(row->imageProcess), Local(row->time), Bytes(row->results)});
+                                          Local(row->imageProcess), Local(row->time), Bytes(row->results, row->resultsEci)});
         m_resultsList->addTopLevelItem(item);
         // Scrolling lays out the whole list, so rows shown in one burst scroll once, after the last.
         if (!m_scrollPending) {

@@ -190,7 +190,8 @@ Options:
   -p, --plugins NAMES   plug-ins to run, by display name, separated by commas (ZXing,Pdf417);
                         default: the selection saved in Glyphor.ini, else every plug-in
   -f, --format FORMAT   table (default: aligned columns), csv or json; CSV and JSON carry each
-                        result's decoded bytes exactly (base64), its symbology and ECI
+                        result's decoded bytes exactly (base64), its symbology and ECI, and
+                        its text as UTF-8
   -o, --output-dir DIR  write each result's bytes to DIR/<image>.<plug-in>.bin and, when they
                         are AAMVA card data, the text and XML exports .aamva.txt and .aamva.xml
   -e, --expect          compare each result with the expected-text file beside its image (same

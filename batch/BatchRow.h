@@ -4,6 +4,9 @@
 
 #include "ResultText.h"
 
+#include "EciText.h"
+
+#include <optional>
 #include <string>
 
 struct BatchRow {
@@ -12,3 +15,20 @@ struct BatchRow {
 
     const DecodeOutcome& outcome() const { return row.outcome; }
 };
+
+// A symbol's text as UTF-8 by its type and ECI; nothing for binary data.
+inline std::optional<std::string> SymbolUtf8(const DecodedSymbol& symbol) {
+    return EciText::SymbolText(symbol.dataType, symbol.eci, symbol.bytes);
+}
+
+// The texts of a row's symbols joined by line feeds (symbols without one left out); nothing when
+// no symbol has a text.
+inline std::optional<std::string> RowText(const BatchRow& row) {
+    std::optional<std::string> joined;
+    for (const DecodedSymbol& symbol : row.outcome().symbols) {
+        if (const std::optional<std::string> text = SymbolUtf8(symbol)) {
+            joined = joined ? *joined + "\n" + *text : *text;
+        }
+    }
+    return joined;
+}

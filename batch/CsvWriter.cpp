@@ -6,7 +6,7 @@
 
 void CsvWriter::Begin() {
     // CR LF line ends, as RFC 4180 has them.
-    m_out << "File name,Plugin,Img Process,Time,Results,Symbology,ECI,Symbols,Length,Data (base64),Status"
+    m_out << "File name,Plugin,Img Process,Time,Results,Symbology,ECI,Symbols,Length,Data (base64),Status,Text"
           << (m_expect ? ",Expected\r\n" : "\r\n");
 }
 
@@ -15,11 +15,12 @@ void CsvWriter::Row(const ImageInput& input, const BatchRow& row, std::optional<
     const bool any = !symbols.empty();
     m_out << TextEncoding::CsvField(input.display) << ',' << TextEncoding::CsvField(row.row.pluginName) << ','
           << TextEncoding::CsvField(row.row.imageProcess) << ',' << TextEncoding::CsvField(row.row.time)
-          << ',' << TextEncoding::CsvField(TextEncoding::Latin1ToUtf8(DecodeStatus::ResultsText(row.row))) << ','
+          << ',' << TextEncoding::CsvField(DecodeStatus::ResultsUtf8(row.row)) << ','
           << (any ? TextEncoding::CsvField(SymbologyNames::Name(symbols.back().symbology)) : "") << ','
           << (any ? std::to_string(symbols.back().eci) : "") << ',' << symbols.size() << ','
           << row.data.size() << ',' << TextEncoding::Base64(row.data) << ','
-          << TextEncoding::CsvField(DecodeStatus::Name(row.outcome()));
+          << TextEncoding::CsvField(DecodeStatus::Name(row.outcome())) << ','
+          << TextEncoding::CsvField(RowText(row).value_or(""));
     if (m_expect) {
         m_out << ',' << (verdict ? ExpectationCheck::Name(*verdict) : "");
     }

@@ -1,5 +1,7 @@
 #include "DecodeStatus.h"
 
+#include "EciText.h"
+#include "TextEncoding.h"
 #include "ZyrReaderLowLevelAPI.h"
 
 namespace {
@@ -34,4 +36,14 @@ std::string DecodeStatus::ResultsText(const ResultRow& row) {
         text.compare(text.size() - kNoData.size(), kNoData.size(), kNoData) != 0)
         return text;
     return text.substr(0, text.size() - kNoData.size()) + replacement;
+}
+
+std::string DecodeStatus::ResultsUtf8(const ResultRow& row) {
+    const std::string text = ResultsText(row);
+    if (row.resultsEci != 0 && row.resultsEci != ZYR_ECI_ISO8859_1) {
+        if (std::optional<std::string> utf8 = EciText::ToUtf8(text, row.resultsEci)) {
+            return *utf8;
+        }
+    }
+    return TextEncoding::Latin1ToUtf8(text);
 }

@@ -14,4 +14,7 @@ public:
     static const char* Name(const DecodeOutcome& outcome);
     // The row's results text, with "[CRASHED]" or "[TIMED OUT]" in place of "[NO DATA]".
     static std::string ResultsText(const ResultRow& row);
+    // ResultsText as UTF-8: read in the character set of the row's text (ISO-8859-1 unless an ECI
+    // names another), as the window shows it.
+    static std::string ResultsUtf8(const ResultRow& row);
 };

@@ -1,5 +1,8 @@
 #include "ExpectationCheck.h"
 
+#include "EciText.h"
+#include "ZyrReaderLowLevelAPI.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -83,6 +86,18 @@ std::string WithoutFinalLineEnd(const std::string& text) {
     return text;
 }
 
+Verdict JudgeBytes(const std::string& expected, const std::vector<DecodedSymbol>& symbols) {
+    const std::string trimmed = WithoutFinalLineEnd(expected);
+    if (symbols.empty()) {
+        return trimmed.empty() ? Verdict::Pass : Verdict::Miss;
+    }
+    if (MatchesAnyOrder(expected, symbols) || (trimmed != expected && MatchesAnyOrder(trimmed, symbols))) {
+        return Verdict::Pass;
+    }
+    std::vector<std::pair<size_t, size_t>> taken;
+    return PlacesOnDistinctLines(expected, symbols, 0, taken) ? Verdict::Miss : Verdict::Misread;
+}
+
 } // namespace
 
 std::string ExpectationCheck::ExpectedPath(const std::string& imagePath) {
@@ -107,16 +122,20 @@ Verdict ExpectationCheck::Judge(const std::optional<std::string>& expected,
     if (!expected) {
         return Verdict::Unchecked;
     }
-    const std::string trimmed = WithoutFinalLineEnd(*expected);
-    if (symbols.empty()) {
-        return trimmed.empty() ? Verdict::Pass : Verdict::Miss;
+    const Verdict byBytes = JudgeBytes(*expected, symbols);
+    if (byBytes == Verdict::Pass || !EciText::ToUtf8(*expected, ZYR_ECI_UTF8)) {
+        return byBytes;
     }
-    if (MatchesAnyOrder(*expected, symbols) || (trimmed != *expected && MatchesAnyOrder(trimmed, symbols))) {
-        return Verdict::Pass;
+    // The file holds text: symbols in other character sets match by their text.
+    std::vector<DecodedSymbol> asText = symbols;
+    for (DecodedSymbol& symbol : asText) {
+        if (const std::optional<std::string> text = SymbolUtf8(symbol)) {
+            symbol.bytes = *text;
+        }
     }
-    std::vector<std::pair<size_t, size_t>> taken;
-    return PlacesOnDistinctLines(*expected, symbols, 0, taken) ? Verdict::Miss : Verdict::Misread;
+    return JudgeBytes(*expected, asText) == Verdict::Pass ? Verdict::Pass : byBytes;
 }
+
 
 const char* ExpectationCheck::Name(Verdict verdict) {
     switch (verdict) {

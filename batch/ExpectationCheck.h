@@ -26,7 +26,7 @@ public:
     // An image without symbols expects an empty file. A single line end at the end of the file is
     // allowed when the symbols do not account for it (files written by hand usually have one). A
     // symbol counts as expected when its bytes stand on whole lines of the file that no other
-    // symbol read takes.
+    // symbol read takes. When the file holds UTF-8 text, symbols may match by their text instead.
     static Verdict Judge(const std::optional<std::string>& expected, const std::vector<DecodedSymbol>& symbols);
 
     static const char* Name(Verdict verdict);

@@ -12,8 +12,8 @@ namespace {
 std::string Utf8(const std::string& text) {
     return TextEncoding::JsonString(text, false);
 }
-std::string Latin1(const std::string& text) {
-    return TextEncoding::JsonString(text, true);
+std::string TextOrNull(const std::optional<std::string>& text) {
+    return text ? Utf8(*text) : "null";
 }
 
 // Milliseconds with the fractions a duration has, as a JSON number ("12.345678").
@@ -47,7 +47,8 @@ void JsonWriter::Row(const ImageInput& input, const BatchRow& row, std::optional
     m_out << "    {\"file\": " << Utf8(input.display) << ", \"path\": " << Utf8(input.path)
           << ", \"plugin\": " << Utf8(row.row.pluginName)
           << ", \"imgProcess\": " << Milliseconds(outcome.imageProcess) << ", \"time\": " << Milliseconds(outcome.decode)
-          << ", \"results\": " << Latin1(DecodeStatus::ResultsText(row.row))
+          << ", \"results\": " << Utf8(DecodeStatus::ResultsUtf8(row.row))
+          << ", \"text\": " << TextOrNull(RowText(row))
           << ", \"status\": \"" << DecodeStatus::Name(outcome) << '"'
           << ", \"symbology\": " << (any ? Utf8(SymbologyNames::Name(symbols.back().symbology)) : "null")
           << ", \"eci\": " << (any ? std::to_string(symbols.back().eci) : "null")
@@ -57,6 +58,7 @@ void JsonWriter::Row(const ImageInput& input, const BatchRow& row, std::optional
         const DecodedSymbol& symbol = symbols[i];
         m_out << (i ? ", " : "") << "{\"symbology\": " << Utf8(SymbologyNames::Name(symbol.symbology))
               << ", \"dataType\": " << symbol.dataType << ", \"eci\": " << symbol.eci
+              << ", \"text\": " << TextOrNull(SymbolUtf8(symbol))
               << ", \"length\": " << symbol.bytes.size() << ", \"data\": \""
               << TextEncoding::Base64(symbol.bytes) << "\", \"corners\": [";
         for (size_t c = 0; c < symbol.corners.size(); ++c) {

@@ -50,7 +50,7 @@ void TableWriter::Begin() {
 void TableWriter::Row(const ImageInput& input, const BatchRow& row, std::optional<Verdict>) {
     WriteLine(TextEncoding::TableText(input.display, false),
               TextEncoding::TableText(row.row.pluginName, false), row.row.imageProcess, row.row.time,
-              TextEncoding::TableText(DecodeStatus::ResultsText(row.row), true));
+              TextEncoding::TableText(DecodeStatus::ResultsUtf8(row.row), false));
     m_out.flush();
 }
 

@@ -37,7 +37,7 @@ size_t Utf8Sequence(const std::string& text, size_t i, uint32_t& code) {
 }
 
 void AppendJsonUnit(std::string& out, uint32_t unit) {
-    char escape[8];
+    char escape[16];
     std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(unit));
     out += escape;
 }

@@ -12,7 +12,7 @@ const char* const kControlNames[32] = {"NUL", "SOH", "STX", "ETX", "EOT", "ENQ",
 
 } // namespace
 
-std::string ResultRowText(const std::string& bytes) {
+std::string ResultRowText(const std::string& bytes, RowBytes encoding) {
     static const char kHex[] = "0123456789ABCDEF";
     std::string shown;
     shown.reserve(bytes.size());
@@ -22,7 +22,7 @@ std::string ResultRowText(const std::string& bytes) {
             shown.append("<").append(kControlNames[c]).append(">");
         } else if (c == 0x7F) {
             shown.append("<DEL>");
-        } else if (c >= 0x80 && c < 0xA0) {
+        } else if (encoding == RowBytes::Latin1 && c >= 0x80 && c < 0xA0) {
             shown.append({'<', kHex[c >> 4], kHex[c & 0x0F], '>'});
         } else {
             shown.push_back(byte);
@@ -61,6 +61,9 @@ ResultRow ResultRowOf(DecodeOutcome outcome) {
         row.results = outcome.side == 1 ? "Side Left: " : "Side Right: ";
     }
     row.results += outcome.HasBytes() ? SymbolText(outcome.symbols.back()) : kNoDataText;
+    if (!outcome.symbols.empty() && outcome.symbols.back().dataType == ZYR_DATA_ECI_BYTES) {
+        row.resultsEci = outcome.symbols.back().eci;
+    }
     row.outcome = std::move(outcome);
     return row;
 }

@@ -2,7 +2,8 @@
 // without bytes "[NO DATA]". Bytes are shown as the ISO-8859-1 characters of their codes; the
 // control codes have no glyph in common fonts and would break the row or vanish, so each is
 // spelled out in angle brackets: its ASCII name for C0 codes and DEL ("<LF>", "<RS>", "<DEL>"),
-// its two hex digits for the C1 codes 0x80 to 0x9F ("<85>").
+// its two hex digits for the C1 codes 0x80 to 0x9F ("<85>") when the bytes are ISO-8859-1 (in
+// UTF-8 those bytes belong to multi-byte characters and stay as they are).
 #pragma once
 
 #include "DecodeOutcome.h"
@@ -17,6 +18,7 @@ struct ResultRow {
     std::string imageProcess; // "%dms" of the last image-process time
     std::string time;         // "%dms" of the decode time
     std::string results; // with "Side Left: " / "Side Right: " in front for two-sided images
+    int32_t resultsEci = 0; // the character set results is in (an ECI; 0 and 3: ISO-8859-1)
     DecodeOutcome outcome;
 };
 
@@ -31,4 +33,6 @@ std::string SymbolText(const DecodedSymbol& symbol);
 // What a row shows for a plug-in that read no byte.
 constexpr const char* kNoDataText = "[NO DATA]";
 
-std::string ResultRowText(const std::string& bytes);
+enum class RowBytes { Latin1, Utf8 };
+
+std::string ResultRowText(const std::string& bytes, RowBytes encoding = RowBytes::Latin1);

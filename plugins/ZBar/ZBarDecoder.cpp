@@ -1,6 +1,7 @@
 #include "ZBarDecoder.h"
 
 #include "GreyImage.h"
+#include "PayloadType.h"
 
 #include <zbar.h>
 
@@ -9,6 +10,7 @@
 #include <cstring>
 #include <memory>
 #include <new>
+#include <string>
 
 using namespace zbar; // the C API, which zbar.h puts in a namespace for C++
 
@@ -80,6 +82,26 @@ void cornersOf(const zbar_symbol_t* symbol, ZyrPoint (&corners)[4]) {
         corners[i] = box[(i + turn) % 4];
 }
 
+// A symbol's bytes and symbology. ZBar gives a main symbol read with its add-on as a composite of
+// the two; it comes as the main digits, a space and the add-on, as zxing-cpp gives it.
+std::string payloadOf(const zbar_symbol_t* symbol, int32_t& symbology) {
+    symbology = symbologyOf(zbar_symbol_get_type(symbol));
+    if (zbar_symbol_get_type(symbol) != ZBAR_COMPOSITE)
+        return std::string(zbar_symbol_get_data(symbol), zbar_symbol_get_data_length(symbol));
+    std::string main, addOn;
+    for (const zbar_symbol_t* part = zbar_symbol_first_component(symbol); part; part = zbar_symbol_next(part)) {
+        const zbar_symbol_type_t type = zbar_symbol_get_type(part);
+        std::string data(zbar_symbol_get_data(part), zbar_symbol_get_data_length(part));
+        if (type == ZBAR_EAN2 || type == ZBAR_EAN5) {
+            addOn = data;
+        } else {
+            main = data;
+            symbology = symbologyOf(type);
+        }
+    }
+    return addOn.empty() ? main : main + " " + addOn;
+}
+
 } // namespace
 
 ZBarDecoder::ZBarDecoder() {
@@ -104,6 +126,7 @@ void ZBarDecoder::configure(SettingsReader& r) {
     maxSymbols_ = static_cast<int>(r.integer(s, "MaxSymbols", maxSymbols_, 1, 255));
     tryHarder_ = r.boolean(s, "TryHarder", tryHarder_);
     tryInverted_ = r.boolean(s, "TryInverted", tryInverted_);
+    addOns_ = r.boolean(s, "EanAddOn", addOns_);
 }
 
 void ZBarDecoder::decode(const ZyrImage& image, SymbolSink& sink) {
@@ -115,6 +138,11 @@ void ZBarDecoder::decode(const ZyrImage& image, SymbolSink& sink) {
     zbar_image_scanner_set_config(scanner.get(), ZBAR_NONE, ZBAR_CFG_ENABLE, 0);
     for (int type : symbolTypes_)
         zbar_image_scanner_set_config(scanner.get(), zbar_symbol_type_t(type), ZBAR_CFG_ENABLE, 1);
+    if (addOns_) {
+        zbar_image_scanner_set_config(scanner.get(), ZBAR_EAN2, ZBAR_CFG_ENABLE, 1);
+        zbar_image_scanner_set_config(scanner.get(), ZBAR_EAN5, ZBAR_CFG_ENABLE, 1);
+        zbar_image_scanner_set_config(scanner.get(), ZBAR_COMPOSITE, ZBAR_CFG_ENABLE, 1);
+    }
     // Keep QR bytes as encoded instead of ZBar's guess at a character set.
     zbar_image_scanner_set_config(scanner.get(), ZBAR_QRCODE, ZBAR_CFG_BINARY, 1);
     const int density = tryHarder_ ? 1 : 2;
@@ -133,10 +161,13 @@ void ZBarDecoder::decode(const ZyrImage& image, SymbolSink& sink) {
          symbol = zbar_symbol_next(symbol)) {
         ZyrPoint corners[4];
         cornersOf(symbol, corners);
-        const auto* data = reinterpret_cast<const uint8_t*>(zbar_symbol_get_data(symbol));
+        int32_t symbology = ZYR_SYM_UNKNOWN;
+        const std::string data = payloadOf(symbol, symbology);
+        if (symbology == ZYR_SYM_UNKNOWN)
+            continue; // an add-on without its main symbol
         ++found;
-        if (!sink.emit(symbologyOf(zbar_symbol_get_type(symbol)), data, zbar_symbol_get_data_length(symbol),
-                       ZYR_ECI_NONE, corners))
+        const auto* bytes = reinterpret_cast<const uint8_t*>(data.data());
+        if (!sink.emit(symbology, bytes, data.size(), guessTextEci(bytes, data.size()), corners))
             break;
     }
 }

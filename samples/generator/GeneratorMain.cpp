@@ -1,5 +1,6 @@
-// Writes every sample image of the catalogue, the expected contents beside each image, and a
-// reader settings file that points at the build's plug-ins, into the folder given as argument.
+// Writes every sample image of the catalogue (or, with --licence-cards, the licence card set), the
+// expected contents beside each image, and a reader settings file that points at the build's
+// plug-ins, into the folder given as argument.
 #include "SampleCatalogue.h"
 #include "SampleRenderer.h"
 
@@ -11,13 +12,15 @@ using namespace glyphor::samples;
 
 namespace {
 
-// The expected text: the symbols' exact bytes, one symbol per line.
+// The expected text: the symbols' exact bytes (or their text, when the catalogue gives it), one
+// symbol per line.
 bool writeExpected(const std::string& path, const Sample& sample) {
     std::ofstream out(path, std::ios::binary);
     for (size_t i = 0; i < sample.symbols.size(); ++i) {
         if (i > 0)
             out << '\n';
-        out << sample.symbols[i].payload;
+        const SampleSymbol& symbol = sample.symbols[i];
+        out << (symbol.text.empty() ? symbol.payload : symbol.text);
     }
     return bool(out);
 }
@@ -34,12 +37,13 @@ bool writeReaderSettings(const std::string& path) {
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: %s OUTPUT_FOLDER\n", argv[0]);
+    const bool cards = argc == 3 && std::string(argv[2]) == "--licence-cards";
+    if (argc != 2 && !cards) {
+        std::fprintf(stderr, "usage: %s OUTPUT_FOLDER [--licence-cards]\n", argv[0]);
         return 2;
     }
     const std::string folder = std::string(argv[1]) + "/";
-    for (const Sample& sample : sampleCatalogue()) {
+    for (const Sample& sample : cards ? licenceCardSet() : sampleCatalogue()) {
         RasterImage image;
         std::string error;
         if (!renderSample(sample, image, error)) {

@@ -79,6 +79,28 @@ void GreyCanvas::drawSymbol(const ZXing::BitMatrix& matrix, double moduleWidth, 
     }
 }
 
+void GreyCanvas::blur(int radius) {
+    if (radius <= 0)
+        return;
+    std::vector<uint8_t> out(pixels_.size());
+    const auto pass = [&](const std::vector<uint8_t>& in, std::vector<uint8_t>& to, bool across) {
+        const int lines = across ? height_ : width_, length = across ? width_ : height_;
+        for (int line = 0; line < lines; ++line) {
+            const auto index = [&](int i) {
+                return across ? size_t(line) * size_t(width_) + size_t(i) : size_t(i) * size_t(width_) + size_t(line);
+            };
+            for (int i = 0; i < length; ++i) {
+                int sum = 0;
+                for (int k = -radius; k <= radius; ++k)
+                    sum += in[index(std::clamp(i + k, 0, length - 1))];
+                to[index(i)] = uint8_t(sum / (2 * radius + 1));
+            }
+        }
+    };
+    pass(pixels_, out, true);
+    pass(out, pixels_, false);
+}
+
 void GreyCanvas::addNoise(int amplitude, uint32_t seed) {
     Lcg rng(seed);
     for (uint8_t& p : pixels_)

@@ -20,6 +20,8 @@ public:
     // pixels, turned clockwise by angleDegrees, dark modules in dark and the quiet zone in light.
     void drawSymbol(const ZXing::BitMatrix& matrix, double moduleWidth, double moduleHeight, double cx,
                     double cy, double angleDegrees, uint8_t dark, uint8_t light);
+    // Box blur over (2 * radius + 1) pixels, across then down, as a slightly soft print or lens.
+    void blur(int radius);
     // Adds uniform noise of up to +-amplitude grey levels.
     void addNoise(int amplitude, uint32_t seed);
 

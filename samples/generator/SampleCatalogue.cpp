@@ -2,6 +2,8 @@
 
 #include "AamvaPayloadWriter.h"
 
+#include <tuple>
+
 namespace glyphor::samples {
 namespace {
 
@@ -102,6 +104,8 @@ std::vector<Sample> build() {
     two("two-qrcode", BarcodeFormat::QRCode, "FIRST QR", "SECOND QR");
     two("two-datamatrix", BarcodeFormat::DataMatrix, "FIRST DM", "SECOND DM");
     two("two-code128", BarcodeFormat::Code128, "FIRST-128", "SECOND-128");
+    // Two copies of one label: zxing-cpp 1.4 aborts when one call finds both.
+    two("two-upce", BarcodeFormat::UPCE, "01234565", "01234565");
 
     Sample mixed;
     mixed.name = "mixed-formats";
@@ -123,6 +127,40 @@ std::vector<Sample> build() {
         s.name = name;
         s.variant = "eci";
         s.symbols = {{format, utf8, CharacterSet::UTF8, 26}};
+        all.push_back(s);
+    }
+
+    // Text in other character sets: Shift_JIS bytes without a designator, GB18030 with one,
+    // Latin-1 without, and a DataMatrix that switches sets part-way (given back as UTF-8).
+    auto charset = [&](const char* name, SampleSymbol symbol) {
+        Sample s;
+        s.name = name;
+        s.variant = "charset";
+        s.symbols = {symbol};
+        all.push_back(s);
+    };
+    charset("sjis-qrcode", {BarcodeFormat::QRCode, "\x93\xfa\x96\x7b\x8c\xea\x83\x65\x83\x4c\x83\x58\x83\x67",
+                            CharacterSet::Unknown, 20,
+                            "\xe6\x97\xa5\xe6\x9c\xac\xe8\xaa\x9e\xe3\x83\x86\xe3\x82\xad\xe3\x82\xb9\xe3\x83\x88"});
+    charset("gb18030-qrcode", {BarcodeFormat::QRCode, "\xd6\xd0\xce\xc4\xce\xc4\xb1\xbe", CharacterSet::GB18030, 29,
+                               "\xe4\xb8\xad\xe6\x96\x87\xe6\x96\x87\xe6\x9c\xac"});
+    charset("latin1-aztec", {BarcodeFormat::Aztec, "Stra\xdf" "e K\xf6ln", CharacterSet::Unknown, 3});
+    SampleSymbol mixedEci{BarcodeFormat::DataMatrix, "Stra\xc3\x9f" "e \xe6\x97\xa5\xe6\x9c\xac", CharacterSet::Unknown,
+                          26};
+    mixedEci.eciSegments = {{3, "Stra\xdf" "e "}, {20, "\x93\xfa\x96\x7b"}};
+    charset("eci-mixed-datamatrix", mixedEci);
+
+    // EAN/UPC with add-ons, given back as the main digits, a space and the add-on.
+    for (auto [name, format, digits, addOn] :
+         {std::tuple{"ean13-addon2", BarcodeFormat::EAN13, "5901234123457", "12"},
+          std::tuple{"upca-addon5", BarcodeFormat::UPCA, "036000291452", "52495"}}) {
+        Sample s;
+        s.name = name;
+        s.variant = "addon";
+        s.module = 3;
+        SampleSymbol symbol{format, std::string(digits) + " " + addOn};
+        symbol.addOn = addOn;
+        s.symbols = {symbol};
         all.push_back(s);
     }
 
@@ -165,6 +203,12 @@ std::vector<Sample> build() {
         {BarcodeFormat::PDF417, AamvaPayloadWriter::write(AamvaPayloadDescription::typical(8, true))}};
     all.push_back(aamvaCard);
 
+    // A licence card tilted by 3 degrees, which zxing-cpp reads only once the image is turned back.
+    Sample tilted = licenceCardSet()[11];
+    tilted.name = "aamva-pdf417-tilted";
+    tilted.variant = "document";
+    all.push_back(tilted);
+
     Sample colour = base("colour-qrcode", "colour", kFormats[1]);
     colour.colour = true;
     all.push_back(colour);
@@ -172,6 +216,29 @@ std::vector<Sample> build() {
 }
 
 } // namespace
+
+std::vector<Sample> licenceCardSet() {
+    std::vector<Sample> cards;
+    for (int i = 0; i < 30; ++i) {
+        Sample card;
+        card.name = "licence-card-" + std::string(i < 9 ? "0" : "") + std::to_string(i + 1);
+        card.variant = "licence-card";
+        card.type = FileType::Jpeg;
+        card.jpegQuality = 85;
+        card.width = 2024; // ID-1 at 600 dpi
+        card.height = 1276;
+        card.corner = true;
+        card.module = 3 + i % 3;
+        card.angle = ((i * 7) % 13 - 6) * 0.5; // -3 to 3 degrees
+        card.blur = 1;
+        card.noise = 8 + (i % 4) * 4;
+        card.colour = i % 3 == 2;
+        card.symbols = {{BarcodeFormat::PDF417,
+                         AamvaPayloadWriter::write(AamvaPayloadDescription::typical(1 + i % 10, i % 4 == 3))}};
+        cards.push_back(card);
+    }
+    return cards;
+}
 
 bool isLinear(ZXing::BarcodeFormat format) {
     return (ZXing::BarcodeFormats(ZXing::BarcodeFormat::LinearCodes)).testFlag(format);

@@ -1,6 +1,7 @@
 #include "SampleRenderer.h"
 
 #include "GreyCanvas.h"
+#include "SymbolExtras.h"
 
 #include <ZXing/BitMatrix.h>
 #include <ZXing/MultiFormatWriter.h>
@@ -11,11 +12,13 @@
 namespace glyphor::samples {
 namespace {
 
-// The writer takes wide characters: UTF-8 text is decoded, raw bytes map one to one (Latin-1).
+// The writer takes wide characters: UTF-8 text is decoded (the payload marked UTF-8, or the text
+// when the writer encodes it in a character set), raw bytes map one to one (Latin-1).
 std::wstring writerText(const SampleSymbol& symbol) {
     std::wstring out;
-    const std::string& s = symbol.payload;
-    if (symbol.encoding != ZXing::CharacterSet::UTF8) {
+    const bool fromText = !symbol.text.empty() && symbol.encoding != ZXing::CharacterSet::Unknown;
+    const std::string& s = fromText ? symbol.text : symbol.payload;
+    if (!fromText && symbol.encoding != ZXing::CharacterSet::UTF8) {
         for (unsigned char c : s)
             out.push_back(wchar_t(c));
         return out;
@@ -32,6 +35,21 @@ std::wstring writerText(const SampleSymbol& symbol) {
     return out;
 }
 
+ZXing::BitMatrix encode(const SampleSymbol& symbol) {
+    if (!symbol.eciSegments.empty())
+        return dataMatrixFromCodewords(dataMatrixEciCodewords(symbol.eciSegments));
+    if (!symbol.addOn.empty()) {
+        SampleSymbol main = symbol;
+        main.payload = symbol.payload.substr(0, symbol.payload.find(' '));
+        main.addOn.clear();
+        return withAddOn(encode(main), symbol.addOn);
+    }
+    return ZXing::MultiFormatWriter(symbol.format)
+        .setEncoding(symbol.encoding)
+        .setMargin(isLinear(symbol.format) ? 10 : 4)
+        .encode(writerText(symbol), 0, 0);
+}
+
 } // namespace
 
 bool renderSample(const Sample& sample, RasterImage& image, std::string& error) {
@@ -43,10 +61,7 @@ bool renderSample(const Sample& sample, RasterImage& image, std::string& error) 
         const bool linear = isLinear(symbol.format);
         ZXing::BitMatrix matrix;
         try {
-            matrix = ZXing::MultiFormatWriter(symbol.format)
-                         .setEncoding(symbol.encoding)
-                         .setMargin(linear ? 10 : 4)
-                         .encode(writerText(symbol), 0, 0);
+            matrix = encode(symbol);
         } catch (const std::exception& e) {
             error = sample.name + ": cannot encode: " + e.what();
             return false;
@@ -70,6 +85,7 @@ bool renderSample(const Sample& sample, RasterImage& image, std::string& error) 
         canvas.drawSymbol(matrix, sample.module, moduleHeight, cx, cy, sample.angle, sample.dark,
                           sample.light);
     }
+    canvas.blur(sample.blur);
     if (sample.noise > 0)
         canvas.addNoise(sample.noise, uint32_t(sample.name.size() * 104729));
 
@@ -94,7 +110,7 @@ bool renderSample(const Sample& sample, RasterImage& image, std::string& error) 
 bool writeSample(const std::string& path, const Sample& sample, const RasterImage& image) {
     switch (sample.type) {
     case FileType::Jpeg:
-        return writeJpeg(path, image, 90);
+        return writeJpeg(path, image, sample.jpegQuality);
     case FileType::Bmp:
         return writeBmp(path, image);
     default:

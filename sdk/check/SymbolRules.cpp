@@ -57,16 +57,20 @@ std::vector<std::string> contentProblems(const CheckImage& image, const std::vec
     std::vector<std::string> problems;
     std::vector<bool> seen(image.expected.size(), false);
     for (const SymbolCopy& symbol : symbols) {
-        auto match = std::find_if(image.expected.begin(), image.expected.end(),
-                                  [&](const ExpectedSymbol& e) { return e.bytes == symbol.bytes; });
+        const auto holds = [&](const ExpectedSymbol& e) { return e.bytes == symbol.bytes; };
+        auto match = std::find_if(image.expected.begin(), image.expected.end(), holds);
         if (match == image.expected.end()) {
             problems.push_back("read \"" + printable(symbol.bytes) + "\", which the image does not hold");
             continue;
         }
-        const size_t index = size_t(match - image.expected.begin());
-        if (seen[index])
+        // An image may hold several copies of one symbol: each copy may be reported once.
+        while (match != image.expected.end() && seen[size_t(match - image.expected.begin())])
+            match = std::find_if(std::next(match), image.expected.end(), holds);
+        if (match == image.expected.end()) {
             problems.push_back("\"" + printable(symbol.bytes) + "\" reported twice");
-        seen[index] = true;
+            continue;
+        }
+        seen[size_t(match - image.expected.begin())] = true;
         if (symbol.eci == ZYR_ECI_NONE && match->eci != ZYR_ECI_NONE)
             ++eciUnreported;
         else if (symbol.eci != match->eci)

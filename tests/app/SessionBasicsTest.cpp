@@ -120,6 +120,7 @@ TEST(ResultRowText, SpellsOutControlCodesOnOneLine) {
     using namespace std::string_literals;
     const struct {
         std::string bytes, shown;
+        RowBytes encoding = RowBytes::Latin1;
     } cases[] = {
         {"@\n\x1e\rANSI 636001", "@<LF><RS><CR>ANSI 636001"},
         {"\0\x01\t\x1b\x1f"s, "<NUL><SOH><HT><ESC><US>"},
@@ -127,9 +128,11 @@ TEST(ResultRowText, SpellsOutControlCodesOnOneLine) {
         {"\x80\x85\x9f", "<80><85><9F>"},
         {" \xa0\xe9\xff", " \xa0\xe9\xff"}, // printable in ISO-8859-1: kept
         {"", ""},
+        // UTF-8 text converted from its character set: multi-byte characters are kept whole.
+        {"\xe6\x97\xa5\n\xc2\x85\x7f", "\xe6\x97\xa5<LF>\xc2\x85<DEL>", RowBytes::Utf8},
     };
     for (const auto& c : cases) {
-        EXPECT_EQ(ResultRowText(c.bytes), c.shown);
+        EXPECT_EQ(ResultRowText(c.bytes, c.encoding), c.shown);
     }
 }
 

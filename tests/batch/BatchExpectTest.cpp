@@ -23,14 +23,15 @@ TEST_F(BatchExpectTest, SummaryCountsPassesMisreadsAndMissesPerPlugin) {
     WriteFile(Path("swapped.txt"), "SECOND QR\nFIRST QR\n");
     CopySample("mixed-formats.png", "partial.png");
     CopySample("no-symbol.png", "empty.png");
+    CopySample("sjis-qrcode.png", "sjis.png"); // Shift_JIS bytes against a UTF-8 text file
     const RunResult run = RunBatch({"-s", WriteSettings(), "-p", "QRCode,ZBar", "--expect", Path("")});
     ASSERT_EQ(run.status, 0) << run.err;
     // QRCode reads only the QR half of partial.png (a miss); ZBar reads both halves.
     const std::vector<std::string> expected = {
         "Expected results:",
         "Plugin   Passed  Misread   Missed    No .txt",
-        "QRCode        3        1        2          1",
-        "ZBar          4        1        1          1",
+        "QRCode        4        1        2          1",
+        "ZBar          5        1        1          1",
     };
     EXPECT_EQ(SummaryLines(run.out), expected) << run.out;
 }

@@ -83,6 +83,8 @@ TEST_F(BatchOutputTest, TableOfTheWholeSampleFolderIsAlignedAndEndsWithTheStatis
     EXPECT_EQ(results("no-symbol.png"), "[NO DATA]");
     EXPECT_EQ(results("binary-qrcode.png"), "14 bytes (eci=0)");
     EXPECT_EQ(results("eci-utf8-pdf417.png"), "23 bytes (eci=26)");
+    EXPECT_EQ(results("sjis-qrcode.png"), "\xe6\x97\xa5\xe6\x9c\xac\xe8\xaa\x9e\xe3\x83\x86\xe3\x82\xad\xe3\x82\xb9\xe3\x83\x88")
+        << "Shift_JIS text shown as text";
     EXPECT_EQ(results("aamva-pdf417.png").rfind("@\\n\\x1E\\rANSI 6360", 0), 0u)
         << "line ends stay on the row";
 
@@ -101,7 +103,7 @@ TEST_F(BatchOutputTest, CsvCarriesTheExactBytesSymbologyAndEci) {
     ASSERT_EQ(records.size(), 7u);
     const std::vector<std::string> header = {"File name", "Plugin",  "Img Process",   "Time",
                                              "Results",   "Symbology", "ECI",         "Symbols",
-                                             "Length",    "Data (base64)", "Status"};
+                                             "Length",    "Data (base64)", "Status",    "Text"};
     EXPECT_EQ(records[0], header);
     struct Expected {
         const char* file;
@@ -137,6 +139,8 @@ TEST_F(BatchOutputTest, CsvCarriesTheExactBytesSymbologyAndEci) {
         }
     }
     EXPECT_EQ(records[1 + 1][4], "[NO DATA]");
+    EXPECT_EQ(records[1 + 5][11], ReadFile(SamplePath("eci-utf8-qrcode.txt"))) << "text as UTF-8";
+    EXPECT_EQ(records[1 + 0][11], "") << "binary data has no text";
     // The statistics stay out of the CSV.
     EXPECT_NE(run.err.find("Image Count: 6\n"), std::string::npos) << run.err;
 }
@@ -182,12 +186,17 @@ TEST_F(BatchOutputTest, JsonHasEveryRowAndSymbolWithExactBytes) {
     const QJsonObject utf8 = rowOf("utf8.png", "QRCode");
     EXPECT_EQ(utf8["eci"].toInt(), 26);
     EXPECT_EQ(utf8["symbols"].toArray()[0].toObject()["dataType"].toInt(), 12);
+    EXPECT_EQ(Str(utf8["text"]), ReadFile(SamplePath("eci-utf8-qrcode.txt")));
+    EXPECT_TRUE(rowOf("binary.png", "ZXing")["text"].isNull());
     const QJsonObject two = rowOf("two.png", "ZXing");
     std::set<std::string> payloads;
     for (const QJsonValue& symbol : two["symbols"].toArray()) {
         payloads.insert(Base64Decode(Str(symbol.toObject()["data"])));
     }
     EXPECT_EQ(payloads, (std::set<std::string>{"FIRST QR", "SECOND QR"}));
+    EXPECT_EQ(Str(two["text"]), Base64Decode(Str(two["symbols"].toArray()[0].toObject()["data"])) + "\n" +
+                                    Base64Decode(Str(two["symbols"].toArray()[1].toObject()["data"])))
+        << "the symbols' texts, one per line";
     EXPECT_EQ(Str(two["results"]), Base64Decode(Str(two["symbols"].toArray()[1].toObject()["data"])))
         << "the row shows the last symbol's text";
     const QJsonObject licence = rowOf("licence.png", "QRCode");

@@ -20,6 +20,19 @@ std::vector<DecodedSymbol> Symbols(std::initializer_list<std::string> payloads) 
     return symbols;
 }
 
+// Symbols with bytes in the character set an ECI names.
+std::vector<DecodedSymbol> TextSymbols(std::initializer_list<std::pair<std::string, int32_t>> pairs) {
+    std::vector<DecodedSymbol> symbols;
+    for (const auto& [bytes, eci] : pairs) {
+        DecodedSymbol s;
+        s.bytes = bytes;
+        s.dataType = ZYR_DATA_ECI_BYTES;
+        s.eci = eci;
+        symbols.push_back(s);
+    }
+    return symbols;
+}
+
 TEST(ExpectationCheck, Verdicts) {
     const std::string binary("GLY\0\x01\x02\xff\x80\x00\x7f"
                              "END\n",
@@ -53,6 +66,12 @@ TEST(ExpectationCheck, Verdicts) {
         {"one of two read, file with CR LF", "FIRST\r\nSECOND\r\n", Symbols({"FIRST"}), Verdict::Miss},
         {"no file", std::nullopt, Symbols({"A"}), Verdict::Unchecked},
         {"no file, nothing read", std::nullopt, Symbols({}), Verdict::Unchecked},
+        {"text file, symbol in Shift_JIS", "\xe6\x97\xa5\xe6\x9c\xac", TextSymbols({{"\x93\xfa\x96\x7b", ZYR_ECI_SHIFT_JIS}}),
+         Verdict::Pass},
+        {"text file, one symbol by bytes, one by text", "A\n\xe6\x97\xa5",
+         TextSymbols({{"A", ZYR_ECI_UTF8}, {"\x93\xfa", ZYR_ECI_SHIFT_JIS}}), Verdict::Pass},
+        {"text file, wrong text", "\xe6\x97\xa5", TextSymbols({{"\x96\x7b", ZYR_ECI_SHIFT_JIS}}), Verdict::Misread},
+        {"Latin-1 file is bytes, not text", "Gr\xfc", TextSymbols({{"Gr\xc3\xbc", ZYR_ECI_UTF8}}), Verdict::Misread},
     };
     for (const Case& c : cases) {
         EXPECT_EQ(ExpectationCheck::Judge(c.expected, c.symbols), c.verdict)

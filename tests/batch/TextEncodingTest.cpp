@@ -1,8 +1,12 @@
 // How bytes and texts are written into the outputs: base64, JSON strings, CSV fields and
-// table cells.
+// table cells; decoded bytes read in the character set of their ECI.
+#include "EciText.h"
 #include "TextEncoding.h"
+#include "ZyrReaderLowLevelAPI.h"
 
 #include <gtest/gtest.h>
+
+#include <optional>
 
 namespace {
 
@@ -104,6 +108,36 @@ TEST(TextEncoding, DisplayWidthCountsCharacters) {
     EXPECT_EQ(TextEncoding::DisplayWidth("abc"), 3u);
     EXPECT_EQ(TextEncoding::DisplayWidth("caf\xc3\xa9"), 4u);
     EXPECT_EQ(TextEncoding::DisplayWidth("\xe2\x82\xac\xf0\x9f\x98\x80"), 2u);
+}
+
+} // namespace
+
+namespace {
+
+TEST(EciText, ConvertsTheCharacterSetAnEciNames) {
+    struct Case {
+        int32_t dataType;
+        int32_t eci;
+        std::string bytes;
+        std::optional<std::string> utf8;
+    };
+    const std::string nihon = "\xe6\x97\xa5\xe6\x9c\xac";
+    const Case cases[] = {
+        {ZYR_DATA_ECI_BYTES, ZYR_ECI_SHIFT_JIS, "\x93\xfa\x96\x7b", nihon},
+        {ZYR_DATA_ECI_BYTES, ZYR_ECI_SHIFT_JIS, "C:\\", std::string("C:\\")}, // backslash stays one
+        {ZYR_DATA_ECI_BYTES, ZYR_ECI_SHIFT_JIS, "\x93", std::nullopt},         // cut double byte
+        {ZYR_DATA_ECI_BYTES, 29, "\xd6\xd0\xce\xc4", std::string("\xe4\xb8\xad\xe6\x96\x87")},
+        {ZYR_DATA_ECI_BYTES, ZYR_ECI_ISO8859_1, "Gr\xfc", std::string("Gr\xc3\xbc")},
+        {ZYR_DATA_ECI_BYTES, ZYR_ECI_UTF8, "Gr\xfc", std::nullopt},
+        {ZYR_DATA_ECI_BYTES, 25, std::string("\x00\x41\x65\xe5", 4), std::string("A\xe6\x97\xa5")},
+        {ZYR_DATA_ECI_BYTES, 899, "AB", std::nullopt},
+        {ZYR_DATA_TEXT8, 0, "Gr\xfc", std::string("Gr\xc3\xbc")},
+        {ZYR_DATA_ASCII, 0, "HELLO", std::string("HELLO")},
+        {ZYR_DATA_BINARY, 0, "HELLO", std::nullopt},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(EciText::SymbolText(c.dataType, c.eci, c.bytes), c.utf8) << c.eci << " " << c.bytes;
+    }
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <fstream>
 
 using namespace plugintest;
 
@@ -46,6 +47,12 @@ const FormatCase kCases[] = {
     {"ZXing", "eci-utf8-pdf417", ZYR_SYM_PDF417, ZYR_DATA_ECI_BYTES, ZYR_ECI_UTF8},
     {"ZXing", "aamva-pdf417", ZYR_SYM_PDF417, ZYR_DATA_ASCII, 0},
     {"ZXing", "colour-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_ASCII, 0},
+    {"ZXing", "sjis-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_ECI_BYTES, ZYR_ECI_SHIFT_JIS},
+    {"ZXing", "gb18030-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_ECI_BYTES, 29},
+    {"ZXing", "latin1-aztec", ZYR_SYM_AZTEC, ZYR_DATA_ECI_BYTES, ZYR_ECI_ISO8859_1},
+    {"ZXing", "eci-mixed-datamatrix", ZYR_SYM_DATAMATRIX, ZYR_DATA_ECI_BYTES, ZYR_ECI_UTF8},
+    {"ZXing", "ean13-addon2", ZYR_SYM_EAN13, ZYR_DATA_ASCII, 0},
+    {"ZXing", "upca-addon5", ZYR_SYM_UPCA, ZYR_DATA_ASCII, 0},
     // zxing-cpp, PDF417 only
     {"Pdf417", "pdf417-scaled", ZYR_SYM_PDF417, ZYR_DATA_ASCII, 0},
     {"Pdf417", "pdf417-low-contrast", ZYR_SYM_PDF417, ZYR_DATA_ASCII, 0},
@@ -53,11 +60,14 @@ const FormatCase kCases[] = {
     {"Pdf417", "eci-utf8-pdf417", ZYR_SYM_PDF417, ZYR_DATA_ECI_BYTES, ZYR_ECI_UTF8},
     {"Pdf417", "aamva-pdf417", ZYR_SYM_PDF417, ZYR_DATA_ASCII, 0},
     {"Pdf417", "aamva-pdf417-document", ZYR_SYM_PDF417, ZYR_DATA_ASCII, 0},
+    {"Pdf417", "aamva-pdf417-tilted", ZYR_SYM_PDF417, ZYR_DATA_ASCII, 0},
+    {"ZXing", "aamva-pdf417-tilted", ZYR_SYM_PDF417, ZYR_DATA_ASCII, 0},
     // zxing-cpp, QR
     {"QRCode", "qrcode-scaled", ZYR_SYM_QRCODE, ZYR_DATA_ASCII, 0},
     {"QRCode", "binary-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_BINARY, 0},
     {"QRCode", "eci-utf8-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_ECI_BYTES, ZYR_ECI_UTF8},
     {"QRCode", "colour-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_ASCII, 0},
+    {"QRCode", "sjis-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_ECI_BYTES, ZYR_ECI_SHIFT_JIS},
     // libdmtx
     {"DataMatrix", "datamatrix-rotated", ZYR_SYM_DATAMATRIX, ZYR_DATA_ASCII, 0},
     {"DataMatrix", "datamatrix-scaled", ZYR_SYM_DATAMATRIX, ZYR_DATA_ASCII, 0},
@@ -70,6 +80,9 @@ const FormatCase kCases[] = {
     {"ZBar", "upca-plain", ZYR_SYM_UPCA, ZYR_DATA_ASCII, 0},
     {"ZBar", "itf-plain", ZYR_SYM_ITF, ZYR_DATA_ASCII, 0},
     {"ZBar", "binary-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_BINARY, 0},
+    {"ZBar", "sjis-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_ECI_BYTES, ZYR_ECI_SHIFT_JIS},
+    {"ZBar", "ean13-addon2", ZYR_SYM_EAN13, ZYR_DATA_ASCII, 0},
+    {"ZBar", "upca-addon5", ZYR_SYM_UPCA, ZYR_DATA_ASCII, 0},
 };
 
 class PluginFormat : public ::testing::TestWithParam<FormatCase> {
@@ -101,6 +114,51 @@ INSTANTIATE_TEST_SUITE_P(Samples, PluginFormat, ::testing::ValuesIn(kCases),
                                      ch = '_';
                              return name;
                          });
+
+// Two copies of one linear label both come back: zxing-cpp 1.4 aborts when a single call finds
+// them both, which cost the whole decode.
+TEST(PluginFormatMulti, TwoCopiesOfOneLinearSymbolBothComeBack) {
+    const uint64_t handle = loadPlugin("ZXing");
+    std::vector<SeenSymbol> seen;
+    ASSERT_EQ(decode(handle, ImageFile(samplePath("two-upce")).image(), seen), ZYR_OK);
+    ASSERT_EQ(seen.size(), 2u);
+    for (const SeenSymbol& symbol : seen) {
+        EXPECT_EQ(symbol.data, "01234565");
+        EXPECT_EQ(symbol.symbology, ZYR_SYM_UPCE);
+    }
+    ZyrReader_DestroyCachedData();
+}
+
+// The decoder options that change what comes back, each against its default.
+TEST(PluginFormatOptions, AddOnsAndMixedCharacterSetsFollowTheSettings) {
+    struct Case {
+        const char* plugin;
+        const char* settings;
+        const char* sample;
+        std::string data;
+        int32_t eci;
+    };
+    const Case cases[] = {
+        {"ZXing", "[Decoder]\nEanAddOn=0\n", "ean13-addon2", "5901234123457", 0},
+        {"ZBar", "[Decoder]\nEanAddOn=0\n", "ean13-addon2", "5901234123457", 0},
+        {"ZXing", "[Decoder]\nMixedEciAsUtf8=0\n", "eci-mixed-datamatrix",
+         "Stra\xdf"
+         "e \x93\xfa\x96\x7b",
+         ZYR_ECI_ISO8859_1},
+    };
+    for (const Case& c : cases) {
+        const std::string path = testing::TempDir() + "#options-" + c.plugin + ".ini";
+        std::ofstream(path, std::ios::binary) << c.settings;
+        uint64_t handle = 0;
+        ASSERT_EQ(ZyrReader_ImagePluginLoad(pluginPath(c.plugin).c_str(), path.c_str(), &handle, 0), ZYR_OK);
+        std::vector<SeenSymbol> seen;
+        ASSERT_EQ(decode(handle, ImageFile(samplePath(c.sample)).image(), seen), ZYR_OK);
+        ASSERT_EQ(seen.size(), 1u) << c.plugin << " " << c.settings;
+        EXPECT_EQ(seen[0].data, c.data) << c.plugin << " " << c.settings;
+        EXPECT_EQ(seen[0].eci, c.eci) << c.plugin << " " << c.settings;
+        ZyrReader_DestroyCachedData();
+    }
+}
 
 // Orientation comes from the corners the decoder reports: clockwise degrees of the top edge.
 struct OrientationCase {

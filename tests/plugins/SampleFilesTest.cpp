@@ -1,5 +1,5 @@
 // The generated samples folder: every image is there and readable at its size, its .txt holds the
-// symbols' exact bytes, and the samples' reader settings lead the library to the plug-ins.
+// symbols' exact bytes (or text), and the samples' reader settings lead the library to the plug-ins.
 #include "ImageFiles.h"
 #include "PluginTestSupport.h"
 #include "SampleCatalogue.h"
@@ -38,7 +38,8 @@ TEST(SampleFiles, EveryImageAndItsExpectedContentsAreWritten) {
         const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
         std::string expected;
         for (size_t i = 0; i < sample.symbols.size(); ++i)
-            expected += (i ? "\n" : "") + sample.symbols[i].payload;
+            expected += (i ? "\n" : "") +
+                        (sample.symbols[i].text.empty() ? sample.symbols[i].payload : sample.symbols[i].text);
         EXPECT_EQ(text, expected) << sample.name;
     }
 }
@@ -52,7 +53,7 @@ TEST(SampleFiles, NamesAreUniqueAndEveryVariantIsPresent) {
     for (const auto& [name, count] : names)
         EXPECT_EQ(count, 1) << name;
     for (const char* variant : {"plain", "rotated", "scaled", "noisy", "low-contrast", "document", "multi",
-                                "empty", "eci", "binary", "aamva"})
+                                "empty", "eci", "binary", "aamva", "charset", "addon"})
         EXPECT_GT(variants[variant], 0) << variant;
 }
 

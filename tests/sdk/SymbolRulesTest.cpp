@@ -81,6 +81,12 @@ TEST(SampleContents, MisreadsDuplicatesAndWrongEciAreFaultsButMissesAndUnreporte
     EXPECT_EQ(contentProblems(image, {symbol("FIRST", 0), symbol("FIRST", 0)}, unreported).size(), 1u);
     EXPECT_EQ(contentProblems(image, {symbol("FIRST", ZYR_ECI_ISO8859_1)}, unreported).size(), 1u);
     EXPECT_EQ(unreported, 1);
+    // Two copies of one symbol in the image: both may be reported, a third may not.
+    image.expected.push_back({"FIRST", ZYR_ECI_NONE});
+    EXPECT_TRUE(contentProblems(image, {symbol("FIRST", 0), symbol("FIRST", 0)}, unreported).empty());
+    EXPECT_EQ(contentProblems(image, {symbol("FIRST", 0), symbol("FIRST", 0), symbol("FIRST", 0)}, unreported)
+                  .size(),
+              1u);
 }
 
 } // namespace

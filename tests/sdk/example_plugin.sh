@@ -30,7 +30,7 @@ plugins=$prefix/lib/glyphor/plugins
 # The conformance checker passes it, and it reads the plain ITF sample.
 out=$("$checker" "$plugins/KVDECODE_ExampleITF.so") || { echo "$out"; exit 1; }
 echo "$out"
-echo "$out" | grep -Eq '^decode +pass +27 images, [1-9][0-9]* with symbols' || { echo "read nothing"; exit 1; }
+echo "$out" | grep -Eq '^decode +pass +[0-9]+ images, [1-9][0-9]* with symbols' || { echo "read nothing"; exit 1; }
 
 # Loaded into glyphor-batch from the installed plug-in folder.
 printf '[Folders]\nPluginFolder=%s\nPluginSettingsFolder=%s\n' "$plugins" "$plugins" > "$work/ZyrReader.ini"
