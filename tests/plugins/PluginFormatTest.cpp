@@ -60,6 +60,10 @@ const FormatCase kCases[] = {
     {"QRCode", "colour-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_ASCII, 0},
     // libdmtx
     {"DataMatrix", "datamatrix-rotated", ZYR_SYM_DATAMATRIX, ZYR_DATA_ASCII, 0},
+    {"DataMatrix", "datamatrix-upside-down", ZYR_SYM_DATAMATRIX, ZYR_DATA_ASCII, 0},
+    {"DataMatrix", "datamatrix-noisy", ZYR_SYM_DATAMATRIX, ZYR_DATA_ASCII, 0},
+    {"DataMatrix", "datamatrix-low-contrast", ZYR_SYM_DATAMATRIX, ZYR_DATA_ASCII, 0},
+    {"DataMatrix", "datamatrix-document", ZYR_SYM_DATAMATRIX, ZYR_DATA_ASCII, 0},
     {"DataMatrix", "datamatrix-scaled", ZYR_SYM_DATAMATRIX, ZYR_DATA_ASCII, 0},
     {"DataMatrix", "binary-datamatrix", ZYR_SYM_DATAMATRIX, ZYR_DATA_BINARY, 0},
     // ZBar
