@@ -8,6 +8,9 @@ namespace {
 
 constexpr int kBlock = 16;                    // pixels per side of a block whose mean is taken
 constexpr int kDarker = 18;                   // grey levels below the neighbourhood's mean that count as dark
+constexpr int kPrintRange = 100;              // darkest to lightest grey where print or a symbol is
+constexpr double kMaxDensityRatio = 2.2;      // dark runs per pixel across against down: 1 to 1.7 for Data
+                                              // Matrix, 3 and more for PDF417, over 2.3 for photographs
 constexpr int64_t kHalveAbove = 1300 * 1000; // larger images are looked at in half resolution
 constexpr int kMinSide = 8;                   // a 10x10 symbol with modules of 1.6 pixels (or 0.8 halved)
 
@@ -63,19 +66,21 @@ private:
     std::vector<Blob> blobs_;
 };
 
-// The darkness limit of each block, from it and its eight neighbours: kDarker below their mean,
-// and below halfway between the mean and the darkest pixel, so that faint print next to a
-// symbol's black modules stays light and does not join the symbol's blob.
+// The darkness limit of each block, from it and its eight neighbours: where they hold print or a
+// symbol (a wide range of greys), halfway between their darkest and lightest pixel, so that faint
+// print next to a symbol stays light and modules that touch only at a corner still join; elsewhere
+// kDarker below their mean.
 std::vector<int> blockLimits(const uint8_t* img, int w, int h, int bw, int bh) {
     std::vector<int64_t> sum(size_t(bw) * size_t(bh), 0);
     std::vector<int> count(sum.size(), 0);
-    std::vector<uint8_t> darkest(sum.size(), 255);
+    std::vector<uint8_t> darkest(sum.size(), 255), lightest(sum.size(), 0);
     for (int y = 0; y < h; ++y) {
         const uint8_t* row = img + size_t(y) * size_t(w);
         for (int x = 0; x < w; ++x) {
             const size_t b = size_t(y / kBlock) * size_t(bw) + size_t(x / kBlock);
             sum[b] += row[x];
             darkest[b] = std::min(darkest[b], row[x]);
+            lightest[b] = std::max(lightest[b], row[x]);
         }
     }
     for (int by = 0; by < bh; ++by)
@@ -86,15 +91,16 @@ std::vector<int> blockLimits(const uint8_t* img, int w, int h, int bw, int bh) {
     for (int by = 0; by < bh; ++by) {
         for (int bx = 0; bx < bw; ++bx) {
             int64_t s = 0, n = 0;
-            int low = 255;
+            int low = 255, high = 0;
             for (int dy = std::max(0, by - 1); dy <= std::min(bh - 1, by + 1); ++dy)
                 for (int dx = std::max(0, bx - 1); dx <= std::min(bw - 1, bx + 1); ++dx) {
                     s += sum[size_t(dy) * size_t(bw) + size_t(dx)];
                     n += count[size_t(dy) * size_t(bw) + size_t(dx)];
                     low = std::min<int>(low, darkest[size_t(dy) * size_t(bw) + size_t(dx)]);
+                    high = std::max<int>(high, lightest[size_t(dy) * size_t(bw) + size_t(dx)]);
                 }
             const int mean = int(s / n);
-            limit[size_t(by) * size_t(bw) + size_t(bx)] = std::min(mean - kDarker, (mean + low) / 2);
+            limit[size_t(by) * size_t(bw) + size_t(bx)] = high - low >= kPrintRange ? (low + high) / 2 : mean - kDarker;
         }
     }
     return limit;
@@ -174,28 +180,31 @@ std::vector<Candidate> findSymbolCandidates(const uint8_t* grey, int width, int 
         const Blob& b = blobs.at(i);
         const int bwid = b.x1 - b.x0, bhei = b.y1 - b.y0;
         const int lo = std::min(bwid, bhei), hi = std::max(bwid, bhei);
-        if (lo < kMinSide || hi > 3 * lo)
+        if (lo < kMinSide || hi > 4 * lo) // rectangular symbols reach 16 x 48 modules
             continue;
         const double fill = double(b.pixels) / (double(bwid) * double(bhei));
         const double runsPerRow = double(b.runs) / double(bhei);
         if (fill < 0.12 || fill > 0.85 || runsPerRow < 1.5)
             continue;
-        // Modules make as many dark runs down the columns as along the rows; the strokes of print
-        // run mostly one way.
-        int64_t columnRuns = 0;
-        for (int x = b.x0; x < b.x1; ++x) {
-            bool dark = false;
-            for (int y = b.y0; y < b.y1; ++y) {
-                const bool now = img[size_t(y) * size_t(w) + size_t(x)] < limit[size_t(y / kBlock) * size_t(bw) + size_t(x / kBlock)];
-                columnRuns += now && !dark;
-                dark = now;
-            }
-        }
+        // Modules make dark runs as dense down the columns as along the rows (PDF417's bars are
+        // much denser across than its rows are down, and the strokes of print run mostly one
+        // way). Counted over every dark pixel in the box, so that a blob in pieces counts whole.
+        int64_t rowRuns = 0, columnRuns = 0;
+        const auto dark = [&](int x, int y) {
+            return img[size_t(y) * size_t(w) + size_t(x)] < limit[size_t(y / kBlock) * size_t(bw) + size_t(x / kBlock)];
+        };
+        for (int y = b.y0; y < b.y1; ++y)
+            for (int x = b.x0; x < b.x1; ++x)
+                rowRuns += dark(x, y) && (x == b.x0 || !dark(x - 1, y));
+        for (int x = b.x0; x < b.x1; ++x)
+            for (int y = b.y0; y < b.y1; ++y)
+                columnRuns += dark(x, y) && (y == b.y0 || !dark(x, y - 1));
         const double runsPerColumn = double(columnRuns) / double(bwid);
-        if (runsPerColumn < 1.5)
+        const double across = double(rowRuns) / double(bhei) / double(bwid), down = runsPerColumn / double(bhei);
+        if (runsPerColumn < 1.5 || std::max(across, down) > kMaxDensityRatio * std::min(across, down))
             continue;
         found.push_back({b.x0 * scale, b.y0 * scale, std::min(width, b.x1 * scale), std::min(height, b.y1 * scale),
-                         std::min(runsPerRow, runsPerColumn)});
+                         std::min(double(rowRuns) / double(bhei), runsPerColumn)});
     }
     std::stable_sort(found.begin(), found.end(),
                      [](const Candidate& a, const Candidate& b) { return a.score > b.score; });
