@@ -1,7 +1,6 @@
 #include "SymbolCandidates.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace kvdecode {
 namespace {
