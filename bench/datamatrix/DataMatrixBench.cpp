@@ -34,9 +34,10 @@ struct Tally {
     std::string name;
     std::vector<double> withSymbol, without, cpuWith, cpuWithout; // ms per image
     int read = 0, missed = 0, misread = 0;
+    std::string missedFiles;
 
-    void add(bool expected, const std::vector<std::string>& got, const std::string& payload, double ms,
-             double cpu) {
+    void add(const std::string& file, bool expected, const std::vector<std::string>& got,
+             const std::string& payload, double ms, double cpu) {
         (expected ? withSymbol : without).push_back(ms);
         (expected ? cpuWith : cpuWithout).push_back(cpu);
         bool hit = false;
@@ -48,6 +49,8 @@ struct Tally {
         }
         if (expected)
             ++(hit ? read : missed);
+        if (expected && !hit)
+            missedFiles += " " + file;
     }
 };
 
@@ -127,11 +130,11 @@ double percentile(std::vector<double> v, double p) {
 void report(const Tally& t) {
     std::printf("  %-19s with a symbol: median %6.1f ms (cpu %6.1f), max %7.1f ms (cpu %7.1f)\n"
                 "  %-19s without:       median %6.1f ms (cpu %6.1f), max %7.1f ms (cpu %7.1f)\n"
-                "  %-19s read %d, missed %d, misread %d\n",
+                "  %-19s read %d, missed %d (%s), misread %d\n",
                 t.name.c_str(), percentile(t.withSymbol, 0.5), percentile(t.cpuWith, 0.5),
                 percentile(t.withSymbol, 1.0), percentile(t.cpuWith, 1.0), "", percentile(t.without, 0.5),
                 percentile(t.cpuWithout, 0.5), percentile(t.without, 1.0), percentile(t.cpuWithout, 1.0), "",
-                t.read, t.missed, t.misread);
+                t.read, t.missed, t.missedFiles.empty() ? "" : t.missedFiles.c_str() + 1, t.misread);
 }
 
 } // namespace
@@ -172,13 +175,13 @@ int main(int argc, char** argv) {
             if (result != ZYR_OK)
                 std::fprintf(stderr, "%s: %s: %s\n", input.display.c_str(), tally->name.c_str(),
                              ZyrReader_ErrorText(result));
-            tally->add(expected, got, payload, took, threadCpuMs() - cpu);
+            tally->add(input.display, expected, got, payload, took, threadCpuMs() - cpu);
         }
         const double cpu = childrenCpuMs();
         const auto start = Clock::now();
         const std::vector<std::string> got = runDmtxread(input.path, limit);
         const double took = since(start);
-        tool.add(expected, got, payload, took, childrenCpuMs() - cpu);
+        tool.add(input.display, expected, got, payload, took, childrenCpuMs() - cpu);
     }
     double load[3] = {};
     if (FILE* f = std::fopen("/proc/loadavg", "r")) {

@@ -97,7 +97,7 @@ void DataMatrixDecoder::decode(const ZyrImage& image, SymbolSink& sink) {
         // for a hundred. So the search gets time by the area's size, and more where the runs
         // look much like modules (print rarely has two dark runs per row and column).
         const double size = double(area.x1 - area.x0) * double(area.y1 - area.y0);
-        const double areaMs = std::min(60.0, std::clamp(2.0 + size / 2000.0, 3.0, 60.0) * (c.score >= 2.2 ? 3 : 1));
+        const double areaMs = std::min(30.0, std::clamp(2.0 + size / 2000.0, 3.0, 30.0) * (c.score >= 2.2 ? 3 : 1));
         search(grey, area, 1, std::min(end, cpuMs() + areaMs), count + 1, sink, found, count); // a blob is one symbol
     }
     // What the finder may miss (a symbol touching print, faint modules): the whole image, briefly.
