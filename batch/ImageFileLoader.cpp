@@ -65,7 +65,8 @@ std::shared_ptr<const ZyrImage> ImageFileLoader::Load(const std::string& path, s
     auto image = std::make_shared<LoadedImage>();
     if (result == ZYR_OK) {
         result = zyr::ImageDecoder::decode(encoded.data(), encoded.size(),
-                                           info.colour ? zyr::PixelLayout::RGB : zyr::PixelLayout::Grey8, image->raw);
+                                           info.colour ? zyr::PixelLayout::RGB : zyr::PixelLayout::Grey8,
+                                           image->raw);
     }
     if (result != ZYR_OK) {
         error = LibraryError(result);

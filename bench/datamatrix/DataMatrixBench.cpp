@@ -191,8 +191,9 @@ int main(int argc, char** argv) {
     }
     std::printf("Data Matrix readers on %zu images of %s (load average %.2f %.2f %.2f)\n", inputs.size(),
                 folder.c_str(), load[0], load[1], load[2]);
-    std::printf("  (plug-ins: the decode call, in this process, image already loaded; dmtxread: whole process%s)\n",
-                limit.empty() ? "" : (", " + limit).c_str());
+    std::printf(
+        "  (plug-ins: the decode call, in this process, image already loaded; dmtxread: whole process%s)\n",
+        limit.empty() ? "" : (", " + limit).c_str());
     for (const Tally* t : {&plugin, &other, &tool})
         report(*t);
     ZyrReader_DestroyCachedData();

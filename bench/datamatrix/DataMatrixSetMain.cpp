@@ -76,7 +76,8 @@ void addClutter(Page& page, uint32_t seed, int glyphHeight) {
     const int pw = page.width / 4, ph = page.height / 4;
     for (int y = py; y < std::min(page.height, py + ph); ++y)
         for (int x = px; x < std::min(page.width, px + pw); ++x)
-            page.at(x, y) = uint8_t(std::clamp(90 + (x - px) * 80 / pw + (y - py) * 40 / ph + rng.range(-40, 40), 0, 255));
+            page.at(x, y) = uint8_t(
+                std::clamp(90 + (x - px) * 80 / pw + (y - py) * 40 / ph + rng.range(-40, 40), 0, 255));
 }
 
 void addNoise(Page& page, int amplitude, uint32_t seed) {

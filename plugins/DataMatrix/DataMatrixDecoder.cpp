@@ -83,7 +83,8 @@ void DataMatrixDecoder::decode(const ZyrImage& image, SymbolSink& sink) {
     std::vector<Area> found;
     int count = 0;
     // Full resolution, but only where the finder sees something like a symbol.
-    for (const Candidate& c : findSymbolCandidates(grey.data(), grey.width(), grey.height(), kMaxCandidates)) {
+    for (const Candidate& c :
+         findSymbolCandidates(grey.data(), grey.width(), grey.height(), kMaxCandidates)) {
         if (count >= maxSymbols_ || sink.stopped() || cpuMs() >= end)
             return;
         const int cx = (c.x0 + c.x1) / 2, cy = (c.y0 + c.y1) / 2;
@@ -97,8 +98,10 @@ void DataMatrixDecoder::decode(const ZyrImage& image, SymbolSink& sink) {
         // for a hundred. So the search gets time by the area's size, and more where the runs
         // look much like modules (print rarely has two dark runs per row and column).
         const double size = double(area.x1 - area.x0) * double(area.y1 - area.y0);
-        const double areaMs = std::min(30.0, std::clamp(2.0 + size / 2000.0, 3.0, 30.0) * (c.score >= 2.2 ? 3 : 1));
-        search(grey, area, 1, std::min(end, cpuMs() + areaMs), count + 1, sink, found, count); // a blob is one symbol
+        const double areaMs =
+            std::min(30.0, std::clamp(2.0 + size / 2000.0, 3.0, 30.0) * (c.score >= 2.2 ? 3 : 1));
+        search(grey, area, 1, std::min(end, cpuMs() + areaMs), count + 1, sink, found,
+               count); // a blob is one symbol
     }
     // What the finder may miss (a symbol touching print, faint modules): the whole image, briefly.
     if (count == 0 && wholeImageMs_ > 0 && !sink.stopped())
@@ -158,7 +161,8 @@ void DataMatrixDecoder::search(const GreyImage& grey, const Area& area, int shri
             continue; // met again in an overlapping area
         found.push_back(symbol);
         ++count;
-        if (!sink.emit(ZYR_SYM_DATAMATRIX, message->output, size_t(message->outputIdx), ZYR_ECI_NONE, corners))
+        if (!sink.emit(ZYR_SYM_DATAMATRIX, message->output, size_t(message->outputIdx), ZYR_ECI_NONE,
+                       corners))
             return;
     }
 }

@@ -5,13 +5,13 @@
 namespace kvdecode {
 namespace {
 
-constexpr int kBlock = 16;                    // pixels per side of a block whose mean is taken
-constexpr int kDarker = 18;                   // grey levels below the neighbourhood's mean that count as dark
-constexpr int kPrintRange = 100;              // darkest to lightest grey where print or a symbol is
-constexpr double kMaxDensityRatio = 2.2;      // dark runs per pixel across against down: 1 to 1.7 for Data
-                                              // Matrix, 3 and more for PDF417, over 2.3 for photographs
+constexpr int kBlock = 16;                   // pixels per side of a block whose mean is taken
+constexpr int kDarker = 18;                  // grey levels below the neighbourhood's mean that count as dark
+constexpr int kPrintRange = 100;             // darkest to lightest grey where print or a symbol is
+constexpr double kMaxDensityRatio = 2.2;     // dark runs per pixel across against down: 1 to 1.7 for Data
+                                             // Matrix, 3 and more for PDF417, over 2.3 for photographs
 constexpr int64_t kHalveAbove = 1300 * 1000; // larger images are looked at in half resolution
-constexpr int kMinSide = 8;                   // a 10x10 symbol with modules of 1.6 pixels (or 0.8 halved)
+constexpr int kMinSide = 8;                  // a 10x10 symbol with modules of 1.6 pixels (or 0.8 halved)
 
 struct Blob {
     int x0, y0, x1, y1;
@@ -84,8 +84,8 @@ std::vector<int> blockLimits(const uint8_t* img, int w, int h, int bw, int bh) {
     }
     for (int by = 0; by < bh; ++by)
         for (int bx = 0; bx < bw; ++bx)
-            count[size_t(by) * size_t(bw) + size_t(bx)] =
-                (std::min(h, (by + 1) * kBlock) - by * kBlock) * (std::min(w, (bx + 1) * kBlock) - bx * kBlock);
+            count[size_t(by) * size_t(bw) + size_t(bx)] = (std::min(h, (by + 1) * kBlock) - by * kBlock) *
+                                                          (std::min(w, (bx + 1) * kBlock) - bx * kBlock);
     std::vector<int> limit(sum.size());
     for (int by = 0; by < bh; ++by) {
         for (int bx = 0; bx < bw; ++bx) {
@@ -99,7 +99,8 @@ std::vector<int> blockLimits(const uint8_t* img, int w, int h, int bw, int bh) {
                     high = std::max<int>(high, lightest[size_t(dy) * size_t(bw) + size_t(dx)]);
                 }
             const int mean = int(s / n);
-            limit[size_t(by) * size_t(bw) + size_t(bx)] = high - low >= kPrintRange ? (low + high) / 2 : mean - kDarker;
+            limit[size_t(by) * size_t(bw) + size_t(bx)] =
+                high - low >= kPrintRange ? (low + high) / 2 : mean - kDarker;
         }
     }
     return limit;
@@ -164,7 +165,8 @@ std::vector<Candidate> findSymbolCandidates(const uint8_t* grey, int width, int 
             while (p < previous.size() && previous[p].x1 < run.x0)
                 ++p;
             for (size_t q = p; q < previous.size() && previous[q].x0 <= run.x1; ++q)
-                run.blob = run.blob < 0 ? blobs.root(previous[q].blob) : blobs.join(run.blob, previous[q].blob);
+                run.blob =
+                    run.blob < 0 ? blobs.root(previous[q].blob) : blobs.join(run.blob, previous[q].blob);
             if (run.blob < 0)
                 run.blob = blobs.make(run.x0, run.x1, y);
             blobs.add(blobs.root(run.blob), run, y);
@@ -190,7 +192,8 @@ std::vector<Candidate> findSymbolCandidates(const uint8_t* grey, int width, int 
         // way). Counted over every dark pixel in the box, so that a blob in pieces counts whole.
         int64_t rowRuns = 0, columnRuns = 0;
         const auto dark = [&](int x, int y) {
-            return img[size_t(y) * size_t(w) + size_t(x)] < limit[size_t(y / kBlock) * size_t(bw) + size_t(x / kBlock)];
+            return img[size_t(y) * size_t(w) + size_t(x)] <
+                   limit[size_t(y / kBlock) * size_t(bw) + size_t(x / kBlock)];
         };
         for (int y = b.y0; y < b.y1; ++y)
             for (int x = b.x0; x < b.x1; ++x)
@@ -199,10 +202,12 @@ std::vector<Candidate> findSymbolCandidates(const uint8_t* grey, int width, int 
             for (int y = b.y0; y < b.y1; ++y)
                 columnRuns += dark(x, y) && (y == b.y0 || !dark(x, y - 1));
         const double runsPerColumn = double(columnRuns) / double(bwid);
-        const double across = double(rowRuns) / double(bhei) / double(bwid), down = runsPerColumn / double(bhei);
+        const double across = double(rowRuns) / double(bhei) / double(bwid),
+                     down = runsPerColumn / double(bhei);
         if (runsPerColumn < 1.5 || std::max(across, down) > kMaxDensityRatio * std::min(across, down))
             continue;
-        found.push_back({b.x0 * scale, b.y0 * scale, std::min(width, b.x1 * scale), std::min(height, b.y1 * scale),
+        found.push_back({b.x0 * scale, b.y0 * scale, std::min(width, b.x1 * scale),
+                         std::min(height, b.y1 * scale),
                          std::min(double(rowRuns) / double(bhei), runsPerColumn)});
     }
     std::stable_sort(found.begin(), found.end(),

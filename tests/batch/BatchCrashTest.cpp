@@ -99,7 +99,8 @@ TEST_F(BatchCrashTest, OneSelectedPluginStartsOneHostPerJob) {
     for (const char* sample : {"qrcode-plain.png", "code128-plain.png", "ean8-plain.png", "aztec-plain.png"})
         CopySample(sample, std::string("images/") + sample, false);
     const RunResult run =
-        RunBatch({"-s", Path("reader.ini"), "-p", "ZXing", "-j", "2", "--no-progress", Path("images")}, m_dir.string());
+        RunBatch({"-s", Path("reader.ini"), "-p", "ZXing", "-j", "2", "--no-progress", Path("images")},
+                 m_dir.string());
     ASSERT_EQ(run.status, 0) << run.err;
     int decoding = 0, loading = 0, plugins = 0;
     for (const std::string& line : Lines(ReadFile(Path("Glyphor.log")))) {

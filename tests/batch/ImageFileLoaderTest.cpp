@@ -53,7 +53,8 @@ TEST(ImageFileLoader, GivesTheFilesPixelsGreyOrRgb) {
         EXPECT_EQ(image->Height, 2) << c.file;
         EXPECT_EQ(image->PixelFormat, c.format) << c.file;
         ASSERT_EQ(image->Stride, 3 * c.channels) << c.file;
-        EXPECT_EQ(std::vector<uint8_t>(image->Pixels, image->Pixels + 6 * c.channels), written.pixels) << c.file;
+        EXPECT_EQ(std::vector<uint8_t>(image->Pixels, image->Pixels + 6 * c.channels), written.pixels)
+            << c.file;
         std::remove(path.c_str());
     }
 }

@@ -94,7 +94,8 @@ TEST_P(PluginContract, FindsNothingOnImagesTooSmallForASymbol) {
                 pixels[i] = uint8_t(i * 97 % 251);
             const ZyrImage image{width, height, stride, format, pixels.data()};
             std::vector<SeenSymbol> seen;
-            EXPECT_EQ(decode(handle_, &image, seen), ZYR_OK) << width << "x" << height << " format " << format;
+            EXPECT_EQ(decode(handle_, &image, seen), ZYR_OK)
+                << width << "x" << height << " format " << format;
             EXPECT_TRUE(seen.empty()) << width << "x" << height;
         }
     }

@@ -69,7 +69,8 @@ void RowConverter::convert(PixelLayout from, const uint8_t* source, PixelLayout 
         return;
     }
     // BMP rows to RGB and back: a swap, the one conversion every 24-bit BMP takes.
-    if ((from == PixelLayout::BGR && to == PixelLayout::RGB) || (from == PixelLayout::RGB && to == PixelLayout::BGR)) {
+    if ((from == PixelLayout::BGR && to == PixelLayout::RGB) ||
+        (from == PixelLayout::RGB && to == PixelLayout::BGR)) {
         for (int32_t x = 0; x < width; ++x, source += 3, target += 3) {
             const uint8_t first = source[0];
             target[1] = source[1];

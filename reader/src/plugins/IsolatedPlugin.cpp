@@ -35,8 +35,8 @@ public:
             struct stat info {};
             if (stat(path.c_str(), &info) != 0)
                 return ""; // nothing to recognise it by: not kept
-            key += '\n' + path + '\n' + std::to_string(info.st_dev) + ':' + std::to_string(info.st_ino) + ':' +
-                   std::to_string(info.st_size) + ':' + std::to_string(info.st_mtim.tv_sec) + '.' +
+            key += '\n' + path + '\n' + std::to_string(info.st_dev) + ':' + std::to_string(info.st_ino) +
+                   ':' + std::to_string(info.st_size) + ':' + std::to_string(info.st_mtim.tv_sec) + '.' +
                    std::to_string(info.st_mtim.tv_nsec);
         }
         return key;
@@ -128,8 +128,9 @@ int32_t IsolatedPlugin::startHost(std::string& reason, bool toDecode) {
         return reply.code;
     }
     opened_ = std::move(reply);
-    Log::write(ZYR_LOG_PLUGINS, LogDetail, toDecode ? "plug-in %s runs in host process %d"
-                                                    : "plug-in %s opened in host process %d to load it",
+    Log::write(ZYR_LOG_PLUGINS, LogDetail,
+               toDecode ? "plug-in %s runs in host process %d"
+                        : "plug-in %s opened in host process %d to load it",
                request_.pluginPath.c_str(), int(host_->pid()));
     return ZYR_OK;
 }
