@@ -1,6 +1,6 @@
 #include "ImageFileLoader.h"
 
-#include "BmpImage.h"
+#include "imagecodec/ImageDecoder.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -43,6 +43,12 @@ std::string LibraryError(int32_t code) {
     return text.empty() ? "error " + std::to_string(code) : text;
 }
 
+// The decoded pixels and the view of them the plug-ins get.
+struct LoadedImage {
+    zyr::RawImage raw;
+    ZyrImage view{};
+};
+
 } // namespace
 
 std::shared_ptr<const ZyrImage> ImageFileLoader::Load(const std::string& path, std::string& error) {
@@ -54,23 +60,20 @@ std::shared_ptr<const ZyrImage> ImageFileLoader::Load(const std::string& path, s
         error = "empty file";
         return nullptr;
     }
-    const uint32_t encodedLength = static_cast<uint32_t>(encoded.size());
-    uint32_t size = 0;
-    int32_t result =
-        ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, encoded.data(), encodedLength, nullptr, &size);
+    zyr::ImageInfo info;
+    int32_t result = zyr::ImageDecoder::readInfo(encoded.data(), encoded.size(), info);
+    auto image = std::make_shared<LoadedImage>();
+    if (result == ZYR_OK) {
+        result = zyr::ImageDecoder::decode(encoded.data(), encoded.size(),
+                                           info.colour ? zyr::PixelLayout::RGB : zyr::PixelLayout::Grey8,
+                                           image->raw);
+    }
     if (result != ZYR_OK) {
         error = LibraryError(result);
         return nullptr;
     }
-    std::vector<uint8_t> bmp(size);
-    result = ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, encoded.data(), encodedLength, bmp.data(), &size);
-    if (result != ZYR_OK) {
-        error = LibraryError(result);
-        return nullptr;
-    }
-    auto image = std::make_shared<BmpImage>();
-    if (!image->Decode(bmp.data(), size, error)) {
-        return nullptr;
-    }
-    return std::shared_ptr<const ZyrImage>(image, &image->View());
+    zyr::RawImage& raw = image->raw;
+    image->view = ZyrImage{raw.width, raw.height, raw.stride, info.colour ? ZYR_PIXEL_RGB24 : ZYR_PIXEL_GREY8,
+                           raw.pixels.data()};
+    return std::shared_ptr<const ZyrImage>(image, &image->view);
 }

@@ -1,5 +1,6 @@
-// Opens an image file the way the window does: the reader library turns PNG, JPEG or BMP bytes
-// into BMP bytes, which are then read into pixels.
+// Opens an image file for decoding: PNG, JPEG or BMP bytes decoded by the reader library's own
+// codec straight into the pixels the plug-ins get (grey for grey files, else RGB; transparency
+// over white), the same pixels as the library's conversion to BMP read back, without the BMP.
 #pragma once
 
 #include "ZyrReaderLowLevelAPI.h"

@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
   build-essential cmake ninja-build pkg-config
   qt6-base-dev qt6-base-dev-tools libgl-dev
-  libzxing-dev zxing-cpp-tools libzbar-dev libdmtx-dev
+  libzxing-dev zxing-cpp-tools libzbar-dev libdmtx-dev dmtx-utils
   libjpeg62-turbo-dev libpng-dev
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   clang libclang-rt-dev

@@ -1,5 +1,5 @@
-// Where glyphor-batch spends its time per image: loading (the reader library's conversion to BMP
-// and reading its pixels) against the whole session path (load and the ZXing plug-in's decode).
+// Where glyphor-batch spends its time per image: loading (the reader library's codec decoding the
+// file into pixels) against the whole session path (load and the ZXing plug-in's decode).
 #include "BatchReaderStart.h"
 #include "DecodeLane.h"
 #include "ImageFileLoader.h"

@@ -68,7 +68,7 @@ echo "(cores: $(nproc), load average: $(cut -d' ' -f1-3 /proc/loadavg))"
 echo "$bestz $best1 $best2" | awk -v n="$count" -v rz="$read_zxing" -v ra="$read_batch" -v u="${#images[@]}" '{
   z = $1; a = $3; b = $5
   printf "  %-32s %7.2f s wall %7.1f images/s  (%.1f images per CPU second)\n", "ZXingReader -noscale", z, n / z, n / $2
-  printf "  %-32s %7.2f s wall %7.1f images/s  (%.1f images per CPU second)  %.2f x ZXingReader\n", "glyphor-batch -p ZXing", a, n / a, n / $4, z / a
+  printf "  %-32s %7.2f s wall %7.1f images/s  (%.1f images per CPU second)  %.2f x ZXingReader (CPU: %.2f x)\n", "glyphor-batch -p ZXing", a, n / a, n / $4, z / a, $2 / $4
   printf "  %-32s %7.2f s wall %7.1f images/s  (%.1f images per CPU second)  %.2f x ZXingReader, %.2f x one job\n", "glyphor-batch -p ZXing --jobs 2", b, n / b, n / $6, z / b, a / b
   printf "  images read: glyphor-batch %d of %d, ZXingReader %d of %d\n", ra, u, rz, u
 }'

@@ -92,5 +92,30 @@ TEST_F(BatchCrashTest, CrashedAndTimedOutDecodesAreNamedInEveryFormat) {
     }
 }
 
+// Every job loads every plug-in, but only a plug-in that decodes keeps a host: one per job for
+// the one selected, and each plug-in is opened once to load it however many jobs there are.
+TEST_F(BatchCrashTest, OneSelectedPluginStartsOneHostPerJob) {
+    WriteFile(WriteSettings(), ReadFile(Path("reader.ini")) + "[Logging]\nLevel=3\nMask=0x02\n");
+    for (const char* sample : {"qrcode-plain.png", "code128-plain.png", "ean8-plain.png", "aztec-plain.png"})
+        CopySample(sample, std::string("images/") + sample, false);
+    const RunResult run =
+        RunBatch({"-s", Path("reader.ini"), "-p", "ZXing", "-j", "2", "--no-progress", Path("images")},
+                 m_dir.string());
+    ASSERT_EQ(run.status, 0) << run.err;
+    int decoding = 0, loading = 0, plugins = 0;
+    for (const std::string& line : Lines(ReadFile(Path("Glyphor.log")))) {
+        if (line.find("runs in host process") != std::string::npos) {
+            ++decoding;
+            EXPECT_NE(line.find("KVDECODE_ZXing.so"), std::string::npos) << line;
+        }
+        loading += line.find("to load it") != std::string::npos;
+    }
+    for (const fs::directory_entry& entry : fs::directory_iterator(PluginDir()))
+        plugins += entry.path().extension() == ".so";
+    EXPECT_GE(decoding, 1);
+    EXPECT_LE(decoding, 2);
+    EXPECT_EQ(loading, plugins);
+}
+
 } // namespace
 } // namespace batchtest

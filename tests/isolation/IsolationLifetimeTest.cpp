@@ -25,12 +25,28 @@ protected:
     void TearDown() override { ZyrReader_DestroyCachedData(); }
 };
 
-TEST_F(IsolationLifetime, ClosingThePluginsEndsAndReapsEveryHost) {
-    load(faultyPlugin(), faultySettings());
-    load(pluginPath("ZXing"), settingsPath("ZXing"));
+// Loading starts no lasting host (a batch job loads every plug-in and may use one); a plug-in's
+// host starts with its first decode and stays for the next.
+TEST_F(IsolationLifetime, HostsStartWithTheFirstDecodeAndCloseWithThePlugins) {
+    const uint64_t faulty = load(faultyPlugin(), faultySettings());
+    const uint64_t again = load(faultyPlugin(), faultySettings());
+    const uint64_t zxing = load(pluginPath("ZXing"), settingsPath("ZXing"));
     load(pluginPath("Pdf417"), settingsPath("Pdf417"));
+    EXPECT_TRUE(hostChildren(getpid()).empty());
+    const TestImage image(30, 30, ZYR_PIXEL_GREY8, None, 1);
+    struct Step {
+        uint64_t handle;
+        size_t hosts; // running after the decode
+    };
+    for (const Step& step : {Step{faulty, 1}, Step{faulty, 1}, Step{again, 2}, Step{zxing, 3}}) {
+        EXPECT_EQ(decode(step.handle, image.image()).result, ZYR_OK);
+        EXPECT_EQ(hostChildren(getpid()).size(), step.hosts);
+    }
+    // What the plug-in answered at load is still there once its host runs.
+    char names[64] = {};
+    EXPECT_EQ(ZyrReader_ImagePluginGetRequiredImages(zxing, "", names, sizeof names), ZYR_OK);
+    EXPECT_STREQ(names, "VISIBLE_DOC");
     const std::vector<pid_t> hosts = hostChildren(getpid());
-    ASSERT_EQ(hosts.size(), 3u);
     ZyrReader_DestroyCachedData();
     EXPECT_TRUE(hostChildren(getpid()).empty());
     for (pid_t host : hosts)

@@ -84,6 +84,23 @@ TEST_P(PluginContract, FindsNothingOnAnImageWithoutSymbols) {
     EXPECT_TRUE(decodeSample(handle_, "no-symbol").empty());
 }
 
+TEST_P(PluginContract, FindsNothingOnImagesTooSmallForASymbol) {
+    // Blank or noisy, grey or colour: sizes some decoder libraries assert on.
+    for (const auto& [width, height] : {std::pair{1, 1}, {2, 2}, {3, 17}, {17, 3}, {11, 11}, {16, 16}}) {
+        for (const int32_t format : {ZYR_PIXEL_GREY8, ZYR_PIXEL_RGB24}) {
+            const int32_t stride = width * (format == ZYR_PIXEL_GREY8 ? 1 : 3);
+            std::vector<uint8_t> pixels(size_t(stride) * size_t(height));
+            for (size_t i = 0; i < pixels.size(); ++i)
+                pixels[i] = uint8_t(i * 97 % 251);
+            const ZyrImage image{width, height, stride, format, pixels.data()};
+            std::vector<SeenSymbol> seen;
+            EXPECT_EQ(decode(handle_, &image, seen), ZYR_OK)
+                << width << "x" << height << " format " << format;
+            EXPECT_TRUE(seen.empty()) << width << "x" << height;
+        }
+    }
+}
+
 TEST_P(PluginContract, HandsOverBothSymbolsOfATwoSymbolImageInOrder) {
     std::vector<SeenSymbol> seen = decodeSample(handle_, GetParam().twoSample);
     ASSERT_EQ(seen.size(), 2u);

@@ -70,6 +70,10 @@ const FormatCase kCases[] = {
     {"QRCode", "sjis-qrcode", ZYR_SYM_QRCODE, ZYR_DATA_ECI_BYTES, ZYR_ECI_SHIFT_JIS},
     // libdmtx
     {"DataMatrix", "datamatrix-rotated", ZYR_SYM_DATAMATRIX, ZYR_DATA_ASCII, 0},
+    {"DataMatrix", "datamatrix-upside-down", ZYR_SYM_DATAMATRIX, ZYR_DATA_ASCII, 0},
+    {"DataMatrix", "datamatrix-noisy", ZYR_SYM_DATAMATRIX, ZYR_DATA_ASCII, 0},
+    {"DataMatrix", "datamatrix-low-contrast", ZYR_SYM_DATAMATRIX, ZYR_DATA_ASCII, 0},
+    {"DataMatrix", "datamatrix-document", ZYR_SYM_DATAMATRIX, ZYR_DATA_ASCII, 0},
     {"DataMatrix", "datamatrix-scaled", ZYR_SYM_DATAMATRIX, ZYR_DATA_ASCII, 0},
     {"DataMatrix", "binary-datamatrix", ZYR_SYM_DATAMATRIX, ZYR_DATA_BINARY, 0},
     // ZBar

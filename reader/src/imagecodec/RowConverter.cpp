@@ -68,6 +68,17 @@ void RowConverter::convert(PixelLayout from, const uint8_t* source, PixelLayout 
         std::memmove(target, source, static_cast<size_t>(width) * inBytes);
         return;
     }
+    // BMP rows to RGB and back: a swap, the one conversion every 24-bit BMP takes.
+    if ((from == PixelLayout::BGR && to == PixelLayout::RGB) ||
+        (from == PixelLayout::RGB && to == PixelLayout::BGR)) {
+        for (int32_t x = 0; x < width; ++x, source += 3, target += 3) {
+            const uint8_t first = source[0];
+            target[1] = source[1];
+            target[0] = source[2];
+            target[2] = first;
+        }
+        return;
+    }
     const bool grey = from == PixelLayout::Grey8 || from == PixelLayout::GreyAlpha;
     for (int32_t x = 0; x < width; ++x)
         store(to, grey, load(from, source + x * inBytes), target + x * outBytes);

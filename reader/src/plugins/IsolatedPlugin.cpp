@@ -3,6 +3,11 @@
 #include "core/DefaultFolders.h"
 #include "core/Log.h"
 
+#include <sys/stat.h>
+
+#include <map>
+#include <mutex>
+
 #ifndef ZYR_PLUGIN_HOST_NAME
 #define ZYR_PLUGIN_HOST_NAME "zyrreader-pluginhost"
 #endif
@@ -13,6 +18,52 @@ namespace {
 bool knownResult(int32_t code) {
     return code >= ZYR_OK && code <= ZYR_ERR_ALREADY_INITIALISED;
 }
+
+// What a plug-in answered at open, by what it was opened from, so that loading it again (each
+// batch job loads every plug-in) needs no host. The files' identity and change time are part of
+// the key: an edited settings file is opened afresh.
+class OpenReplies {
+public:
+    static OpenReplies& instance() {
+        static OpenReplies replies;
+        return replies;
+    }
+
+    static std::string keyOf(const OpenRequest& request) {
+        std::string key = std::to_string(request.cameraDevice);
+        for (const std::string& path : {request.pluginPath, request.settingsPath}) {
+            struct stat info {};
+            if (stat(path.c_str(), &info) != 0)
+                return ""; // nothing to recognise it by: not kept
+            key += '\n' + path + '\n' + std::to_string(info.st_dev) + ':' + std::to_string(info.st_ino) +
+                   ':' + std::to_string(info.st_size) + ':' + std::to_string(info.st_mtim.tv_sec) + '.' +
+                   std::to_string(info.st_mtim.tv_nsec);
+        }
+        return key;
+    }
+
+    bool find(const std::string& key, OpenReply& reply) {
+        std::lock_guard<std::mutex> lock(mutex_);
+        auto it = replies_.find(key);
+        if (key.empty() || it == replies_.end())
+            return false;
+        reply = it->second;
+        return true;
+    }
+    void keep(const std::string& key, const OpenReply& reply) {
+        std::lock_guard<std::mutex> lock(mutex_);
+        if (!key.empty())
+            replies_[key] = reply;
+    }
+    void clear() {
+        std::lock_guard<std::mutex> lock(mutex_);
+        replies_.clear();
+    }
+
+private:
+    std::mutex mutex_;
+    std::map<std::string, OpenReply> replies_;
+};
 
 } // namespace
 
@@ -31,18 +82,30 @@ int32_t IsolatedPlugin::open(const std::string& executable, const char* pluginPa
         reason = "path too long";
         return ZYR_ERR_BAD_ARGUMENT;
     }
+    const std::string key = OpenReplies::keyOf(request);
     std::unique_ptr<IsolatedPlugin> isolated(new IsolatedPlugin(executable, std::move(request), timeLimit));
     if (!isolated->images_.create(reason))
         return ZYR_ERR_PLUGIN_LOAD;
-    const int32_t result = isolated->startHost(reason);
-    if (result == ZYR_OK)
-        plugin = std::move(isolated);
-    return result;
+    if (!OpenReplies::instance().find(key, isolated->opened_)) {
+        // A host that only opens the plug-in, for its answers and load errors; the host that
+        // decodes starts with the first decode, so plug-ins loaded but never used cost no process.
+        const int32_t result = isolated->startHost(reason, false);
+        if (result != ZYR_OK)
+            return result;
+        isolated->host_.reset();
+        OpenReplies::instance().keep(key, isolated->opened_);
+    }
+    plugin = std::move(isolated);
+    return ZYR_OK;
+}
+
+void IsolatedPlugin::forgetOpenReplies() {
+    OpenReplies::instance().clear();
 }
 
 IsolatedPlugin::~IsolatedPlugin() = default; // the host closes the plug-in on the socket's end
 
-int32_t IsolatedPlugin::startHost(std::string& reason) {
+int32_t IsolatedPlugin::startHost(std::string& reason, bool toDecode) {
     if (!HostProcess::start(executable_, host_, reason))
         return ZYR_ERR_PLUGIN_LOAD;
     const auto deadline = FrameChannel::Clock::now() + timeLimit_;
@@ -65,8 +128,10 @@ int32_t IsolatedPlugin::startHost(std::string& reason) {
         return reply.code;
     }
     opened_ = std::move(reply);
-    Log::write(ZYR_LOG_PLUGINS, LogDetail, "plug-in %s runs in host process %d", request_.pluginPath.c_str(),
-               int(host_->pid()));
+    Log::write(ZYR_LOG_PLUGINS, LogDetail,
+               toDecode ? "plug-in %s runs in host process %d"
+                        : "plug-in %s opened in host process %d to load it",
+               request_.pluginPath.c_str(), int(host_->pid()));
     return ZYR_OK;
 }
 
@@ -118,7 +183,7 @@ int32_t IsolatedPlugin::decode(const ZyrImage& image, const char* imageName,
         host_.reset();
     }
     if (!host_) {
-        const int32_t started = startHost(reason);
+        const int32_t started = startHost(reason, true);
         if (started != ZYR_OK) {
             Log::write(ZYR_LOG_PLUGINS, LogError, "plug-in %s: no new host: %s", request_.pluginPath.c_str(),
                        reason.c_str());

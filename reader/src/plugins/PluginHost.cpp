@@ -81,6 +81,7 @@ void PluginHost::closeAll() {
         std::lock_guard<std::mutex> lock(mutex_);
         closing.swap(plugins_);
     }
+    IsolatedPlugin::forgetOpenReplies();
     for (auto& [handle, entry] : closing)
         Log::write(ZYR_LOG_PLUGINS, LogInfo, "plug-in %s (handle %llu) closed", entry->path.c_str(),
                    static_cast<unsigned long long>(handle));
