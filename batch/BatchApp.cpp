@@ -8,9 +8,11 @@
 #include "ExpectationSummary.h"
 #include "ImageInputs.h"
 #include "JsonWriter.h"
+#include "MergeCommand.h"
 #include "ProgressLine.h"
 #include "ReaderSession.h"
 #include "ResultFileWriter.h"
+#include "RunReview.h"
 #include "SessionPaths.h"
 #include "TableWriter.h"
 
@@ -74,7 +76,7 @@ DecodeStatistics::Values TotalStatistics(const std::vector<std::unique_ptr<Decod
 
 // Everything between the reader's start and its shut-down; the lanes end before the library.
 int RunSession(const BatchOptions& options, const std::vector<ImageInput>& inputs, bool inputFailed,
-               std::ostream& out, std::ostream& err, BatchApp::Terminals terminals) {
+               const RunReview& review, std::ostream& out, std::ostream& err, BatchApp::Terminals terminals) {
     std::vector<std::unique_ptr<DecodeLane>> lanes;
     lanes.push_back(std::make_unique<DecodeLane>());
     DecodeLane& first = *lanes.front();
@@ -111,6 +113,7 @@ int RunSession(const BatchOptions& options, const std::vector<ImageInput>& input
     }
 
     std::unique_ptr<ResultWriter> writer = MakeWriter(options, inputs, first.SelectedNames(), out, err);
+    std::vector<RunRow> runRows;
     std::unique_ptr<ResultFileWriter> files;
     if (!options.outputFolder.empty()) {
         files = std::make_unique<ResultFileWriter>(options.outputFolder);
@@ -152,6 +155,9 @@ int RunSession(const BatchOptions& options, const std::vector<ImageInput>& input
                 summary.Add(row.row.pluginName, *verdict);
             }
             writer->Row(outcome.input, row, verdict);
+            if (review.Wanted()) {
+                runRows.push_back(RunReview::MakeRow(outcome.input, row));
+            }
             if (files) {
                 for (const std::string& error : files->Write(outcome.input, row)) {
                     progress.Clear();
@@ -163,7 +169,34 @@ int RunSession(const BatchOptions& options, const std::vector<ImageInput>& input
         progress.Update(++done, outcome.input.display);
     });
     progress.Clear();
+    const std::optional<Baseline::Comparison> comparison = review.Compare(runRows);
+    if (auto* json = dynamic_cast<JsonWriter*>(writer.get())) {
+        if (options.shard.Active()) {
+            json->AddSection("shard", "{\"index\": " + std::to_string(options.shard.index) +
+                                          ", \"count\": " + std::to_string(options.shard.count) + "}");
+        }
+        if (comparison) {
+            json->AddSection("baseline", Baseline::Json(*comparison));
+        }
+    }
     writer->End(TotalStatistics(lanes), options.expect ? &summary : nullptr);
+    if (comparison && options.format != OutputFormat::Json) {
+        // Beside the statistics: after the table, on standard error with CSV.
+        std::ostream& to = options.format == OutputFormat::Table ? out : err;
+        to << '\n';
+        for (const std::string& line : Baseline::TextLines(*comparison)) {
+            to << line << '\n';
+        }
+        to.flush();
+    }
+    std::string error;
+    if (!review.WriteReport(runRows, comparison ? &*comparison : nullptr, error)) {
+        err << BatchApp::kPrefix << error << '\n';
+        failed = true;
+    }
+    if (comparison && comparison->Regressed()) {
+        return RunReview::kExitRegressed;
+    }
     return failed ? BatchApp::kExitUnreadable : BatchApp::kExitOk;
 }
 
@@ -171,6 +204,9 @@ int RunSession(const BatchOptions& options, const std::vector<ImageInput>& input
 
 int BatchApp::Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& err,
                   Terminals terminals) {
+    if (!args.empty() && args.front() == "merge") {
+        return MergeCommand::Run(std::vector<std::string>(args.begin() + 1, args.end()), out, err);
+    }
     BatchOptions options;
     std::string error;
     switch (BatchOptions::Parse(args, options, error)) {
@@ -183,14 +219,28 @@ int BatchApp::Run(const std::vector<std::string>& args, std::ostream& out, std::
     case BatchOptions::ParseOutcome::Run:
         break;
     }
+    RunReview review;
+    if (!review.Open(options.baseline, "", error)) {
+        err << kPrefix << error << '\n';
+        return kExitUsage;
+    }
     std::vector<std::string> inputErrors;
-    const std::vector<ImageInput> inputs = ImageInputs::Expand(options.inputs, inputErrors);
+    std::vector<ImageInput> inputs = ImageInputs::Expand(options.inputs, inputErrors);
     for (const std::string& inputError : inputErrors) {
         err << kPrefix << inputError << '\n';
     }
+    std::vector<std::string> relatives;
+    for (const ImageInput& input : inputs) {
+        relatives.push_back(input.outputName);
+    }
+    if (!review.CheckInputs(relatives, error)) {
+        err << kPrefix << error << '\n';
+        return kExitUsage;
+    }
+    inputs = options.shard.Select(inputs);
     int status = kExitUsage;
     if (BatchReaderStart::Start(options.settingsFile, &ReportLibraryMessage, error)) {
-        status = RunSession(options, inputs, !inputErrors.empty(), out, err, terminals);
+        status = RunSession(options, inputs, !inputErrors.empty(), review, out, err, terminals);
     } else {
         err << kPrefix << error << '\n';
     }

@@ -5,7 +5,7 @@
 
 namespace {
 
-enum class Key { Settings, Plugins, Format, OutputDir, Expect, Jobs, Progress, NoProgress, Help };
+enum class Key { Settings, Plugins, Format, OutputDir, Expect, Jobs, Progress, NoProgress, Baseline, Shard, Help };
 
 struct OptionSpec {
     const char* shortName; // null: none
@@ -23,6 +23,8 @@ const OptionSpec kOptions[] = {
     {"-j", "--jobs", Key::Jobs, true},
     {nullptr, "--progress", Key::Progress, false},
     {nullptr, "--no-progress", Key::NoProgress, false},
+    {nullptr, "--baseline", Key::Baseline, true},
+    {nullptr, "--shard", Key::Shard, true},
     {"-h", "--help", Key::Help, false},
 };
 
@@ -110,6 +112,19 @@ bool Apply(const OptionSpec& spec, const std::string& value, BatchOptions& optio
         return true;
     case Key::NoProgress:
         options.progress = ProgressMode::Off;
+        return true;
+    case Key::Baseline:
+        if (value.empty()) {
+            error = "option '--baseline' needs a file name";
+            return false;
+        }
+        options.baseline = value;
+        return true;
+    case Key::Shard:
+        if (!ShardSpec::Parse(value, options.shard)) {
+            error = "option '--shard' needs K/N with 1 <= K <= N, not '" + value + "'";
+            return false;
+        }
         return true;
     case Key::Help:
         return true;
@@ -201,6 +216,12 @@ Options:
                         the input order
       --progress        show a progress line on standard error
       --no-progress     never show it (default: shown on a terminal when a run takes a while)
+      --baseline RUN    compare with RUN, an earlier --format json run of the same files,
+                        matched by path relative to the inputs: per image and plug-in what is
+                        newly read, lost or reads other bytes, and the time change, then a
+                        summary per plug-in (after the statistics; in JSON as "baseline")
+      --shard K/N       decode only the K-th of N parts of the images (split by a hash of each
+                        path relative to its input); "glyphor-batch merge" joins the JSON runs
   -h, --help            show this help and exit
 
 Output: the table and its statistics go to standard output. With csv, standard output holds
@@ -210,6 +231,9 @@ summary go to standard error; json writes one document with "rows", "statistics"
 
 Exit status: 0 when every input was read, 1 when an image or folder could not be read or a
 result file could not be written, 2 for a usage or set-up error (bad option, unknown plug-in,
-unreadable settings file, no plug-ins).
+unreadable settings file, no plug-ins, a baseline that is not a JSON run of these files), 3 when
+something the baseline read is lost or reads other bytes.
+
+       glyphor-batch merge [-o FILE] [--baseline RUN] RUN.json...   (see merge --help)
 )";
 }

@@ -1,6 +1,8 @@
 // The command line of glyphor-batch and its help text.
 #pragma once
 
+#include "ShardSpec.h"
+
 #include <string>
 #include <vector>
 
@@ -18,6 +20,8 @@ struct BatchOptions {
     bool expect = false;      // compare with the .txt file beside each image
     int jobs = 1;             // images decoded at the same time
     ProgressMode progress = ProgressMode::Auto;
+    std::string baseline; // an earlier JSON run to compare with; empty: none
+    ShardSpec shard;      // the part of the inputs to decode; inactive: all
 
     // Fills options from the arguments (without the program name). On Error, error holds one
     // line without the program name.

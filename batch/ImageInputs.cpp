@@ -78,5 +78,8 @@ std::vector<ImageInput> ImageInputs::Expand(const std::vector<std::string>& path
             inputs.push_back(ImageInput{path, path, fs::path(path).filename().string()});
         }
     }
+    for (size_t i = 0; i < inputs.size(); ++i) {
+        inputs[i].index = i;
+    }
     return inputs;
 }

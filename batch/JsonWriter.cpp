@@ -1,11 +1,11 @@
 #include "JsonWriter.h"
 
 #include "DecodeStatus.h"
+#include "JsonText.h"
 #include "SymbologyNames.h"
 #include "TextEncoding.h"
 
 #include <chrono>
-#include <cstdio>
 
 namespace {
 
@@ -16,20 +16,8 @@ std::string TextOrNull(const std::optional<std::string>& text) {
     return text ? Utf8(*text) : "null";
 }
 
-// Milliseconds with the fractions a duration has, as a JSON number ("12.345678").
-std::string Number(double value) {
-    char text[48];
-    std::snprintf(text, sizeof text, "%.6f", value);
-    std::string number = text;
-    number.erase(number.find_last_not_of('0') + 1);
-    if (number.back() == '.') {
-        number.pop_back();
-    }
-    return number;
-}
-
 std::string Milliseconds(std::chrono::nanoseconds time) {
-    return Number(std::chrono::duration<double, std::milli>(time).count());
+    return JsonNumber(std::chrono::duration<double, std::milli>(time).count());
 }
 
 } // namespace
@@ -45,6 +33,7 @@ void JsonWriter::Row(const ImageInput& input, const BatchRow& row, std::optional
     const std::vector<DecodedSymbol>& symbols = outcome.symbols;
     const bool any = !symbols.empty();
     m_out << "    {\"file\": " << Utf8(input.display) << ", \"path\": " << Utf8(input.path)
+          << ", \"relative\": " << Utf8(input.outputName) << ", \"index\": " << input.index
           << ", \"plugin\": " << Utf8(row.row.pluginName)
           << ", \"imgProcess\": " << Milliseconds(outcome.imageProcess) << ", \"time\": " << Milliseconds(outcome.decode)
           << ", \"results\": " << Utf8(DecodeStatus::ResultsUtf8(row.row))
@@ -76,9 +65,9 @@ void JsonWriter::Row(const ImageInput& input, const BatchRow& row, std::optional
 
 void JsonWriter::End(const DecodeStatistics::Values& statistics, const ExpectationSummary* summary) {
     m_out << (m_first ? "]" : "\n  ]")
-          << ",\n  \"statistics\": {\"averageTime\": " << Number(statistics.averageTimeMs)
+          << ",\n  \"statistics\": {\"averageTime\": " << JsonNumber(statistics.averageTimeMs)
           << ", \"imageCount\": " << statistics.imageCount << ", \"symbolsCount\": " << statistics.symbolsCount
-          << ", \"averageImageProcessTime\": " << Number(statistics.averageImageProcessMs) << "}";
+          << ", \"averageImageProcessTime\": " << JsonNumber(statistics.averageImageProcessMs) << "}";
     if (summary) {
         m_out << ",\n  \"expectations\": [";
         bool first = true;
@@ -89,6 +78,9 @@ void JsonWriter::End(const DecodeStatistics::Values& statistics, const Expectati
             first = false;
         }
         m_out << (first ? "]" : "\n  ]");
+    }
+    for (const auto& section : m_sections) {
+        m_out << ",\n  " << Utf8(section.first) << ": " << section.second;
     }
     m_out << "\n}\n";
     m_out.flush();

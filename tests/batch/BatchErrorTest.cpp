@@ -13,6 +13,8 @@ TEST_F(BatchErrorTest, EachFailureIsOneLineWithItsExitStatus) {
     WriteFile(Path("blocker"), "a file where a folder should be");
     const std::string settings = WriteSettings();
     const std::string missingFolder = Path("no-such-folder");
+    WriteFile(Path("broken.json"), "{\"rows\": [\n{\"file\": ");
+    WriteFile(Path("other.json"), "{\"rows\": [{\"file\": \"x.png\", \"plugin\": \"ZXing\"}]}");
     const std::string noPlugins = Path("empty-plugins");
     std::filesystem::create_directories(noPlugins);
     struct Case {
@@ -68,6 +70,28 @@ TEST_F(BatchErrorTest, EachFailureIsOneLineWithItsExitStatus) {
          {"--jobs", "0", Path("good.png")},
          2,
          "glyphor-batch: option '--jobs' needs a whole number from 1 to 64, not '0'",
+         false},
+        {"broken baseline",
+         {"-s", settings, "--baseline", Path("broken.json"), Path("good.png")},
+         2,
+         "glyphor-batch: baseline " + Path("broken.json") +
+             ": not a JSON document (line 2: unexpected end of the document)",
+         false},
+        {"baseline of other files",
+         {"-s", settings, "--baseline", Path("other.json"), Path("good.png")},
+         2,
+         "glyphor-batch: baseline '" + Path("other.json") + "' is a run of other files (none of these images is in it)",
+         false},
+        {"merge of a broken run",
+         {"merge", Path("other.json"), Path("broken.json")},
+         2,
+         "glyphor-batch: " + Path("broken.json") + ": not a JSON document (line 2: unexpected end of the document)",
+         false},
+        {"merge of overlapping runs",
+         {"merge", Path("other.json"), Path("other.json")},
+         2,
+         "glyphor-batch: overlapping files: 'x.png' (ZXing) is in both " + Path("other.json") + " and " +
+             Path("other.json"),
          false},
         {"nothing to read",
          {"-p", "ZXing"},

@@ -96,6 +96,11 @@ TEST(BatchOptions, RefusedCommandLines) {
         {{"--settings=", "x"}, "option '--settings' needs a file name"},
         {{"--output-dir", "", "x"}, "option '--output-dir' needs a folder name"},
         {{"--expect=yes", "x"}, "option '--expect' takes no value"},
+        {{"--shard", "0/2", "x"}, "option '--shard' needs K/N with 1 <= K <= N, not '0/2'"},
+        {{"--shard", "3/2", "x"}, "option '--shard' needs K/N with 1 <= K <= N, not '3/2'"},
+        {{"--shard", "1/", "x"}, "option '--shard' needs K/N with 1 <= K <= N, not '1/'"},
+        {{"--shard", "-1/2", "x"}, "option '--shard' needs K/N with 1 <= K <= N, not '-1/2'"},
+        {{"--baseline=", "x"}, "option '--baseline' needs a file name"},
     };
     for (const Case& c : cases) {
         BatchOptions options;
@@ -112,7 +117,8 @@ TEST(BatchOptions, HelpWinsOverMissingPathsAndDocumentsEveryOption) {
     EXPECT_EQ(BatchOptions::Parse({"-p", "A", "-h"}, options, error), Outcome::Help);
     const std::string help = BatchOptions::HelpText();
     for (const char* option : {"--settings", "--plugins", "--format", "--output-dir", "--expect", "--jobs",
-                               "--progress", "--no-progress", "--help", "Exit status"}) {
+                               "--progress", "--no-progress", "--baseline", "--shard", "merge", "--help",
+                               "Exit status"}) {
         EXPECT_NE(help.find(option), std::string::npos) << option;
     }
 }

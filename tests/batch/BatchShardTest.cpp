@@ -1,0 +1,112 @@
+// Runs larger than one call: shards merged back into one run, and runs compared with a baseline.
+#include "BatchFixture.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <map>
+
+namespace batchtest {
+namespace {
+
+class BatchShardTest : public BatchFixture {};
+
+// Rows without their times, which differ from run to run.
+QJsonArray TimelessRows(const std::string& json) {
+    QJsonArray rows;
+    for (const QJsonValue& value :
+         QJsonDocument::fromJson(QByteArray(json.data(), int(json.size()))).object()["rows"].toArray()) {
+        QJsonObject row = value.toObject();
+        row.remove("time");
+        row.remove("imgProcess");
+        rows.append(row);
+    }
+    return rows;
+}
+
+TEST_F(BatchShardTest, ShardsMergedEqualOneRun) {
+    const std::vector<std::string> common = {
+        "-s", SamplePath("ZyrReader.ini"), "-p", "ZXing,QRCode", "-f", "json", SamplesDir()};
+    const RunResult whole = RunBatch(common);
+    ASSERT_EQ(whole.status, 0) << whole.err;
+    std::vector<std::string> merge = {"merge", "-o", Path("merged.json")};
+    size_t rows = 0;
+    for (int k = 1; k <= 3; ++k) {
+        std::vector<std::string> args = common;
+        args.insert(args.begin(), {"--shard", std::to_string(k) + "/3"});
+        const RunResult shard = RunBatch(args);
+        ASSERT_EQ(shard.status, 0) << shard.err;
+        rows += TimelessRows(shard.out).size();
+        WriteFile(Path("s" + std::to_string(k) + ".json"), shard.out);
+        merge.push_back(Path("s" + std::to_string(k) + ".json"));
+    }
+    const RunResult merged = RunBatch(merge);
+    ASSERT_EQ(merged.status, 0) << merged.err;
+    EXPECT_EQ(merged.out + merged.err, "");
+    const std::string json = ReadFile(Path("merged.json"));
+    const QJsonArray expected = TimelessRows(whole.out);
+    EXPECT_EQ(rows, size_t(expected.size()));
+    EXPECT_EQ(TimelessRows(json), expected);
+    const QJsonObject stats =
+        QJsonDocument::fromJson(QByteArray::fromStdString(json)).object()["statistics"].toObject();
+    const QJsonObject wholeStats =
+        QJsonDocument::fromJson(QByteArray::fromStdString(whole.out)).object()["statistics"].toObject();
+    EXPECT_EQ(stats["imageCount"], wholeStats["imageCount"]);
+    EXPECT_EQ(stats["symbolsCount"], wholeStats["symbolsCount"]);
+
+    // A shard given twice overlaps; the earlier merged file stays as it was.
+    merge.push_back(Path("s1.json"));
+    const RunResult twice = RunBatch(merge);
+    EXPECT_EQ(twice.status, 2);
+    EXPECT_EQ(twice.err, "glyphor-batch: overlapping shards: " + Path("s1.json") + " and " + Path("s1.json") +
+                             " are both shard 1/3\n");
+    EXPECT_EQ(ReadFile(Path("merged.json")), json);
+}
+
+TEST_F(BatchShardTest, BaselineOfAnotherPluginSettingTellsWhatWasLost) {
+    CopySample("ean13-low-contrast.png", "in/sub/low.png", false);
+    CopySample("ean13-noisy.jpg", "in/noisy.jpg", false);
+    CopySample("qrcode-plain.png", "in/plain.png", false);
+    // The same plug-in with another setting: no harder tries, a fixed threshold (which loses the
+    // low-contrast image and reads the noisy one).
+    std::filesystem::create_directories(Path("weak"));
+    std::string ini = ReadFile(PluginDir() + "/#KVDECODE_ZXing.ini");
+    for (const auto& [from, to] : {std::pair<std::string, std::string>{"TryHarder=1", "TryHarder=0"},
+                                   {"Binarizer=LocalAverage", "Binarizer=FixedThreshold"}}) {
+        ASSERT_NE(ini.find(from), std::string::npos) << from;
+        ini.replace(ini.find(from), from.size(), to);
+    }
+    WriteFile(Path("weak/#KVDECODE_ZXing.ini"), ini);
+    WriteFile(Path("weak.ini"), "[Folders]\nPluginFolder=" + PluginDir() + "\nPluginSettingsFolder=" +
+                                    Path("weak") + "\nApplicationFolder=" + m_dir.string() + "\n");
+    const RunResult base = RunBatch({"-s", WriteSettings(), "-p", "ZXing", "-f", "json", Path("in")});
+    ASSERT_EQ(base.status, 0) << base.err;
+    WriteFile(Path("base.json"), base.out);
+
+    // Against itself (from another folder holding the same files) nothing changed.
+    std::filesystem::copy(Path("in"), Path("copy"), std::filesystem::copy_options::recursive);
+    const RunResult same =
+        RunBatch({"-s", WriteSettings(), "-p", "ZXing", "--baseline", Path("base.json"), Path("copy")});
+    EXPECT_EQ(same.status, 0) << same.err;
+    EXPECT_NE(same.out.find("\nZXing             3         0            0       0"), std::string::npos)
+        << same.out;
+
+    const RunResult weak = RunBatch(
+        {"-s", Path("weak.ini"), "-p", "ZXing", "-f", "json", "--baseline", Path("base.json"), Path("in")});
+    EXPECT_EQ(weak.status, 3) << weak.err;
+    const QJsonObject baseline =
+        QJsonDocument::fromJson(QByteArray::fromStdString(weak.out)).object()["baseline"].toObject();
+    std::map<std::string, std::string> changes;
+    for (const QJsonValue& row : baseline["rows"].toArray()) {
+        changes[row.toObject()["relative"].toString().toStdString()] =
+            row.toObject()["change"].toString().toStdString();
+        EXPECT_TRUE(row.toObject()["timeBefore"].isDouble() && row.toObject()["timeNow"].isDouble());
+    }
+    EXPECT_EQ(changes, (std::map<std::string, std::string>{
+                           {"sub/low.png", "lost"}, {"noisy.jpg", "newly read"}, {"plain.png", "same"}}));
+    EXPECT_EQ(baseline["plugins"].toArray().at(0).toObject()["lost"].toInt(), 1);
+}
+
+} // namespace
+} // namespace batchtest

@@ -1,0 +1,212 @@
+// Runs as values: reading JSON runs back, shards, merges and baseline comparisons.
+#include "Baseline.h"
+#include "JsonValue.h"
+#include "RunFile.h"
+#include "RunMerge.h"
+#include "ShardSpec.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace {
+
+RunRow Row(const std::string& relative, const std::string& plugin, const std::string& data, double timeMs = 1,
+           size_t index = 0) {
+    RunRow row;
+    row.index = index;
+    row.relative = row.file = relative;
+    row.plugin = plugin;
+    row.data = data;
+    row.length = data.size();
+    row.timeMs = timeMs;
+    row.json = "{\"file\": \"" + relative + "\", \"relative\": \"" + relative +
+               "\", \"index\": " + std::to_string(index) + ", \"plugin\": \"" + plugin +
+               "\", \"length\": " + std::to_string(data.size()) + ", \"data\": \"" + data + "\"}";
+    return row;
+}
+
+TEST(RunFile, ReadsRowsSymbolsAndEscapesBack) {
+    const std::string text = R"({"rows": [
+      {"file": "a/b.png", "path": "/x/a/b.png", "relative": "a/b.png", "index": 7, "plugin": "Q\u00e9R",
+       "time": 12.5, "status": "ok", "length": 3, "data": "QUJD",
+       "symbols": [{"symbology": "QR Code", "corners": [[1, 2], [30, 2], [30, 31], [1, 31]]}]},
+      {"file": "c\"d.png", "plugin": "Z", "length": 0, "data": "", "symbols": []}],
+     "statistics": {"averageTime": 6.25, "imageCount": 2, "symbolsCount": 1}, "shard": {"index": 2, "count": 3}})";
+    BatchRun run;
+    std::string error;
+    ASSERT_TRUE(RunFile::Parse(text, "t.json", run, error)) << error;
+    ASSERT_EQ(run.rows.size(), 2u);
+    const RunRow& a = run.rows[0];
+    EXPECT_EQ(a.plugin, "Q\xc3\xa9R");
+    EXPECT_EQ(a.index, 7u);
+    EXPECT_DOUBLE_EQ(a.timeMs, 12.5);
+    EXPECT_TRUE(a.Read());
+    ASSERT_EQ(a.symbols.size(), 1u);
+    EXPECT_EQ(a.symbols[0].corners[2], std::make_pair(30.0, 31.0));
+    EXPECT_EQ(a.json.front(), '{');
+    EXPECT_EQ(a.json.back(), '}');
+    // Older runs without "relative" match by the file column.
+    EXPECT_EQ(run.rows[1].relative, "c\"d.png");
+    EXPECT_FALSE(run.rows[1].Read());
+    EXPECT_EQ(run.imageCount, 2);
+    EXPECT_EQ(run.shardIndex, 2);
+    EXPECT_EQ(run.shardCount, 3);
+}
+
+TEST(RunFile, BrokenOrForeignDocumentsAreRefusedWithTheirReason) {
+    const struct {
+        std::string text;
+        std::string error;
+    } cases[] = {
+        {"", "t.json: not a JSON document (line 1: unexpected end of the document)"},
+        {"{\"rows\": [\n{\"file\": \"a\", \"plugin\": \"Z\"},\n",
+         "t.json: not a JSON document (line 3: unexpected end of the document)"},
+        {"{\"rows\": []} x", "t.json: not a JSON document (line 1: text after the document)"},
+        {"{\"rows\": [\"a\x01\"]}", "t.json: not a JSON document (line 1: control character in a string)"},
+        {"{\"rows\": [\"\\x\"]}", "t.json: not a JSON document (line 1: bad escape in a string)"},
+        {"{\"rows\": [1.2.3]}", "t.json: not a JSON document (line 1: malformed number)"},
+        {std::string(100, '[') + std::string(100, ']'),
+         "t.json: not a JSON document (line 1: nested too deeply)"},
+        {"[1, 2]", "t.json: not a glyphor-batch JSON run (no \"rows\" list)"},
+        {"{\"rows\": {}}", "t.json: not a glyphor-batch JSON run (no \"rows\" list)"},
+        {"{\"rows\": [{\"file\": \"a\"}]}", "t.json: row 1 has no \"file\" and \"plugin\""},
+        {"{\"rows\": [], \"shard\": {\"index\": 3, \"count\": 2}}", "t.json: its \"shard\" is not K of N"},
+    };
+    for (const auto& c : cases) {
+        BatchRun run;
+        std::string error;
+        EXPECT_FALSE(RunFile::Parse(c.text, "t.json", run, error)) << c.text;
+        EXPECT_EQ(error, c.error);
+        EXPECT_TRUE(run.rows.empty());
+    }
+    BatchRun run;
+    std::string error;
+    EXPECT_FALSE(RunFile::Read("/no/such/run.json", run, error));
+    EXPECT_EQ(error, "cannot read '/no/such/run.json'");
+}
+
+TEST(ShardSpec, ParsesKOfNAndSplitsEveryImageIntoExactlyOnePart) {
+    ShardSpec spec;
+    EXPECT_TRUE(ShardSpec::Parse("2/5", spec));
+    EXPECT_EQ(spec.index, 2);
+    EXPECT_EQ(spec.count, 5);
+    for (const char* bad : {"", "1", "/2", "0/1", "2/1", "1/0", "a/2", "1/2/3", "1/1000000000"}) {
+        EXPECT_FALSE(ShardSpec::Parse(bad, spec)) << bad;
+    }
+    std::vector<ImageInput> inputs;
+    for (int i = 0; i < 200; ++i) {
+        inputs.push_back(
+            ImageInput{"/p/" + std::to_string(i), "", "dir/" + std::to_string(i) + ".png", size_t(i)});
+    }
+    for (const int n : {1, 3, 16}) {
+        std::multiset<size_t> seen;
+        for (int k = 1; k <= n; ++k) {
+            const std::vector<ImageInput> part = ShardSpec{k, n}.Select(inputs);
+            EXPECT_LT(part.size(), n == 1 ? 201u : 200u * 2 / n) << k << "/" << n << ": parts stay near even";
+            for (const ImageInput& input : part) {
+                seen.insert(input.index);
+            }
+        }
+        EXPECT_EQ(seen.size(), inputs.size()) << n;
+        EXPECT_EQ(std::set<size_t>(seen.begin(), seen.end()).size(), inputs.size()) << n;
+    }
+    // The part depends on the relative path alone, so every machine agrees.
+    EXPECT_EQ((ShardSpec{1, 7}.Owns("a/b.png")), (ShardSpec{1, 7}.Owns(std::string("a/b.png"))));
+}
+
+TEST(RunMerge, ShardsComeBackInInputOrderAndOverlapsAreRefused) {
+    std::vector<RunMerge::Part> parts(2);
+    parts[0] = {"one.json", BatchRun()};
+    parts[1] = {"two.json", BatchRun()};
+    parts[0].second.rows = {Row("b", "P", "", 1, 1), Row("b", "Q", "", 1, 1), Row("d", "P", "", 1, 3)};
+    parts[1].second.rows = {Row("a", "P", "QQ==", 3, 0), Row("c", "P", "", 3, 2)};
+    parts[0].second.averageTimeMs = 1;
+    parts[1].second.averageTimeMs = 3;
+    parts[0].second.imageCount = 2;
+    parts[1].second.imageCount = 2;
+    parts[0].second.shardIndex = 2;
+    parts[1].second.shardIndex = 1;
+    parts[0].second.shardCount = parts[1].second.shardCount = 3;
+    BatchRun merged;
+    std::vector<std::string> warnings;
+    std::string error;
+    ASSERT_TRUE(RunMerge::Merge(parts, merged, warnings, error)) << error;
+    std::string order;
+    for (const RunRow& row : merged.rows) {
+        order += row.relative + row.plugin + " ";
+    }
+    EXPECT_EQ(order, "aP bP bQ cP dP ");
+    EXPECT_EQ(merged.imageCount, 4);
+    EXPECT_DOUBLE_EQ(merged.averageTimeMs, (3 * 1 + 2 * 3) / 5.0);
+    EXPECT_EQ(warnings, std::vector<std::string>{"shards missing from the merge: 3/3"});
+    // The merged document reads back as the same rows.
+    BatchRun back;
+    ASSERT_TRUE(RunFile::Parse(RunMerge::Json(merged), "m", back, error)) << error;
+    ASSERT_EQ(back.rows.size(), 5u);
+    EXPECT_EQ(back.rows[0].data, "QQ==");
+
+    const struct {
+        const char* name;
+        int shard2, count2; // the second part's shard
+        bool overlapRow;
+        std::string error;
+    } bad[] = {
+        {"same shard twice", 1, 3, false, "overlapping shards: one.json and two.json are both shard 1/3"},
+        {"other split", 1, 4, false, "two.json is a shard of 4 parts, others of 3"},
+        {"same image and plug-in", 2, 3, true, "overlapping files: 'x' (P) is in both one.json and two.json"},
+    };
+    for (const auto& c : bad) {
+        std::vector<RunMerge::Part> p(2);
+        p[0] = {"one.json", BatchRun()};
+        p[1] = {"two.json", BatchRun()};
+        p[0].second.rows = {Row("x", "P", "", 1, 5)};
+        p[1].second.rows = {Row(c.overlapRow ? "x" : "y", "P", "", 1, c.overlapRow ? 5 : 6)};
+        p[0].second.shardIndex = 1;
+        p[0].second.shardCount = 3;
+        p[1].second.shardIndex = c.shard2;
+        p[1].second.shardCount = c.count2;
+        EXPECT_FALSE(RunMerge::Merge(p, merged, warnings, error)) << c.name;
+        EXPECT_EQ(error, c.error) << c.name;
+    }
+}
+
+TEST(Baseline, ClassifiesEachImageAndPluginAndFlagsRegressions) {
+    const std::vector<RunRow> before = {
+        Row("same.png", "P", "QQ==", 10),    Row("lost.png", "P", "QQ==", 10), Row("new.png", "P", "", 10),
+        Row("changed.png", "P", "QQ==", 10), Row("none.png", "P", "", 10),     Row("gone.png", "P", ""),
+        Row("twice.png", "P", "QQ==", 10),   Row("twice.png", "P", "", 10)};
+    const std::vector<RunRow> now = {Row("same.png", "P", "QQ==", 5),  Row("lost.png", "P", "", 5),
+                                     Row("new.png", "P", "Qg==", 5),   Row("changed.png", "P", "Qg==", 5),
+                                     Row("none.png", "P", "", 5),      Row("added.png", "P", ""),
+                                     Row("twice.png", "P", "QQ==", 5), Row("twice.png", "P", "", 5)};
+    const Baseline::Comparison c = Baseline::Compare(before, now);
+    std::string changes;
+    for (const Baseline::Entry& e : c.entries) {
+        changes += std::string(Baseline::Name(e.change)) + ",";
+    }
+    EXPECT_EQ(changes, "same,lost,newly read,changed,same,not in baseline,same,same,only in baseline,");
+    ASSERT_EQ(c.plugins.size(), 1u);
+    const Baseline::PluginSummary& s = c.plugins[0];
+    EXPECT_EQ(s.matched, 7);
+    EXPECT_EQ(s.newlyRead, 1);
+    EXPECT_EQ(s.lost, 1);
+    EXPECT_EQ(s.changed, 1);
+    EXPECT_DOUBLE_EQ(s.timeBeforeMs, 70);
+    EXPECT_DOUBLE_EQ(s.timeNowMs, 35);
+    EXPECT_TRUE(c.Regressed());
+    EXPECT_EQ(Baseline::TextLines(c).back().substr(0, 18), "P                 ");
+    EXPECT_NE(Baseline::TextLines(c).back().find("-50.0%"), std::string::npos);
+    JsonValue json;
+    std::string error;
+    ASSERT_TRUE(JsonValue::Parse(Baseline::Json(c), json, error)) << error;
+    EXPECT_EQ(json.Find("rows")->items.size(), 9u);
+
+    // Only new reads and new images: nothing for CI to fail on.
+    EXPECT_FALSE(
+        Baseline::Compare({Row("a", "P", "")}, {Row("a", "P", "QQ=="), Row("b", "P", "")}).Regressed());
+    EXPECT_TRUE(Baseline::SharesFiles(before, {"x", "lost.png"}));
+    EXPECT_FALSE(Baseline::SharesFiles(before, {"x", "y"}));
+}
+
+} // namespace
