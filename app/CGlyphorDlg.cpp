@@ -498,20 +498,12 @@ void CGlyphorDlg::SetCaption(const std::string& text) {
         this, [this, caption] { setWindowTitle(caption); }, Qt::AutoConnection);
 }
 
-void CGlyphorDlg::LoadPictureFile(PictureId picture, const std::string& path) {
-    Picture(picture)->LoadFromFile(path);
-}
-
 void CGlyphorDlg::SetPictureImage(PictureId picture, const ZyrImage* image) {
     Picture(picture)->SetImage(image);
 }
 
 void CGlyphorDlg::SavePicturePng(PictureId picture, const std::string& path) {
     Picture(picture)->SaveAsPng(path);
-}
-
-std::shared_ptr<const ZyrImage> CGlyphorDlg::PictureImage(PictureId picture) {
-    return Picture(picture)->ImageView();
 }
 
 void CGlyphorDlg::ShowSideViews(bool sides) {

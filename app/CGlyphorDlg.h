@@ -84,10 +84,8 @@ public:
     void PostShowNextResult() override;
     void PostShowNextImage() override;
     void SetCaption(const std::string& text) override;
-    void LoadPictureFile(PictureId picture, const std::string& path) override;
     void SetPictureImage(PictureId picture, const ZyrImage* image) override;
     void SavePicturePng(PictureId picture, const std::string& path) override;
-    std::shared_ptr<const ZyrImage> PictureImage(PictureId picture) override;
     void ShowSideViews(bool sides) override;
     void RedrawAll() override;
     void ShowMessage(MessageKind kind, const std::string& text) override;

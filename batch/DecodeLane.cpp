@@ -13,9 +13,7 @@ public:
 
 } // namespace
 
-DecodeLane::DecodeLane() {
-    m_view.Attach(m_session);
-}
+DecodeLane::DecodeLane() = default;
 
 std::vector<std::string> DecodeLane::SelectedNames() const {
     std::vector<std::string> names;
@@ -53,13 +51,28 @@ ImageOutcome DecodeLane::Decode(const ImageInput& input) {
     ImageOutcome outcome;
     outcome.input = input;
     m_session.OpenImages({input.path}, 0);
-    if (!m_view.LoadError().empty()) {
-        outcome.error = m_view.LoadError();
+    if (!m_session.Image(PictureId::Main)) {
+        outcome.error = m_session.LoadError();
     } else {
         UnstoppableJob job;
         m_session.decode.DecodeImageJob(job);
     }
-    outcome.rows = m_view.TakeRows();
-    outcome.messages = m_view.TakeMessages();
+    outcome.rows.swap(m_rows);
+    m_session.results.ClearData(); // each image starts again at row 0
+    outcome.messages.swap(m_collector.messages);
     return outcome;
+}
+
+void DecodeLane::TakeRow() {
+    std::optional<ResultRow> row = m_session.decode.TakeNextRow();
+    if (!row) {
+        return;
+    }
+    BatchRow batchRow;
+    batchRow.row = std::move(*row);
+    // Row i of this image owns decode data i.
+    if (const std::optional<GLD_DecodeData> data = m_session.results.DataAt(static_cast<int>(m_rows.size()))) {
+        batchRow.data.assign(data->str(), static_cast<size_t>(data->size()));
+    }
+    m_rows.push_back(std::move(batchRow));
 }

@@ -1,12 +1,13 @@
 // One test session that decodes images one at a time, with its own plug-in instances, so that
 // several lanes decode in parallel (the reader library serialises calls to one plug-in
-// instance). Used by one thread at a time.
+// instance). The lane drives the session directly: the session loads the file and owns its
+// pixels, the lane takes the rows off it. Used by one thread at a time.
 #pragma once
 
-#include "HeadlessView.h"
 #include "ImageOutcome.h"
 #include "TestSession.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,6 +35,22 @@ public:
     const DecodeStatistics& Statistics() const { return m_session.stats; }
 
 private:
-    HeadlessView m_view;
-    TestSession m_session{m_view};
+    // A session without a window shows nothing. Each row is taken as soon as it is posted, as the
+    // window does (a symbol joins the first record still pending); messages are kept.
+    class Collector : public SessionView {
+    public:
+        explicit Collector(DecodeLane& lane) : m_lane(lane) {}
+        void PostShowNextResult() override { m_lane.TakeRow(); }
+        void ShowMessage(MessageKind, const std::string& text) override { messages.push_back(text); }
+        std::vector<std::string> messages;
+
+    private:
+        DecodeLane& m_lane;
+    };
+
+    void TakeRow();
+
+    Collector m_collector{*this};
+    TestSession m_session{m_collector};
+    std::vector<BatchRow> m_rows; // of the image under way
 };

@@ -19,17 +19,12 @@ namespace {
 // Posted events go into a queue that the test thread serves, like the window's event loop.
 class QueuedView : public SessionView {
 public:
-    explicit QueuedView(const ZyrImage* image) : m_image(image) {}
 
     void PostShowNextResult() override { Post(1); }
     void PostShowNextImage() override { Post(2); }
     void SetCaption(const std::string&) override {}
-    void LoadPictureFile(PictureId, const std::string&) override {}
     void SetPictureImage(PictureId, const ZyrImage*) override {}
     void SavePicturePng(PictureId, const std::string&) override {}
-    std::shared_ptr<const ZyrImage> PictureImage(PictureId) override {
-        return std::shared_ptr<const ZyrImage>(m_image, [](const ZyrImage*) {});
-    }
     void ShowSideViews(bool) override {}
     void RedrawAll() override {}
     void ShowMessage(MessageKind, const std::string&) override {}
@@ -69,7 +64,6 @@ private:
         m_posted.notify_all();
     }
 
-    const ZyrImage* m_image;
     std::mutex m_mutex;
     std::condition_variable m_posted;
     std::deque<int> m_events;
@@ -96,8 +90,11 @@ TEST(DecodeConcurrency, DecodeMultiWithTheInterfaceServedConcurrently) {
     }
     std::vector<uint8_t> pixels(64, 1);
     const ZyrImage image{8, 8, 8, ZYR_PIXEL_GREY8, pixels.data()};
-    QueuedView view(&image);
+    QueuedView view;
     TestSession session(view);
+    session.loadImage = [&image](const std::string&, std::string&) {
+        return std::shared_ptr<const ZyrImage>(&image, [](const ZyrImage*) {});
+    };
     session.LoadPlugins();
     for (size_t i = 0; i < 3; ++i) {
         session.plugins.SetSelected(i, true);

@@ -38,6 +38,7 @@ protected:
     void SetUp() override {
         rd::Reset();
         ReaderSession::Reset();
+        session.loadImage = view.Loader();
         pixels.assign(16, 0x80);
         image = ZyrImage{4, 4, 4, ZYR_PIXEL_GREY8, pixels.data()};
         std::snprintf(ReaderSession::Settings().PluginFolder, ZYR_PATH_SIZE, "%s", plugins.path().c_str());

@@ -11,8 +11,20 @@
 
 class FakeView : public SessionView {
 public:
-    // Makes LoadPictureFile(path) show image (the test keeps the image alive).
+    // Makes loading path give image (the test keeps the image alive).
     void Provide(const std::string& path, const ZyrImage* image) { images[path] = image; }
+    // The session's file loader over the provided images; records each load.
+    TestSession::ImageLoader Loader() {
+        return [this](const std::string& path, std::string& error) -> std::shared_ptr<const ZyrImage> {
+            loads.push_back(path);
+            auto it = images.find(path);
+            if (it == images.end()) {
+                error = "not provided";
+                return nullptr;
+            }
+            return std::shared_ptr<const ZyrImage>(it->second, [](const ZyrImage*) {}); // not owning
+        };
+    }
 
     // When set, a posted "show next image" runs the session's step at once.
     TestSession* stepSession = nullptr;
@@ -31,17 +43,8 @@ public:
         }
     }
     void SetCaption(const std::string& text) override { captions.push_back(text); }
-    void LoadPictureFile(PictureId, const std::string& path) override {
-        loads.push_back(path);
-        auto it = images.find(path);
-        shown = it == images.end() ? nullptr : it->second;
-    }
     void SetPictureImage(PictureId, const ZyrImage* image) override { shown = image; }
     void SavePicturePng(PictureId, const std::string& path) override { savedPngs.push_back(path); }
-    std::shared_ptr<const ZyrImage> PictureImage(PictureId) override {
-        // Not owning: the test keeps its images alive.
-        return shown ? std::shared_ptr<const ZyrImage>(shown, [](const ZyrImage*) {}) : nullptr;
-    }
     void ShowSideViews(bool sides) override { sideViews.push_back(sides); }
     void RedrawAll() override { ++redraws; }
     void ShowMessage(MessageKind kind, const std::string& text) override {

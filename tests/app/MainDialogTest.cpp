@@ -5,6 +5,7 @@
 #include "CCancelDlg.h"
 #include "CGlyphorDlg.h"
 #include "ControlIds.h"
+#include "DecodeLane.h"
 #include "DialogBuilder.h"
 #include "EncodedImages.h"
 #include "OffscreenMain.h"
@@ -473,6 +474,35 @@ private slots:
         QVERIFY(!dlg->Session().busy);
         QVERIFY(Button(IDC_DECODE_MULTI)->isEnabled());
         QVERIFY(dlg->findChildren<CCancelDlg*>().isEmpty());
+    }
+
+    // The window and the batch load a file through the same session code: a plug-in gets the same
+    // pixel format from both, colour as RGB and grey as grey.
+    void windowAndBatchHandAPluginTheSamePixelFormat() {
+        InstallPlugin({"KVDECODE_A.so"});
+        Start();
+        PluginList()->item(0)->setSelected(true);
+        TempFolder images;
+        const std::string colour = images.write("colour.png", PngBytes(Qt::red));
+        const std::string grey =
+            images.write("grey.png", Encoded(Solid(8, 8, Qt::gray).convertToFormat(QImage::Format_Grayscale8), "PNG")
+                                         .toStdString());
+        std::vector<int32_t> window, batch;
+        for (const std::string& file : {colour, grey}) {
+            Open({QString::fromStdString(file)});
+            Button(IDC_DECODE_IMAGE)->click(); // returns when the job has ended
+            window.push_back(rd::DecodedPixelFormats().back());
+
+            DecodeLane lane;
+            lane.LoadPlugins();
+            std::string unknown;
+            QVERIFY(lane.Select({"A"}, unknown));
+            const ImageOutcome outcome = lane.Decode({file, file, file});
+            QCOMPARE(outcome.error, std::string());
+            batch.push_back(rd::DecodedPixelFormats().back());
+        }
+        QCOMPARE(window, batch);
+        QCOMPARE(window, (std::vector<int32_t>{ZYR_PIXEL_RGB24, ZYR_PIXEL_GREY8}));
     }
 
     // Rows arriving in a burst end with the last one in view, and the list scrolled only once.

@@ -32,6 +32,7 @@ protected:
     // A session as the window makes it: plug-ins loaded, then settings.
     std::unique_ptr<TestSession> Start(FakeView& view, const std::string& executableFolder) {
         auto session = std::make_unique<TestSession>(view);
+        session->loadImage = view.Loader();
         session->executableFolder = executableFolder;
         session->LoadPlugins();
         session->LoadSettings();

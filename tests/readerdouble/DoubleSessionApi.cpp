@@ -289,6 +289,7 @@ int32_t ZyrReader_ImagePluginDecode(bool wait, uint64_t handle, const ZyrImage* 
     {
         DoubleState& s = State();
         std::lock_guard<std::mutex> lock(s.mutex);
+        s.decodedPixelFormats.push_back(image ? image->PixelFormat : -1);
         PluginState* plugin = FindPlugin(s, handle);
         if (!plugin) {
             return scripted.value_or(ZYR_ERR_UNKNOWN_HANDLE);

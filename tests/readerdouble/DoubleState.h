@@ -31,6 +31,7 @@ struct DoubleState {
     std::condition_variable cancelled;
 
     std::vector<Call> calls;
+    std::vector<int32_t> decodedPixelFormats; // of each plug-in decode call, -1 for no image
     std::map<std::string, int32_t> results;
     std::map<std::string, std::deque<int32_t>> queuedResults;
     std::map<std::string, std::deque<std::pair<int32_t, std::string>>> queuedErrors;

@@ -121,6 +121,7 @@ void Reset() {
     DoubleState& s = State();
     std::lock_guard<std::mutex> lock(s.mutex);
     s.calls.clear();
+    s.decodedPixelFormats.clear();
     s.results.clear();
     s.queuedResults.clear();
     s.queuedErrors.clear();
@@ -222,6 +223,12 @@ std::vector<std::string> CallNames() {
         names.push_back(call.name);
     }
     return names;
+}
+
+std::vector<int32_t> DecodedPixelFormats() {
+    DoubleState& st = State();
+    std::lock_guard<std::mutex> lock(st.mutex);
+    return st.decodedPixelFormats;
 }
 
 std::vector<Call> CallsNamed(const std::string& function) {

@@ -106,6 +106,8 @@ std::vector<Call> Calls();
 std::vector<std::string> CallTexts();
 std::vector<std::string> CallNames();
 std::vector<Call> CallsNamed(const std::string& function);
+// The pixel format of the image of every plug-in decode call, in order (-1: no image).
+std::vector<int32_t> DecodedPixelFormats();
 void ClearCalls();
 
 ZyrReaderErrorHandler ErrorHandler(); // what ZyrReader_SetErrorHandler registered

@@ -9,6 +9,7 @@
 #include "DecodeRunner.h"
 #include "DecodeStatistics.h"
 #include "ImageFileList.h"
+#include "ImageFileLoader.h"
 #include "ImageSettingsTable.h"
 #include "PluginCatalogue.h"
 #include "ReaderSession.h"
@@ -16,6 +17,9 @@
 #include "SessionView.h"
 
 #include <atomic>
+#include <functional>
+#include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -45,6 +49,18 @@ public:
     DecodeRunner decode{*this};
     CaptureArchive archive{*this};
 
+    // How image files become pixels; tests put their own pictures here.
+    using ImageLoader = std::function<std::shared_ptr<const ZyrImage>(const std::string& path, std::string& error)>;
+    ImageLoader loadImage = &ImageFileLoader::Load;
+
+    // Any thread: the pixels a picture shows, owned by the session and alive while the caller
+    // holds them, whatever is shown next; null when the picture is empty.
+    std::shared_ptr<const ZyrImage> Image(PictureId picture) const;
+    // Any thread: makes image the picture's pixels and has the view show them.
+    void ShowImage(PictureId picture, std::shared_ptr<const ZyrImage> image);
+    // Why the last file shown could not be read; empty when it was.
+    std::string LoadError() const;
+
     ButtonStates Buttons() const;
 
     // Plug-ins of the reader settings' plug-in folder.
@@ -69,4 +85,9 @@ public:
     void PreviousImage();
     // "Show next image" of Decode Multi: the next-image step, then the decode event.
     void ShowNextImageStep();
+
+private:
+    mutable std::mutex m_imageLock;
+    std::shared_ptr<const ZyrImage> m_images[3]; // by PictureId
+    std::string m_loadError;
 };

@@ -1,6 +1,7 @@
 // What the session logic needs of the user interface. The main window implements it with
-// widgets; tests implement it with recorders. Calls marked "any thread" may come from a job's
-// worker and must be carried to the user-interface thread by the implementation.
+// widgets; tests implement it with recorders; a session without a window (the batch) keeps the
+// defaults, which show nothing. Calls marked "any thread" may come from a job's worker and must be
+// carried to the user-interface thread by the implementation.
 #pragma once
 
 #include "ZyrReaderLowLevelAPI.h"
@@ -24,29 +25,27 @@ public:
 
     // Any thread: queue "show the next pending result" / "show the next image" for the
     // user-interface thread, in the order posted.
-    virtual void PostShowNextResult() = 0;
-    virtual void PostShowNextImage() = 0;
+    virtual void PostShowNextResult() {}
+    virtual void PostShowNextImage() {}
 
     // Any thread: window caption.
-    virtual void SetCaption(const std::string& text) = 0;
+    virtual void SetCaption(const std::string& /*text*/) {}
 
-    // Any thread: picture views (each guards its own image).
-    virtual void LoadPictureFile(PictureId picture, const std::string& path) = 0;
-    virtual void SetPictureImage(PictureId picture, const ZyrImage* image) = 0;
-    virtual void SavePicturePng(PictureId picture, const std::string& path) = 0;
-    // The picture's current pixels, kept alive while the result is held; null when empty.
-    virtual std::shared_ptr<const ZyrImage> PictureImage(PictureId picture) = 0;
+    // Any thread: a picture view shows a copy of the session's pixels (null: empty). The session
+    // keeps the pixels it decodes; the view only displays.
+    virtual void SetPictureImage(PictureId /*picture*/, const ZyrImage* /*image*/) {}
+    virtual void SavePicturePng(PictureId /*picture*/, const std::string& /*path*/) {}
 
     // Any thread: on a two-sided capture with crop the two side views replace the whole-document
     // view (sides true: whole view hidden and disabled, side views shown and enabled); without
     // crop the reverse.
-    virtual void ShowSideViews(bool sides) = 0;
+    virtual void ShowSideViews(bool /*sides*/) {}
     // Any thread: the whole window is repainted.
-    virtual void RedrawAll() = 0;
+    virtual void RedrawAll() {}
 
     // Any thread: a message box; returns when the user has closed it.
-    virtual void ShowMessage(MessageKind kind, const std::string& text) = 0;
+    virtual void ShowMessage(MessageKind /*kind*/, const std::string& /*text*/) {}
 
     // User-interface thread: recompute which buttons are enabled.
-    virtual void UpdateButtons() = 0;
+    virtual void UpdateButtons() {}
 };

@@ -1,10 +1,12 @@
 #include "ImageFileLoader.h"
 
+#include "ZyrPixelFormat.h"
 #include "imagecodec/ImageDecoder.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <memory>
 #include <limits>
 #include <vector>
 
@@ -76,4 +78,23 @@ std::shared_ptr<const ZyrImage> ImageFileLoader::Load(const std::string& path, s
     image->view = ZyrImage{raw.width, raw.height, raw.stride, info.colour ? ZYR_PIXEL_RGB24 : ZYR_PIXEL_GREY8,
                            raw.pixels.data()};
     return std::shared_ptr<const ZyrImage>(image, &image->view);
+}
+
+std::shared_ptr<const ZyrImage> ImageFileLoader::Copy(const ZyrImage* image) {
+    const int32_t bytesPerPixel = image ? ZyrPixel_BytesPerPixel(image->PixelFormat) : 0;
+    if (bytesPerPixel == 0 || !image->Pixels || image->Width <= 0 || image->Height <= 0 ||
+        int64_t(image->Stride) < int64_t(image->Width) * bytesPerPixel) {
+        return nullptr;
+    }
+    auto copy = std::make_shared<LoadedImage>();
+    const size_t row = size_t(image->Width) * size_t(bytesPerPixel);
+    copy->raw.width = image->Width;
+    copy->raw.height = image->Height;
+    copy->raw.stride = static_cast<int32_t>(row);
+    copy->raw.pixels.resize(row * size_t(image->Height));
+    for (int32_t y = 0; y < image->Height; ++y) {
+        std::memcpy(copy->raw.pixels.data() + size_t(y) * row, image->Pixels + size_t(y) * size_t(image->Stride), row);
+    }
+    copy->view = ZyrImage{image->Width, image->Height, copy->raw.stride, image->PixelFormat, copy->raw.pixels.data()};
+    return std::shared_ptr<const ZyrImage>(copy, &copy->view);
 }

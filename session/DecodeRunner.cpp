@@ -52,8 +52,8 @@ void DecodeRunner::Callback(void* context, int32_t tag, int32_t, int32_t, const 
 }
 
 void DecodeRunner::RunOnMainPicture() {
-    // The view keeps these pixels alive until the run is over, whatever the picture shows next.
-    const std::shared_ptr<const ZyrImage> image = m_session.view.PictureImage(PictureId::Main);
+    // Held until the run is over, whatever the picture shows next.
+    const std::shared_ptr<const ZyrImage> image = m_session.Image(PictureId::Main);
     Run(image.get(), 0);
 }
 

@@ -118,7 +118,7 @@ uint32_t CaptureCycle::Run(JobContext& job, bool repeat) {
         return 0;
     }
     for (PictureId picture : {PictureId::Main, PictureId::Side1, PictureId::Side2}) {
-        s.view.SetPictureImage(picture, nullptr);
+        s.ShowImage(picture, nullptr);
     }
     ZyrReaderSettings& reader = ReaderSession::Settings();
     const bool twoSided = reader.TwoSided != 0;
@@ -173,7 +173,7 @@ uint32_t CaptureCycle::Run(JobContext& job, bool repeat) {
         s.stats.lastImageProcessMs = elapsed;
         s.stats.totalImageProcessMs += elapsed;
         const int32_t number = ++s.imageNumber;
-        s.view.SetPictureImage(PictureId::Main, processed);
+        s.ShowImage(PictureId::Main, ImageFileLoader::Copy(processed));
         sleep(500);
         s.view.SavePicturePng(PictureId::Main, Format("Glyphor_%d.png", ApplicationFolder(), number % 2));
         if (!twoSided) {
@@ -211,13 +211,13 @@ void CaptureCycle::ProcessTwoSided(const ZyrImage* snapshot, const ZyrImageSetti
         ++s.imageNumber;
         s.decode.Run(sides[0], 1);
         if (crop) {
-            s.view.SetPictureImage(PictureId::Side1, sides[0]);
+            s.ShowImage(PictureId::Side1, ImageFileLoader::Copy(sides[0]));
             s.view.SavePicturePng(PictureId::Side1, Format("GlyphorSide1_%d.png", folder, number % 2));
         }
         ++s.imageNumber;
         s.decode.Run(sides[1], 2);
         if (crop) {
-            s.view.SetPictureImage(PictureId::Side2, sides[1]);
+            s.ShowImage(PictureId::Side2, ImageFileLoader::Copy(sides[1]));
             s.view.SavePicturePng(PictureId::Side2, Format("GlyphorSide2_%d.png", folder, number % 2));
             sleep(500);
         }

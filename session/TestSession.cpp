@@ -79,8 +79,34 @@ void TestSession::ShowFile(const std::string& path) {
     const std::string name = ImageFileList::NamePart(path);
     view.SetCaption("Glyphor - " + name);
     currentFileName = name;
-    view.LoadPictureFile(PictureId::Main, path);
+    std::string error;
+    std::shared_ptr<const ZyrImage> image = loadImage ? loadImage(path, error) : nullptr;
+    {
+        std::lock_guard<std::mutex> lock(m_imageLock);
+        m_loadError = image ? std::string() : error;
+    }
+    ShowImage(PictureId::Main, std::move(image));
     ++imageNumber;
+}
+
+std::shared_ptr<const ZyrImage> TestSession::Image(PictureId picture) const {
+    std::lock_guard<std::mutex> lock(m_imageLock);
+    return m_images[static_cast<int>(picture)];
+}
+
+void TestSession::ShowImage(PictureId picture, std::shared_ptr<const ZyrImage> image) {
+    const ZyrImage* shown = image.get();
+    {
+        std::lock_guard<std::mutex> lock(m_imageLock);
+        m_images[static_cast<int>(picture)] = std::move(image);
+    }
+    // The old pixels may still be decoded elsewhere: whoever holds them keeps them alive.
+    view.SetPictureImage(picture, shown);
+}
+
+std::string TestSession::LoadError() const {
+    std::lock_guard<std::mutex> lock(m_imageLock);
+    return m_loadError;
 }
 
 void TestSession::NextImage() {
