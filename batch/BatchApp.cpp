@@ -220,7 +220,7 @@ int BatchApp::Run(const std::vector<std::string>& args, std::ostream& out, std::
         break;
     }
     RunReview review;
-    if (!review.Open(options.baseline, "", error)) {
+    if (!review.Open(options.baseline, options.report, error)) {
         err << kPrefix << error << '\n';
         return kExitUsage;
     }

@@ -5,7 +5,20 @@
 
 namespace {
 
-enum class Key { Settings, Plugins, Format, OutputDir, Expect, Jobs, Progress, NoProgress, Baseline, Shard, Help };
+enum class Key {
+    Settings,
+    Plugins,
+    Format,
+    OutputDir,
+    Expect,
+    Jobs,
+    Progress,
+    NoProgress,
+    Baseline,
+    Report,
+    Shard,
+    Help
+};
 
 struct OptionSpec {
     const char* shortName; // null: none
@@ -15,17 +28,12 @@ struct OptionSpec {
 };
 
 const OptionSpec kOptions[] = {
-    {"-s", "--settings", Key::Settings, true},
-    {"-p", "--plugins", Key::Plugins, true},
-    {"-f", "--format", Key::Format, true},
-    {"-o", "--output-dir", Key::OutputDir, true},
-    {"-e", "--expect", Key::Expect, false},
-    {"-j", "--jobs", Key::Jobs, true},
-    {nullptr, "--progress", Key::Progress, false},
-    {nullptr, "--no-progress", Key::NoProgress, false},
-    {nullptr, "--baseline", Key::Baseline, true},
-    {nullptr, "--shard", Key::Shard, true},
-    {"-h", "--help", Key::Help, false},
+    {"-s", "--settings", Key::Settings, true},     {"-p", "--plugins", Key::Plugins, true},
+    {"-f", "--format", Key::Format, true},         {"-o", "--output-dir", Key::OutputDir, true},
+    {"-e", "--expect", Key::Expect, false},        {"-j", "--jobs", Key::Jobs, true},
+    {nullptr, "--progress", Key::Progress, false}, {nullptr, "--no-progress", Key::NoProgress, false},
+    {nullptr, "--baseline", Key::Baseline, true},  {nullptr, "--report", Key::Report, true},
+    {nullptr, "--shard", Key::Shard, true},        {"-h", "--help", Key::Help, false},
 };
 
 const OptionSpec* FindOption(const std::string& name) {
@@ -119,6 +127,13 @@ bool Apply(const OptionSpec& spec, const std::string& value, BatchOptions& optio
             return false;
         }
         options.baseline = value;
+        return true;
+    case Key::Report:
+        if (value.empty()) {
+            error = "option '--report' needs a folder name";
+            return false;
+        }
+        options.report = value;
         return true;
     case Key::Shard:
         if (!ShardSpec::Parse(value, options.shard)) {
@@ -220,6 +235,10 @@ Options:
                         matched by path relative to the inputs: per image and plug-in what is
                         newly read, lost or reads other bytes, and the time change, then a
                         summary per plug-in (after the statistics; in JSON as "baseline")
+      --report DIR      write an HTML report to DIR/index.html: detection per folder and
+                        plug-in, decode times, which images one plug-in reads and another does
+                        not, and thumbnails with the symbols outlined where plug-ins disagree
+                        or the baseline read otherwise (one file; opens offline)
       --shard K/N       decode only the K-th of N parts of the images (split by a hash of each
                         path relative to its input); "glyphor-batch merge" joins the JSON runs
   -h, --help            show this help and exit
@@ -234,6 +253,6 @@ result file could not be written, 2 for a usage or set-up error (bad option, unk
 unreadable settings file, no plug-ins, a baseline that is not a JSON run of these files), 3 when
 something the baseline read is lost or reads other bytes.
 
-       glyphor-batch merge [-o FILE] [--baseline RUN] RUN.json...   (see merge --help)
+       glyphor-batch merge [-o FILE] [--baseline RUN] [--report DIR] RUN.json...   (see merge --help)
 )";
 }

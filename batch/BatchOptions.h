@@ -21,6 +21,7 @@ struct BatchOptions {
     int jobs = 1;             // images decoded at the same time
     ProgressMode progress = ProgressMode::Auto;
     std::string baseline; // an earlier JSON run to compare with; empty: none
+    std::string report;   // folder for the HTML report; empty: none
     ShardSpec shard;      // the part of the inputs to decode; inactive: all
 
     // Fills options from the arguments (without the program name). On Error, error holds one

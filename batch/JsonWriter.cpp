@@ -35,10 +35,11 @@ void JsonWriter::Row(const ImageInput& input, const BatchRow& row, std::optional
     m_out << "    {\"file\": " << Utf8(input.display) << ", \"path\": " << Utf8(input.path)
           << ", \"relative\": " << Utf8(input.outputName) << ", \"index\": " << input.index
           << ", \"plugin\": " << Utf8(row.row.pluginName)
-          << ", \"imgProcess\": " << Milliseconds(outcome.imageProcess) << ", \"time\": " << Milliseconds(outcome.decode)
+          << ", \"imgProcess\": " << Milliseconds(outcome.imageProcess)
+          << ", \"time\": " << Milliseconds(outcome.decode)
           << ", \"results\": " << Utf8(DecodeStatus::ResultsUtf8(row.row))
-          << ", \"text\": " << TextOrNull(RowText(row))
-          << ", \"status\": \"" << DecodeStatus::Name(outcome) << '"'
+          << ", \"text\": " << TextOrNull(RowText(row)) << ", \"status\": \"" << DecodeStatus::Name(outcome)
+          << '"'
           << ", \"symbology\": " << (any ? Utf8(SymbologyNames::Name(symbols.back().symbology)) : "null")
           << ", \"eci\": " << (any ? std::to_string(symbols.back().eci) : "null")
           << ", \"length\": " << row.data.size() << ", \"data\": \"" << TextEncoding::Base64(row.data)
@@ -47,9 +48,8 @@ void JsonWriter::Row(const ImageInput& input, const BatchRow& row, std::optional
         const DecodedSymbol& symbol = symbols[i];
         m_out << (i ? ", " : "") << "{\"symbology\": " << Utf8(SymbologyNames::Name(symbol.symbology))
               << ", \"dataType\": " << symbol.dataType << ", \"eci\": " << symbol.eci
-              << ", \"text\": " << TextOrNull(SymbolUtf8(symbol))
-              << ", \"length\": " << symbol.bytes.size() << ", \"data\": \""
-              << TextEncoding::Base64(symbol.bytes) << "\", \"corners\": [";
+              << ", \"text\": " << TextOrNull(SymbolUtf8(symbol)) << ", \"length\": " << symbol.bytes.size()
+              << ", \"data\": \"" << TextEncoding::Base64(symbol.bytes) << "\", \"corners\": [";
         for (size_t c = 0; c < symbol.corners.size(); ++c) {
             m_out << (c ? ", [" : "[") << symbol.corners[c].X << ", " << symbol.corners[c].Y << "]";
         }
@@ -66,7 +66,8 @@ void JsonWriter::Row(const ImageInput& input, const BatchRow& row, std::optional
 void JsonWriter::End(const DecodeStatistics::Values& statistics, const ExpectationSummary* summary) {
     m_out << (m_first ? "]" : "\n  ]")
           << ",\n  \"statistics\": {\"averageTime\": " << JsonNumber(statistics.averageTimeMs)
-          << ", \"imageCount\": " << statistics.imageCount << ", \"symbolsCount\": " << statistics.symbolsCount
+          << ", \"imageCount\": " << statistics.imageCount
+          << ", \"symbolsCount\": " << statistics.symbolsCount
           << ", \"averageImageProcessTime\": " << JsonNumber(statistics.averageImageProcessMs) << "}";
     if (summary) {
         m_out << ",\n  \"expectations\": [";

@@ -143,6 +143,7 @@ different splits, are refused.
 Options:
   -o, --output FILE     write the merged run to FILE (default: standard output)
       --baseline RUN    compare the merged run with an earlier JSON run (summary on standard error)
+      --report DIR      write an HTML report of the merged run to DIR/index.html
   -h, --help            show this help and exit
 
 Exit status: 0 merged, 1 the output could not be written, 2 a run could not be read or the runs

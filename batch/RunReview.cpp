@@ -1,6 +1,7 @@
 #include "RunReview.h"
 
 #include "DecodeStatus.h"
+#include "ReportPage.h"
 #include "RunFile.h"
 #include "SymbologyNames.h"
 #include "TextEncoding.h"
@@ -78,6 +79,14 @@ std::optional<Baseline::Comparison> RunReview::Compare(const std::vector<RunRow>
     return Baseline::Compare(m_baseline.rows, rows);
 }
 
-bool RunReview::WriteReport(const std::vector<RunRow>&, const Baseline::Comparison*, std::string&) const {
-    return true;
+bool RunReview::WriteReport(const std::vector<RunRow>& rows, const Baseline::Comparison* comparison,
+                            std::string& error) const {
+    if (m_reportFolder.empty()) {
+        return true;
+    }
+    ReportPage::Options options;
+    options.chartLibrary = ReportPage::ChartLibrary();
+    options.comparison = comparison;
+    return ReportPage::Write(m_reportFolder,
+                             ReportPage::Html(ReportStats::Compute(rows, comparison), options), error);
 }

@@ -11,6 +11,7 @@ packages=(
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   clang libclang-rt-dev
   libxml2-utils
+  libjs-chart.js chromium-headless-shell
   dpkg-dev file
   xvfb xauth openbox xdotool imagemagick
   locales

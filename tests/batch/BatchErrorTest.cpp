@@ -80,12 +80,14 @@ TEST_F(BatchErrorTest, EachFailureIsOneLineWithItsExitStatus) {
         {"baseline of other files",
          {"-s", settings, "--baseline", Path("other.json"), Path("good.png")},
          2,
-         "glyphor-batch: baseline '" + Path("other.json") + "' is a run of other files (none of these images is in it)",
+         "glyphor-batch: baseline '" + Path("other.json") +
+             "' is a run of other files (none of these images is in it)",
          false},
         {"merge of a broken run",
          {"merge", Path("other.json"), Path("broken.json")},
          2,
-         "glyphor-batch: " + Path("broken.json") + ": not a JSON document (line 2: unexpected end of the document)",
+         "glyphor-batch: " + Path("broken.json") +
+             ": not a JSON document (line 2: unexpected end of the document)",
          false},
         {"merge of overlapping runs",
          {"merge", Path("other.json"), Path("other.json")},

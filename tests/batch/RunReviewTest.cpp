@@ -1,6 +1,7 @@
 // Runs as values: reading JSON runs back, shards, merges and baseline comparisons.
 #include "Baseline.h"
 #include "JsonValue.h"
+#include "ReportPage.h"
 #include "RunFile.h"
 #include "RunMerge.h"
 #include "ShardSpec.h"
@@ -207,6 +208,50 @@ TEST(Baseline, ClassifiesEachImageAndPluginAndFlagsRegressions) {
         Baseline::Compare({Row("a", "P", "")}, {Row("a", "P", "QQ=="), Row("b", "P", "")}).Regressed());
     EXPECT_TRUE(Baseline::SharesFiles(before, {"x", "lost.png"}));
     EXPECT_FALSE(Baseline::SharesFiles(before, {"x", "y"}));
+}
+
+} // namespace
+
+namespace {
+
+TEST(Report, FiguresPerFolderPluginAndImage) {
+    std::vector<RunRow> rows = {
+        Row("a/1.png", "P", "QQ==", 1, 0), Row("a/1.png", "Q", "QQ==", 2, 0), // agree
+        Row("a/2.png", "P", "QQ==", 3, 1), Row("a/2.png", "Q", "", 4, 1),     // only P reads
+        Row("3.png", "P", "QQ==", 5, 2),   Row("3.png", "Q", "Qg==", 6, 2),   // other bytes
+        Row("4.png", "P", "", 7, 3),       Row("4.png", "Q", "", 8, 3)};
+    const std::vector<RunRow> before = {Row("4.png", "P", "QQ==", 1, 3)};
+    const Baseline::Comparison comparison = Baseline::Compare(before, rows);
+    const ReportStats stats = ReportStats::Compute(rows, &comparison);
+    EXPECT_EQ(stats.plugins, (std::vector<std::string>{"P", "Q"}));
+    EXPECT_EQ(stats.imageCount, 4);
+    ASSERT_EQ(stats.folders.size(), 2u);
+    EXPECT_EQ(stats.folders[0].name, ".");
+    EXPECT_EQ(stats.folders[1].name, "a");
+    EXPECT_EQ(stats.folders[1].read, (std::vector<long>{2, 1}));
+    EXPECT_EQ(stats.folders[1].images, (std::vector<long>{2, 2}));
+    EXPECT_EQ(stats.onlyRead, (std::vector<std::vector<long>>{{0, 1}, {0, 0}}));
+    EXPECT_EQ(stats.readImages, (std::vector<long>{3, 2}));
+    EXPECT_DOUBLE_EQ(stats.times[0].median, 4);
+    EXPECT_DOUBLE_EQ(stats.times[1].q1, 3.5);
+    EXPECT_DOUBLE_EQ(stats.times[1].max, 8);
+    std::vector<std::string> flagged;
+    for (const ReportStats::Image& image : stats.flagged) {
+        flagged.push_back(image.rows.front()->relative + ": " + image.reason);
+    }
+    EXPECT_EQ(flagged, (std::vector<std::string>{"4.png: baseline: P lost", "a/2.png: plug-ins disagree",
+                                                 "3.png: plug-ins disagree"}));
+
+    // Names cannot end the page's elements early; images that cannot be read say why.
+    rows = {Row("<b>.png", "P</script>", "", 1, 0), Row("<b>.png", "Q", "QQ==", 1, 0)};
+    ReportPage::Options options;
+    options.chartLibrary = "/* charts */";
+    const std::string html = ReportPage::Html(ReportStats::Compute(rows, nullptr), options);
+    EXPECT_EQ(html.find("<b>.png"), std::string::npos);
+    EXPECT_NE(html.find("&lt;b&gt;.png"), std::string::npos);
+    EXPECT_EQ(html.find("P</script>"), std::string::npos);
+    EXPECT_NE(html.find("<script>/* charts */</script>"), std::string::npos);
+    EXPECT_NE(html.find("class=\"missing\">No such file or directory"), std::string::npos);
 }
 
 } // namespace
