@@ -395,18 +395,6 @@ std::unique_ptr<AamvaViewer> CGlyphorDlg::MakeAamvaViewer() {
     return m_makeAamvaViewer ? m_makeAamvaViewer() : std::make_unique<AamvaDialogViewer>();
 }
 
-bool CGlyphorDlg::event(QEvent* e) {
-    if (e->type() == static_cast<QEvent::Type>(WM_SHOW_NEXT_RESULT)) {
-        OnShowNextResult();
-        return true;
-    }
-    if (e->type() == static_cast<QEvent::Type>(WM_SHOW_NEXT_IMAGE)) {
-        m_session.ShowNextImageStep();
-        return true;
-    }
-    return QDialog::event(e);
-}
-
 void CGlyphorDlg::resizeEvent(QResizeEvent* e) {
     QDialog::resizeEvent(e);
     if (isMinimized()) {
@@ -484,12 +472,13 @@ CBitmapPicture* CGlyphorDlg::Picture(PictureId picture) const {
     return m_picture;
 }
 
+// Queued calls to one object run on its thread in the order they were made.
 void CGlyphorDlg::PostShowNextResult() {
-    QCoreApplication::postEvent(this, new QEvent(static_cast<QEvent::Type>(WM_SHOW_NEXT_RESULT)));
+    QMetaObject::invokeMethod(this, &CGlyphorDlg::OnShowNextResult, Qt::QueuedConnection);
 }
 
 void CGlyphorDlg::PostShowNextImage() {
-    QCoreApplication::postEvent(this, new QEvent(static_cast<QEvent::Type>(WM_SHOW_NEXT_IMAGE)));
+    QMetaObject::invokeMethod(this, [this] { m_session.ShowNextImageStep(); }, Qt::QueuedConnection);
 }
 
 void CGlyphorDlg::SetCaption(const std::string& text) {

@@ -54,7 +54,3 @@ constexpr int ID_SAVE_DATA_AS_BINARY = 32769;
 constexpr int ID_PARSE_AS_AAMVA = 32770;
 constexpr int ID_SAVE_IMAGE = 36608;
 constexpr int ID_MAINTAIN_ASPECT_RATIO = 36609;
-
-// Private messages of the main window (posted events).
-constexpr int WM_SHOW_NEXT_RESULT = 0x8001;
-constexpr int WM_SHOW_NEXT_IMAGE = 0x8002;
