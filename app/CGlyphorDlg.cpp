@@ -9,6 +9,7 @@
 #include "DialogBuilder.h"
 #include "EciText.h"
 #include "JobContext.h"
+#include "PluginPalette.h"
 #include "ResultText.h"
 
 #include <QAction>
@@ -30,6 +31,28 @@
 #include <optional>
 
 namespace {
+
+// What a results row keeps for drawing its symbols' outlines.
+constexpr int kOutlinesRole = Qt::UserRole;
+constexpr int kSideRole = Qt::UserRole + 1;
+constexpr int kFileRole = Qt::UserRole + 2;
+
+std::vector<CBitmapPicture::Outline> Outlines(const DecodeOutcome& outcome, const PluginCatalogue& plugins) {
+    size_t index = 0;
+    while (index < plugins.Entries().size() && plugins.Entries()[index].name != outcome.plugin) {
+        ++index;
+    }
+    const QColor colour = QColor::fromRgb(PluginPalette::Colour(index));
+    std::vector<CBitmapPicture::Outline> outlines;
+    for (const DecodedSymbol& symbol : outcome.symbols) {
+        CBitmapPicture::Outline outline{QPolygonF(), colour};
+        for (const ZyrPoint& corner : symbol.corners) {
+            outline.corners << QPointF(corner.X, corner.Y);
+        }
+        outlines.push_back(outline);
+    }
+    return outlines;
+}
 
 // The stop-processing dialog as a running job sees it.
 class CancelDlgJobContext : public JobContext {
@@ -119,6 +142,7 @@ void CGlyphorDlg::BuildControls() {
     connect(m_pluginList, &QListWidget::itemSelectionChanged, this, &CGlyphorDlg::OnPluginSelectionChanged);
     m_resultsList->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_resultsList, &QWidget::customContextMenuRequested, this, &CGlyphorDlg::OnResultsContextMenu);
+    connect(m_resultsList, &QTreeWidget::itemSelectionChanged, this, &CGlyphorDlg::OnResultSelectionChanged);
 
     // There is no system menu to extend here: the About box is on F1 and the window's context menu.
     auto* about = new QAction(QStringLiteral("&About Glyphor..."), this);
@@ -317,8 +341,12 @@ void CGlyphorDlg::OnAbout() {
 
 void CGlyphorDlg::OnShowNextResult() {
     if (const auto row = m_session.decode.TakeNextRow()) {
-        auto* item = new QTreeWidgetItem({Local(row->fileName), Local(row->pluginName),
-                                          Local(row->imageProcess), Local(row->time), Bytes(row->results, row->resultsEci)});
+        auto* item =
+            new QTreeWidgetItem({Local(row->fileName), Local(row->pluginName), Local(row->imageProcess),
+                                 Local(row->time), Bytes(row->results, row->resultsEci)});
+        item->setData(0, kOutlinesRole, QVariant::fromValue(Outlines(row->outcome, m_session.plugins)));
+        item->setData(0, kSideRole, row->outcome.side);
+        item->setData(0, kFileRole, QString::fromStdString(row->outcome.file));
         m_resultsList->addTopLevelItem(item);
         // Scrolling lays out the whole list, so rows shown in one burst scroll once, after the last.
         if (!m_scrollPending) {
@@ -329,6 +357,28 @@ void CGlyphorDlg::OnShowNextResult() {
     UpdateStatistics();
     for (CBitmapPicture* picture : {m_picture, m_side1Picture, m_side2Picture}) {
         picture->update();
+    }
+}
+
+void CGlyphorDlg::OnResultSelectionChanged() {
+    const int row = ResultActions::LastSelectedRow(m_resultsList->topLevelItemCount(), [this](int r) {
+        return m_resultsList->topLevelItem(r)->isSelected();
+    });
+    CBitmapPicture* target = nullptr;
+    std::vector<CBitmapPicture::Outline> outlines;
+    if (row >= 0) {
+        const QTreeWidgetItem* item = m_resultsList->topLevelItem(row);
+        const int side = item->data(0, kSideRole).toInt();
+        target = side == 0 ? m_picture : side == 1 ? m_side1Picture : m_side2Picture;
+        // Only over the image the row was decoded from.
+        const std::optional<std::string> current = m_session.files.CurrentPath();
+        if (side != 0 || (current && ImageFileList::NamePart(*current) ==
+                                         item->data(0, kFileRole).toString().toStdString())) {
+            outlines = item->data(0, kOutlinesRole).value<std::vector<CBitmapPicture::Outline>>();
+        }
+    }
+    for (CBitmapPicture* picture : {m_picture, m_side1Picture, m_side2Picture}) {
+        picture->SetOutlines(picture == target ? outlines : std::vector<CBitmapPicture::Outline>());
     }
 }
 
@@ -478,7 +528,8 @@ void CGlyphorDlg::PostShowNextResult() {
 }
 
 void CGlyphorDlg::PostShowNextImage() {
-    QMetaObject::invokeMethod(this, [this] { m_session.ShowNextImageStep(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this] { m_session.ShowNextImageStep(); }, Qt::QueuedConnection);
 }
 
 void CGlyphorDlg::SetCaption(const std::string& text) {

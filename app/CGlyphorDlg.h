@@ -111,6 +111,7 @@ private:
     void OnPluginSelectionChanged();
     void OnShowNextResult();
     void OnResultsContextMenu(const QPoint& position);
+    void OnResultSelectionChanged();
     void ScrollToLastResult();
     void PresentMessage(MessageKind kind, const QString& text);
     bool ChooseFilesWithDialog(uint32_t& filterIndex, QStringList& paths);

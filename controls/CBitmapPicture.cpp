@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPen>
 #include <vector>
 
 namespace {
@@ -69,6 +70,53 @@ CBitmapPicture::~CBitmapPicture() {
 void CBitmapPicture::ReplaceImage(std::unique_ptr<QImage> image) {
     std::lock_guard<std::recursive_mutex> lock(m_lock);
     m_bitmap = std::move(image);
+    m_outlines.clear();
+}
+
+void CBitmapPicture::SetOutlines(std::vector<Outline> outlines) {
+    {
+        std::lock_guard<std::recursive_mutex> lock(m_lock);
+        m_outlines = std::move(outlines);
+    }
+    update();
+}
+
+std::vector<CBitmapPicture::Outline> CBitmapPicture::Outlines() const {
+    std::lock_guard<std::recursive_mutex> lock(m_lock);
+    return m_outlines;
+}
+
+void CBitmapPicture::SetShowOutlines(bool on) {
+    m_showOutlines = on;
+    update();
+}
+
+void CBitmapPicture::OnShowOutlines() {
+    SetShowOutlines(!m_showOutlines);
+}
+
+// Image pixels to the view: the same mapping as the image's own drawing.
+void CBitmapPicture::DrawOutlines(QPainter& painter) const {
+    const std::vector<Outline> outlines = Outlines();
+    if (!m_showOutlines || outlines.empty() || m_source.width <= 0 || m_source.height <= 0) {
+        return;
+    }
+    const double sx = m_destination.width / m_source.width;
+    const double sy = m_destination.height / m_source.height;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setClipRect(QRectF(m_destination.x, m_destination.y, m_destination.width, m_destination.height));
+    for (const Outline& outline : outlines) {
+        QPolygonF mapped;
+        for (const QPointF& corner : outline.corners) {
+            mapped << QPointF(m_destination.x + (corner.x() - m_source.x) * sx,
+                              m_destination.y + (corner.y() - m_source.y) * sy);
+        }
+        painter.setPen(QPen(outline.colour, 2));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawPolygon(mapped);
+    }
+    painter.restore();
 }
 
 void CBitmapPicture::LoadFromMemory(const uint8_t* bytes, uint32_t count) {
@@ -215,6 +263,7 @@ bool CBitmapPicture::Draw(QPainter& painter) {
     painter.drawImage(
         QRectF(out.destination.x, out.destination.y, out.destination.width, out.destination.height), image,
         QRectF(out.source.x, out.source.y, out.source.width, out.source.height));
+    DrawOutlines(painter);
     return true;
 }
 
@@ -250,6 +299,10 @@ bool CBitmapPicture::BuildContextMenu(QMenu& menu) {
     aspect->setCheckable(true);
     aspect->setChecked(m_maintainAspect);
     connect(aspect, &QAction::triggered, this, &CBitmapPicture::OnMaintainAspectRatio);
+    QAction* outlines = menu.addAction(QStringLiteral("Show Symbol Outlines"));
+    outlines->setCheckable(true);
+    outlines->setChecked(m_showOutlines);
+    connect(outlines, &QAction::triggered, this, &CBitmapPicture::OnShowOutlines);
     return true;
 }
 

@@ -1,19 +1,22 @@
 // Picture view: holds one image, draws it stretched or with its aspect ratio kept, and offers a
-// context menu to save it or to switch the aspect ratio. Images are loaded from encoded bytes
-// (through the reader library's conversion), from files, or copied from a reader image. Loads,
-// sets and saves may run on a worker thread; the image is guarded by a recursive lock and repaint
-// requests are posted to the user-interface thread.
+// context menu to save it, to switch the aspect ratio or to show symbol outlines given to it. Images are
+// loaded from encoded bytes (through the reader library's conversion), from files, or copied from a reader
+// image. Loads, sets and saves may run on a worker thread; the image is guarded by a recursive lock and
+// repaint requests are posted to the user-interface thread.
 #pragma once
 
 #include "PictureLayout.h"
 #include "ZyrReaderLowLevelAPI.h"
 
+#include <QColor>
 #include <QImage>
+#include <QPolygonF>
 #include <QWidget>
 #include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
+#include <vector>
 
 class QMenu;
 
@@ -21,6 +24,12 @@ class CBitmapPicture : public QWidget {
     Q_OBJECT
 public:
     enum class SaveFormat { Png, Jpeg, Bmp };
+
+    // A found symbol's corners in image pixels, in the colour of the plug-in that found it.
+    struct Outline {
+        QPolygonF corners;
+        QColor colour;
+    };
 
     explicit CBitmapPicture(QWidget* parent = nullptr);
     ~CBitmapPicture() override;
@@ -51,6 +60,12 @@ public:
     void SetFit(bool on) { m_fit = on; }
     int ZoomPercent() const { return m_zoomPercent; }
     void SetZoomPercent(int percent) { m_zoomPercent = percent; }
+    // Outlines drawn over the current image while ShowOutlines is on (off at first); a new image
+    // drops them.
+    void SetOutlines(std::vector<Outline> outlines);
+    std::vector<Outline> Outlines() const;
+    bool ShowOutlines() const { return m_showOutlines; }
+    void SetShowOutlines(bool on);
     LayoutRectF DestinationRect() const { return m_destination; }
     LayoutRectF SourceRect() const { return m_source; }
 
@@ -63,6 +78,7 @@ public:
 
     void OnSaveImage();
     void OnMaintainAspectRatio();
+    void OnShowOutlines();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -74,11 +90,14 @@ private:
     void SaveWithMimeType(const std::string& path, const char* mimeType);
     void ReplaceImage(std::unique_ptr<QImage> image);
     void RequestRepaint();
+    void DrawOutlines(QPainter& painter) const;
     std::string ChooseSavePathWithDialog();
 
     bool m_maintainAspect = false;
     int m_zoomPercent = 0;
     bool m_fit = true;
+    bool m_showOutlines = false;
+    std::vector<Outline> m_outlines;
     std::unique_ptr<QImage> m_bitmap;
     LayoutRectF m_destination;
     LayoutRectF m_source;

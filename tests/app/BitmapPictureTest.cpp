@@ -162,6 +162,32 @@ private slots:
         QCOMPARE(view.ZoomPercent(), 25); // height over width, as designed
     }
 
+    void outlinesFollowTheImageLayoutOnlyWhenShown() {
+        CBitmapPicture view;
+        view.resize(100, 100);
+        const QImage wide = Solid(200, 100, Qt::white);
+        ZyrImage image{200, 100, int32_t(wide.bytesPerLine()), ZYR_PIXEL_BGRA32,
+                       const_cast<uint8_t*>(wide.constBits())};
+        view.SetImage(&image);
+        view.SetMaintainAspect(true); // 200x100 shown at 100x50 from y 25
+        // A square from (40,20) to (160,80) in image pixels: (20,35) to (80,65) on screen.
+        const QPolygonF square({QPointF(40, 20), QPointF(160, 20), QPointF(160, 80), QPointF(40, 80)});
+        view.SetOutlines({{square, QColor(Qt::blue)}});
+        const auto blueAt = [&](int x, int y) {
+            const QColor c = view.grab().toImage().pixelColor(x, y);
+            return c.blue() > 150 && c.red() < 150;
+        };
+        QVERIFY(!view.ShowOutlines());
+        QVERIFY(!blueAt(50, 35)); // off by default: the picture as it was
+        view.SetShowOutlines(true);
+        QVERIFY(blueAt(50, 35));
+        QVERIFY(blueAt(80, 50));
+        QVERIFY(!blueAt(50, 50)); // outlines, not filled
+        view.SetImage(&image);    // another image drops them
+        QVERIFY(view.Outlines().empty());
+        QVERIFY(!blueAt(50, 35));
+    }
+
     void saveFormatFollowsTheExtension_data() {
         QTest::addColumn<QString>("path");
         QTest::addColumn<int>("format");

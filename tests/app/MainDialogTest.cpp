@@ -9,6 +9,7 @@
 #include "DialogBuilder.h"
 #include "EncodedImages.h"
 #include "OffscreenMain.h"
+#include "PluginPalette.h"
 #include "ReaderDouble.h"
 #include "TempFolder.h"
 
@@ -257,10 +258,10 @@ private slots:
         TempFolder images;
         Open({QString::fromStdString(images.write("a.png", PngBytes(Qt::red)))});
         QVERIFY(picture->HasImage());
-        const QStringList plain = {"Save Image", "Maintain Aspect Ratio"};
+        const QStringList plain = {"Save Image", "Maintain Aspect Ratio", "Show Symbol Outlines"};
         QCOMPARE(RightClick(picture, middle, "Maintain Aspect Ratio"), QList<QStringList>{plain});
         QVERIFY(picture->MaintainAspect());
-        const QStringList checked = {"Save Image", "Maintain Aspect Ratio*"};
+        const QStringList checked = {"Save Image", "Maintain Aspect Ratio*", "Show Symbol Outlines"};
         QCOMPARE(RightClick(picture, middle), QList<QStringList>{checked});
         // Elsewhere the window's own menu still opens.
         QWidget* label = DialogBuilder::Find(dlg.get(), IDC_IMAGE_COUNT_LABEL);
@@ -452,6 +453,7 @@ private slots:
         rd::SymbolScript one, two;
         one.data = "one";
         two.data = "@\n\x1e\rANSI\x85";
+        two.corners = {{{1, 2}, {30, 2}, {30, 40}, {1, 40}}};
         a.decodes = {{one}, {two}};
         InstallPlugin(a);
         Start();
@@ -474,6 +476,18 @@ private slots:
         QVERIFY(!dlg->Session().busy);
         QVERIFY(Button(IDC_DECODE_MULTI)->isEnabled());
         QVERIFY(dlg->findChildren<CCancelDlg*>().isEmpty());
+
+        // The selected row's symbols are outlined over the picture, in the plug-in's colour, and
+        // only over the image it was decoded from (b.png is on show).
+        auto* picture = Control<CBitmapPicture>(dlg.get(), IDC_PICTURE);
+        Results()->topLevelItem(1)->setSelected(true);
+        const std::vector<CBitmapPicture::Outline> outlines = picture->Outlines();
+        QCOMPARE(outlines.size(), size_t(1));
+        QCOMPARE(outlines[0].corners.at(2), QPointF(30, 40));
+        QCOMPARE(outlines[0].colour, QColor::fromRgb(PluginPalette::Colour(0)));
+        Results()->clearSelection();
+        Results()->topLevelItem(0)->setSelected(true);
+        QVERIFY(picture->Outlines().empty());
     }
 
     // The window and the batch load a file through the same session code: a plug-in gets the same
@@ -484,9 +498,9 @@ private slots:
         PluginList()->item(0)->setSelected(true);
         TempFolder images;
         const std::string colour = images.write("colour.png", PngBytes(Qt::red));
-        const std::string grey =
-            images.write("grey.png", Encoded(Solid(8, 8, Qt::gray).convertToFormat(QImage::Format_Grayscale8), "PNG")
-                                         .toStdString());
+        const std::string grey = images.write(
+            "grey.png",
+            Encoded(Solid(8, 8, Qt::gray).convertToFormat(QImage::Format_Grayscale8), "PNG").toStdString());
         std::vector<int32_t> window, batch;
         for (const std::string& file : {colour, grey}) {
             Open({QString::fromStdString(file)});
@@ -511,7 +525,8 @@ private slots:
         int scrolls = 0;
         connect(Results()->verticalScrollBar(), &QScrollBar::valueChanged, this, [&scrolls] { ++scrolls; });
         for (int i = 0; i < 300; ++i) {
-            dlg->Session().results.Finish(dlg->Session().results.Append(i, 0, "A"), std::chrono::milliseconds(1));
+            dlg->Session().results.Finish(dlg->Session().results.Append(i, 0, "A"),
+                                          std::chrono::milliseconds(1));
             dlg->PostShowNextResult();
         }
         QCOMPARE(Results()->topLevelItemCount(), 0); // nothing shown until the events are handled
