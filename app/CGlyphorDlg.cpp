@@ -524,7 +524,7 @@ CBitmapPicture* CGlyphorDlg::Picture(PictureId picture) const {
 
 // Queued calls to one object run on its thread in the order they were made.
 void CGlyphorDlg::PostShowNextResult() {
-    QMetaObject::invokeMethod(this, &CGlyphorDlg::OnShowNextResult, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, [this] { OnShowNextResult(); }, Qt::QueuedConnection);
 }
 
 void CGlyphorDlg::PostShowNextImage() {
