@@ -1,3 +1,4 @@
+#include "ZyrPixelFormat.h"
 #include "core/LibraryImage.h"
 #include "ImageFixtures.h"
 #include "TestSupport.h"
@@ -163,3 +164,15 @@ INSTANTIATE_TEST_SUITE_P(
     [](const ::testing::TestParamInfo<RowCase>& info) { return info.param.name; });
 
 } // namespace
+
+// The grey every part of the program computes: Rec. 601 weights, rounded, for every colour.
+TEST(PixelFormat, GreyIsTheRoundedRec601LumaOfEveryColour) {
+    int wrong = 0;
+    for (unsigned r = 0; r < 256; ++r)
+        for (unsigned g = 0; g < 256; ++g)
+            for (unsigned b = 0; b < 256; ++b)
+                wrong += ZyrPixel_Grey(uint8_t(r), uint8_t(g), uint8_t(b)) != (299 * r + 587 * g + 114 * b + 500) / 1000;
+    EXPECT_EQ(wrong, 0);
+    EXPECT_EQ(ZyrPixel_BytesPerPixel(ZYR_PIXEL_RGB24), 3);
+    EXPECT_EQ(ZyrPixel_BytesPerPixel(0), 0) << "not a pixel format";
+}
