@@ -31,17 +31,6 @@
 
 namespace {
 
-// The stop-processing dialog as a running job sees it.
-class CancelDlgJobContext : public JobContext {
-public:
-    explicit CancelDlgJobContext(CCancelDlg& dialog) : m_dialog(dialog) {}
-    bool IsStopped() const override { return m_dialog.IsStopped(); }
-    void SetStatusText(const std::string& text) override { m_dialog.SetStatusText(text); }
-
-private:
-    CCancelDlg& m_dialog;
-};
-
 constexpr int kActionButtons[] = {IDC_CAPTURE_MULTI, IDC_CAPTURE,      IDC_OPEN_IMAGE,  IDC_NEXT,
                                   IDC_PREVIOUS,      IDC_DECODE_IMAGE, IDC_DECODE_MULTI};
 
@@ -258,16 +247,20 @@ void CGlyphorDlg::OnPreviousImage() {
 
 void CGlyphorDlg::RunJob(const std::function<uint32_t(JobContext&)>& job) {
     UpdateData();
+    // The job reads its stop flag from the session; the dialog shows its text and asks for the stop.
+    m_session.job.Begin();
     CJobRunner::Run(
         this, m_session.files.Count() != 1,
-        [&job](CCancelDlg& cancel) {
-            CancelDlgJobContext context(cancel);
-            return job(context);
+        [this, &job](CCancelDlg& cancel) {
+            m_session.job.SetStatusSink([&cancel](const std::string& text) { cancel.SetStatusText(text); });
+            return job(m_session.job);
         },
         [this](bool busy) {
             m_session.busy = busy;
             UpdateButtons();
-        });
+        },
+        [this] { m_session.job.Stop(); });
+    m_session.job.End();
 }
 
 void CGlyphorDlg::OnDecodeImage() {

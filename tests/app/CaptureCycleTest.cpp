@@ -673,7 +673,7 @@ TEST_F(CaptureTest, StopEndsCaptureMultiWhileItWaitsForADocument) {
     script.detectWaitsForCancel = true;
     rd::SetCapture(script);
     auto running = std::async(std::launch::async, [this] { return cycle.CaptureMultiJob(job); });
-    ZyrReader_CameraCancelQueue(); // what the stop dialog's Stop does
+    session.job.Stop(); // what the stop dialog asks for
     EXPECT_EQ(running.get(), uint32_t(ZYR_ERR_CANCELLED));
     EXPECT_EQ(rd::CallNames().back(), "ZyrReader_DocumentProcessingComplete");
 }
