@@ -480,12 +480,15 @@ void CGlyphorDlg::SetCaption(const std::string& text) {
         this, [this, caption] { setWindowTitle(caption); }, Qt::AutoConnection);
 }
 
-void CGlyphorDlg::SetPictureImage(PictureId picture, const ZyrImage* image) {
-    Picture(picture)->SetImage(image);
+// Pictures are widgets: jobs reach them through queued calls, in the order they were made.
+void CGlyphorDlg::SetPictureImage(PictureId picture, std::shared_ptr<const ZyrImage> image) {
+    QMetaObject::invokeMethod(
+        this, [this, picture, image] { Picture(picture)->SetImage(image.get()); }, Qt::AutoConnection);
 }
 
 void CGlyphorDlg::SavePicturePng(PictureId picture, const std::string& path) {
-    Picture(picture)->SaveAsPng(path);
+    QMetaObject::invokeMethod(
+        this, [this, picture, path] { Picture(picture)->SaveAsPng(path); }, Qt::AutoConnection);
 }
 
 void CGlyphorDlg::ShowSideViews(bool sides) {

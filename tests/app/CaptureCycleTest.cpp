@@ -33,9 +33,9 @@ public:
 // FakeView that also records which picture each image went to, and runs a hook on messages.
 class CaptureView : public FakeView {
 public:
-    void SetPictureImage(PictureId picture, const ZyrImage* image) override {
-        FakeView::SetPictureImage(picture, image);
-        sets.emplace_back(picture, image);
+    void SetPictureImage(PictureId picture, std::shared_ptr<const ZyrImage> image) override {
+        sets.emplace_back(picture, image.get());
+        FakeView::SetPictureImage(picture, std::move(image));
     }
     void SavePicturePng(PictureId picture, const std::string& path) override {
         FakeView::SavePicturePng(picture, path);
