@@ -54,17 +54,6 @@ std::vector<CBitmapPicture::Outline> Outlines(const DecodeOutcome& outcome, cons
     return outlines;
 }
 
-// The stop-processing dialog as a running job sees it.
-class CancelDlgJobContext : public JobContext {
-public:
-    explicit CancelDlgJobContext(CCancelDlg& dialog) : m_dialog(dialog) {}
-    bool IsStopped() const override { return m_dialog.IsStopped(); }
-    void SetStatusText(const std::string& text) override { m_dialog.SetStatusText(text); }
-
-private:
-    CCancelDlg& m_dialog;
-};
-
 constexpr int kActionButtons[] = {IDC_CAPTURE_MULTI, IDC_CAPTURE,      IDC_OPEN_IMAGE,  IDC_NEXT,
                                   IDC_PREVIOUS,      IDC_DECODE_IMAGE, IDC_DECODE_MULTI};
 
@@ -282,16 +271,20 @@ void CGlyphorDlg::OnPreviousImage() {
 
 void CGlyphorDlg::RunJob(const std::function<uint32_t(JobContext&)>& job) {
     UpdateData();
+    // The job reads its stop flag from the session; the dialog shows its text and asks for the stop.
+    m_session.job.Begin();
     CJobRunner::Run(
         this, m_session.files.Count() != 1,
-        [&job](CCancelDlg& cancel) {
-            CancelDlgJobContext context(cancel);
-            return job(context);
+        [this, &job](CCancelDlg& cancel) {
+            m_session.job.SetStatusSink([&cancel](const std::string& text) { cancel.SetStatusText(text); });
+            return job(m_session.job);
         },
         [this](bool busy) {
             m_session.busy = busy;
             UpdateButtons();
-        });
+        },
+        [this] { m_session.job.Stop(); });
+    m_session.job.End();
 }
 
 void CGlyphorDlg::OnDecodeImage() {
@@ -538,12 +531,15 @@ void CGlyphorDlg::SetCaption(const std::string& text) {
         this, [this, caption] { setWindowTitle(caption); }, Qt::AutoConnection);
 }
 
-void CGlyphorDlg::SetPictureImage(PictureId picture, const ZyrImage* image) {
-    Picture(picture)->SetImage(image);
+// Pictures are widgets: jobs reach them through queued calls, in the order they were made.
+void CGlyphorDlg::SetPictureImage(PictureId picture, std::shared_ptr<const ZyrImage> image) {
+    QMetaObject::invokeMethod(
+        this, [this, picture, image] { Picture(picture)->SetImage(image.get()); }, Qt::AutoConnection);
 }
 
 void CGlyphorDlg::SavePicturePng(PictureId picture, const std::string& path) {
-    Picture(picture)->SaveAsPng(path);
+    QMetaObject::invokeMethod(
+        this, [this, picture, path] { Picture(picture)->SaveAsPng(path); }, Qt::AutoConnection);
 }
 
 void CGlyphorDlg::ShowSideViews(bool sides) {

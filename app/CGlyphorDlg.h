@@ -84,7 +84,7 @@ public:
     void PostShowNextResult() override;
     void PostShowNextImage() override;
     void SetCaption(const std::string& text) override;
-    void SetPictureImage(PictureId picture, const ZyrImage* image) override;
+    void SetPictureImage(PictureId picture, std::shared_ptr<const ZyrImage> image) override;
     void SavePicturePng(PictureId picture, const std::string& path) override;
     void ShowSideViews(bool sides) override;
     void RedrawAll() override;

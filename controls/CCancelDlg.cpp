@@ -2,7 +2,6 @@
 
 #include "ControlIds.h"
 #include "DialogBuilder.h"
-#include "ZyrReaderLowLevelAPI.h"
 
 #include <QCloseEvent>
 #include <QLabel>
@@ -15,8 +14,9 @@ CCancelDlg::CCancelDlg(QWidget* parent) : QDialog(parent) {
 }
 
 void CCancelDlg::Stop() {
-    m_stopped = true;
-    ZyrReader_CameraCancelQueue();
+    if (m_onStop) {
+        m_onStop();
+    }
 }
 
 void CCancelDlg::SetStatusText(const std::string& text) {
@@ -38,6 +38,4 @@ void CCancelDlg::closeEvent(QCloseEvent* event) {
     event->ignore();
 }
 
-// The meta-object code stays in this object, so that programs using other controls do not pull in
-// the reader calls above.
 #include "moc_CCancelDlg.cpp"

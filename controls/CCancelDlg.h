@@ -1,10 +1,10 @@
 // The modeless "Stop processing" dialog shown while a job runs. "Stop", Escape and closing the
-// window all set the stopped flag and cancel the reader's capture queue; none of them closes the
-// dialog: only the job runner destroys it.
+// window all ask for the stop (the handler the job's owner set); none of them closes the dialog:
+// only the job runner destroys it.
 #pragma once
 
 #include <QDialog>
-#include <atomic>
+#include <functional>
 #include <string>
 
 class QLabel;
@@ -14,8 +14,8 @@ class CCancelDlg : public QDialog {
 public:
     explicit CCancelDlg(QWidget* parent = nullptr);
 
-    bool IsStopped() const { return m_stopped.load(); }
-    // Sets the stopped flag and makes a pending capture call of the reader library return.
+    // What Stop does; nothing until set.
+    void SetStopHandler(std::function<void()> handler) { m_onStop = std::move(handler); }
     void Stop();
     // Status text (control 1028); callable from any thread.
     void SetStatusText(const std::string& text);
@@ -28,6 +28,6 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    std::atomic<bool> m_stopped{false};
+    std::function<void()> m_onStop;
     QLabel* m_status = nullptr;
 };

@@ -6,8 +6,10 @@
 #include <memory>
 #include <thread>
 
-uint32_t CJobRunner::Run(QWidget* parent, bool showDialog, const Job& job, const BusyChanged& busyChanged) {
+uint32_t CJobRunner::Run(QWidget* parent, bool showDialog, const Job& job, const BusyChanged& busyChanged,
+                         const std::function<void()>& onStop) {
     auto cancel = std::make_unique<CCancelDlg>(parent);
+    cancel->SetStopHandler(onStop);
     if (showDialog) {
         cancel->show();
     }

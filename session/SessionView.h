@@ -32,8 +32,9 @@ public:
     virtual void SetCaption(const std::string& /*text*/) {}
 
     // Any thread: a picture view shows a copy of the session's pixels (null: empty). The session
-    // keeps the pixels it decodes; the view only displays.
-    virtual void SetPictureImage(PictureId /*picture*/, const ZyrImage* /*image*/) {}
+    // keeps the pixels it decodes; the view only displays (it may take its copy later, on its own
+    // thread: the shared pixels stay alive until then).
+    virtual void SetPictureImage(PictureId /*picture*/, std::shared_ptr<const ZyrImage> /*image*/) {}
     virtual void SavePicturePng(PictureId /*picture*/, const std::string& /*path*/) {}
 
     // Any thread: on a two-sided capture with crop the two side views replace the whole-document

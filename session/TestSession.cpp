@@ -95,13 +95,12 @@ std::shared_ptr<const ZyrImage> TestSession::Image(PictureId picture) const {
 }
 
 void TestSession::ShowImage(PictureId picture, std::shared_ptr<const ZyrImage> image) {
-    const ZyrImage* shown = image.get();
     {
         std::lock_guard<std::mutex> lock(m_imageLock);
-        m_images[static_cast<int>(picture)] = std::move(image);
+        // The old pixels may still be decoded elsewhere: whoever holds them keeps them alive.
+        m_images[static_cast<int>(picture)] = image;
     }
-    // The old pixels may still be decoded elsewhere: whoever holds them keeps them alive.
-    view.SetPictureImage(picture, shown);
+    view.SetPictureImage(picture, std::move(image));
 }
 
 std::string TestSession::LoadError() const {

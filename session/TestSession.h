@@ -11,6 +11,7 @@
 #include "ImageFileList.h"
 #include "ImageFileLoader.h"
 #include "ImageSettingsTable.h"
+#include "JobControl.h"
 #include "PluginCatalogue.h"
 #include "ReaderSession.h"
 #include "ResultStore.h"
@@ -46,6 +47,7 @@ public:
     PluginCatalogue plugins;
     ResultStore results;
     AutoResetEvent decodeEvent;
+    JobControl job; // of the job under way
     DecodeRunner decode{*this};
     CaptureArchive archive{*this};
 

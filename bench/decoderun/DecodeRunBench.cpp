@@ -37,9 +37,9 @@ public:
         };
     }
     std::chrono::nanoseconds loadTime{0};
-    void SetPictureImage(PictureId picture, const ZyrImage* image) override {
+    void SetPictureImage(PictureId picture, std::shared_ptr<const ZyrImage> image) override {
         const auto start = Clock::now();
-        CGlyphorDlg::SetPictureImage(picture, image);
+        CGlyphorDlg::SetPictureImage(picture, std::move(image));
         loadTime += Clock::now() - start;
     }
 };

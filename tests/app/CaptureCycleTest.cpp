@@ -33,9 +33,9 @@ public:
 // FakeView that also records which picture each image went to, and runs a hook on messages.
 class CaptureView : public FakeView {
 public:
-    void SetPictureImage(PictureId picture, const ZyrImage* image) override {
-        FakeView::SetPictureImage(picture, image);
-        sets.emplace_back(picture, image);
+    void SetPictureImage(PictureId picture, std::shared_ptr<const ZyrImage> image) override {
+        sets.emplace_back(picture, image.get());
+        FakeView::SetPictureImage(picture, std::move(image));
     }
     void SavePicturePng(PictureId picture, const std::string& path) override {
         FakeView::SavePicturePng(picture, path);
@@ -673,7 +673,7 @@ TEST_F(CaptureTest, StopEndsCaptureMultiWhileItWaitsForADocument) {
     script.detectWaitsForCancel = true;
     rd::SetCapture(script);
     auto running = std::async(std::launch::async, [this] { return cycle.CaptureMultiJob(job); });
-    ZyrReader_CameraCancelQueue(); // what the stop dialog's Stop does
+    session.job.Stop(); // what the stop dialog asks for
     EXPECT_EQ(running.get(), uint32_t(ZYR_ERR_CANCELLED));
     EXPECT_EQ(rd::CallNames().back(), "ZyrReader_DocumentProcessingComplete");
 }

@@ -23,7 +23,7 @@ public:
     void PostShowNextResult() override { Post(1); }
     void PostShowNextImage() override { Post(2); }
     void SetCaption(const std::string&) override {}
-    void SetPictureImage(PictureId, const ZyrImage*) override {}
+    void SetPictureImage(PictureId, std::shared_ptr<const ZyrImage>) override {}
     void SavePicturePng(PictureId, const std::string&) override {}
     void ShowSideViews(bool) override {}
     void RedrawAll() override {}

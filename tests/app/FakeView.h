@@ -43,7 +43,7 @@ public:
         }
     }
     void SetCaption(const std::string& text) override { captions.push_back(text); }
-    void SetPictureImage(PictureId, const ZyrImage* image) override { shown = image; }
+    void SetPictureImage(PictureId, std::shared_ptr<const ZyrImage> image) override { shown = image.get(); }
     void SavePicturePng(PictureId, const std::string& path) override { savedPngs.push_back(path); }
     void ShowSideViews(bool sides) override { sideViews.push_back(sides); }
     void RedrawAll() override { ++redraws; }

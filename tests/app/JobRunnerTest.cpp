@@ -4,6 +4,7 @@
 #include "CJobRunner.h"
 #include "ControlIds.h"
 #include "DialogBuilder.h"
+#include "JobControl.h"
 #include "OffscreenMain.h"
 #include "ReaderDouble.h"
 
@@ -39,9 +40,12 @@ private slots:
     void everyWayToStopCancelsTheQueueAndKeepsTheDialog() {
         QFETCH(QString, how);
         CCancelDlg dialog;
+        JobControl job;
+        job.Begin();
+        dialog.SetStopHandler([&] { job.Stop(); });
         dialog.show();
         QVERIFY(QTest::qWaitForWindowExposed(&dialog));
-        QVERIFY(!dialog.IsStopped());
+        QVERIFY(!job.IsStopped());
         int expectedCancels = 1;
         if (how == "button") {
             QTest::mouseClick(Control<QPushButton>(&dialog, IDC_STOP), Qt::LeftButton);
@@ -54,7 +58,7 @@ private slots:
             Control<QPushButton>(&dialog, IDC_STOP)->click();
             expectedCancels = 2;
         }
-        QVERIFY(dialog.IsStopped());
+        QVERIFY(job.IsStopped());
         QVERIFY(dialog.isVisible());
         QCOMPARE(int(rd::CallsNamed("ZyrReader_CameraCancelQueue").size()), expectedCancels);
     }
@@ -103,16 +107,19 @@ private slots:
 
     void stopDuringAJobIsSeenByTheJob() {
         QWidget parent;
+        JobControl control;
+        control.Begin();
         bool sawStop = false;
-        CJobRunner::Run(&parent, true,
-                        [&](CCancelDlg& cancel) {
-                            QMetaObject::invokeMethod(
-                                &parent, [&] { Control<QPushButton>(&cancel, IDC_STOP)->click(); },
-                                Qt::BlockingQueuedConnection);
-                            sawStop = cancel.IsStopped();
-                            return 0u;
-                        },
-                        {});
+        CJobRunner::Run(
+            &parent, true,
+            [&](CCancelDlg& cancel) {
+                QMetaObject::invokeMethod(
+                    &parent, [&] { Control<QPushButton>(&cancel, IDC_STOP)->click(); },
+                    Qt::BlockingQueuedConnection);
+                sawStop = control.IsStopped();
+                return 0u;
+            },
+            {}, [&] { control.Stop(); });
         QVERIFY(sawStop);
         QCOMPARE(int(rd::CallsNamed("ZyrReader_CameraCancelQueue").size()), 1);
     }
