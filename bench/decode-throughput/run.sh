@@ -33,7 +33,7 @@ mapfile -t candidates < <(find "$samples" -maxdepth 1 -type f \( -name '*.png' -
 # equal linear symbols, as in two-upce.png); those are left out of both tools' lists.
 images=(); left_out=()
 for f in "${candidates[@]}"; do
-  if ZXingReader -noscale -1 "$f" >/dev/null 2>&1; then images+=("$f"); else left_out+=("$(basename "$f")"); fi
+  if (ZXingReader -noscale -1 "$f" >/dev/null 2>&1) 2>/dev/null; then images+=("$f"); else left_out+=("$(basename "$f")"); fi
 done
 files=()
 for ((r = 0; r < rounds; r++)); do files+=("${images[@]}"); done
