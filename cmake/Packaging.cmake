@@ -20,5 +20,7 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_BINARY_DIR})
 # What building a plug-in against the SDK takes.
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "cmake, pkg-config, g++")
+# Decoded Shift_JIS and GB18030 text needs a font with CJK glyphs to be read in the window.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-wqy-microhei")
 set(CPACK_GENERATOR DEB)
 include(CPack)

@@ -14,6 +14,7 @@ packages=(
   libjs-chart.js chromium-headless-shell
   dpkg-dev file
   xvfb xauth openbox xdotool imagemagick
+  fonts-wqy-microhei
   locales
 )
 
