@@ -136,7 +136,7 @@ bool Apply(const OptionSpec& spec, const std::string& value, BatchOptions& optio
         options.report = value;
         return true;
     case Key::Shard:
-        if (!ShardSpec::Parse(value, options.shard)) {
+        if (!ShardSelection::Parse(value, options.shard)) {
             error = "option '--shard' needs K/N with 1 <= K <= N, not '" + value + "'";
             return false;
         }

@@ -1,7 +1,7 @@
 // The command line of glyphor-batch and its help text.
 #pragma once
 
-#include "ShardSpec.h"
+#include "ShardSelection.h"
 
 #include <string>
 #include <vector>
@@ -22,7 +22,7 @@ struct BatchOptions {
     ProgressMode progress = ProgressMode::Auto;
     std::string baseline; // an earlier JSON run to compare with; empty: none
     std::string report;   // folder for the HTML report; empty: none
-    ShardSpec shard;      // the part of the inputs to decode; inactive: all
+    ShardSelection shard;      // the part of the inputs to decode; inactive: all
 
     // Fills options from the arguments (without the program name). On Error, error holds one
     // line without the program name.

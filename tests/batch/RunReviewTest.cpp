@@ -4,7 +4,7 @@
 #include "ReportPage.h"
 #include "RunFile.h"
 #include "RunMerge.h"
-#include "ShardSpec.h"
+#include "ShardSelection.h"
 
 #include <gtest/gtest.h>
 
@@ -87,13 +87,13 @@ TEST(RunFile, BrokenOrForeignDocumentsAreRefusedWithTheirReason) {
     EXPECT_EQ(error, "cannot read '/no/such/run.json'");
 }
 
-TEST(ShardSpec, ParsesKOfNAndSplitsEveryImageIntoExactlyOnePart) {
-    ShardSpec spec;
-    EXPECT_TRUE(ShardSpec::Parse("2/5", spec));
+TEST(ShardSelection, ParsesKOfNAndSplitsEveryImageIntoExactlyOnePart) {
+    ShardSelection spec;
+    EXPECT_TRUE(ShardSelection::Parse("2/5", spec));
     EXPECT_EQ(spec.index, 2);
     EXPECT_EQ(spec.count, 5);
     for (const char* bad : {"", "1", "/2", "0/1", "2/1", "1/0", "a/2", "1/2/3", "1/1000000000"}) {
-        EXPECT_FALSE(ShardSpec::Parse(bad, spec)) << bad;
+        EXPECT_FALSE(ShardSelection::Parse(bad, spec)) << bad;
     }
     std::vector<ImageInput> inputs;
     for (int i = 0; i < 200; ++i) {
@@ -103,7 +103,7 @@ TEST(ShardSpec, ParsesKOfNAndSplitsEveryImageIntoExactlyOnePart) {
     for (const int n : {1, 3, 16}) {
         std::multiset<size_t> seen;
         for (int k = 1; k <= n; ++k) {
-            const std::vector<ImageInput> part = ShardSpec{k, n}.Select(inputs);
+            const std::vector<ImageInput> part = ShardSelection{k, n}.Select(inputs);
             EXPECT_LT(part.size(), n == 1 ? 201u : 200u * 2 / n) << k << "/" << n << ": parts stay near even";
             for (const ImageInput& input : part) {
                 seen.insert(input.index);
@@ -113,7 +113,7 @@ TEST(ShardSpec, ParsesKOfNAndSplitsEveryImageIntoExactlyOnePart) {
         EXPECT_EQ(std::set<size_t>(seen.begin(), seen.end()).size(), inputs.size()) << n;
     }
     // The part depends on the relative path alone, so every machine agrees.
-    EXPECT_EQ((ShardSpec{1, 7}.Owns("a/b.png")), (ShardSpec{1, 7}.Owns(std::string("a/b.png"))));
+    EXPECT_EQ((ShardSelection{1, 7}.Owns("a/b.png")), (ShardSelection{1, 7}.Owns(std::string("a/b.png"))));
 }
 
 TEST(RunMerge, ShardsComeBackInInputOrderAndOverlapsAreRefused) {

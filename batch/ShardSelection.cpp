@@ -1,4 +1,4 @@
-#include "ShardSpec.h"
+#include "ShardSelection.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -24,7 +24,7 @@ uint64_t Hash(const std::string& text) {
 
 } // namespace
 
-bool ShardSpec::Parse(const std::string& text, ShardSpec& spec) {
+bool ShardSelection::Parse(const std::string& text, ShardSelection& spec) {
     const size_t slash = text.find('/');
     int index = 0;
     int count = 0;
@@ -37,11 +37,11 @@ bool ShardSpec::Parse(const std::string& text, ShardSpec& spec) {
     return true;
 }
 
-bool ShardSpec::Owns(const std::string& relative) const {
+bool ShardSelection::Owns(const std::string& relative) const {
     return !Active() || Hash(relative) % static_cast<uint64_t>(count) == static_cast<uint64_t>(index - 1);
 }
 
-std::vector<ImageInput> ShardSpec::Select(const std::vector<ImageInput>& inputs) const {
+std::vector<ImageInput> ShardSelection::Select(const std::vector<ImageInput>& inputs) const {
     std::vector<ImageInput> mine;
     for (const ImageInput& input : inputs) {
         if (Owns(input.outputName)) {

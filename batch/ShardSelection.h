@@ -8,12 +8,12 @@
 #include <string>
 #include <vector>
 
-struct ShardSpec {
+struct ShardSelection {
     int index = 0; // 1..count; 0: no sharding
     int count = 0;
 
     // "K/N" with 1 <= K <= N <= kMaxCount.
-    static bool Parse(const std::string& text, ShardSpec& spec);
+    static bool Parse(const std::string& text, ShardSelection& spec);
     bool Active() const { return count > 0; }
     bool Owns(const std::string& relative) const;
     std::vector<ImageInput> Select(const std::vector<ImageInput>& inputs) const;
