@@ -4,11 +4,11 @@
 #include "CAboutDlg.h"
 #include "CBitmapPicture.h"
 #include "CCancelDlg.h"
-#include "CJobRunner.h"
 #include "ControlIds.h"
 #include "DialogBuilder.h"
 #include "EciText.h"
 #include "JobContext.h"
+#include "JobWorker.h"
 #include "PluginPalette.h"
 #include "ResultText.h"
 
@@ -27,6 +27,8 @@
 #include <QStyle>
 #include <QThread>
 #include <QTreeWidget>
+#include <chrono>
+#include <future>
 
 #include <optional>
 
@@ -98,7 +100,11 @@ CGlyphorDlg::CGlyphorDlg(QWidget* parent)
     BuildControls();
 }
 
-CGlyphorDlg::~CGlyphorDlg() = default;
+CGlyphorDlg::~CGlyphorDlg() {
+    m_closing = true;
+    m_job.reset(); // stops and joins a job still running: it uses the session
+    m_cancelDlg.reset();
+}
 
 void CGlyphorDlg::BuildControls() {
     DialogBuilder::Build(*this, MainDialogTemplate(),
@@ -269,22 +275,35 @@ void CGlyphorDlg::OnPreviousImage() {
     m_session.PreviousImage();
 }
 
-void CGlyphorDlg::RunJob(const std::function<uint32_t(JobContext&)>& job) {
+void CGlyphorDlg::RunJob(std::function<uint32_t(JobContext&)> job) {
+    if (m_job) {
+        return;
+    }
     UpdateData();
     // The job reads its stop flag from the session; the dialog shows its text and asks for the stop.
     m_session.job.Begin();
-    CJobRunner::Run(
-        this, m_session.files.Count() != 1,
-        [this, &job](CCancelDlg& cancel) {
-            m_session.job.SetStatusSink([&cancel](const std::string& text) { cancel.SetStatusText(text); });
-            return job(m_session.job);
-        },
-        [this](bool busy) {
-            m_session.busy = busy;
-            UpdateButtons();
-        },
-        [this] { m_session.job.Stop(); });
+    m_cancelDlg = std::make_unique<CCancelDlg>(this);
+    m_cancelDlg->SetStopHandler([this] { m_session.job.Stop(); });
+    m_session.job.SetStatusSink([dialog = m_cancelDlg.get()](const std::string& text) { dialog->SetStatusText(text); });
+    if (m_session.files.Count() != 1) {
+        m_cancelDlg->show();
+    }
+    m_session.busy = true;
+    UpdateButtons();
+    m_job = std::make_unique<JobWorker>([this, job = std::move(job)] { return job(m_session.job); },
+                                        [this] { m_session.job.Stop(); });
+    connect(m_job.get(), &JobWorker::Finished, this, &CGlyphorDlg::OnJobEnded);
+    m_job->Start();
+}
+
+void CGlyphorDlg::OnJobEnded() {
+    // The signal comes from the worker: it is deleted once the signal has been delivered.
+    m_job.release()->deleteLater();
     m_session.job.End();
+    m_cancelDlg.reset();
+    m_session.busy = false;
+    UpdateButtons();
+    emit JobFinished();
 }
 
 void CGlyphorDlg::OnDecodeImage() {
@@ -520,11 +539,6 @@ void CGlyphorDlg::PostShowNextResult() {
     QMetaObject::invokeMethod(this, [this] { OnShowNextResult(); }, Qt::QueuedConnection);
 }
 
-void CGlyphorDlg::PostShowNextImage() {
-    QMetaObject::invokeMethod(
-        this, [this] { m_session.ShowNextImageStep(); }, Qt::QueuedConnection);
-}
-
 void CGlyphorDlg::SetCaption(const std::string& text) {
     const QString caption = Local(text);
     QMetaObject::invokeMethod(
@@ -535,11 +549,6 @@ void CGlyphorDlg::SetCaption(const std::string& text) {
 void CGlyphorDlg::SetPictureImage(PictureId picture, std::shared_ptr<const ZyrImage> image) {
     QMetaObject::invokeMethod(
         this, [this, picture, image] { Picture(picture)->SetImage(image.get()); }, Qt::AutoConnection);
-}
-
-void CGlyphorDlg::SavePicturePng(PictureId picture, const std::string& path) {
-    QMetaObject::invokeMethod(
-        this, [this, picture, path] { Picture(picture)->SaveAsPng(path); }, Qt::AutoConnection);
 }
 
 void CGlyphorDlg::ShowSideViews(bool sides) {
@@ -570,10 +579,22 @@ void CGlyphorDlg::ShowMessage(MessageKind kind, const std::string& text) {
     const QString qtext = Local(text);
     if (QThread::currentThread() == thread()) {
         PresentMessage(kind, qtext);
-    } else {
-        // The user-interface thread keeps processing events while a job runs, so this returns.
-        QMetaObject::invokeMethod(
-            this, [this, kind, qtext] { PresentMessage(kind, qtext); }, Qt::BlockingQueuedConnection);
+        return;
+    }
+    // A job waits until the user has closed the box, or until the window goes away.
+    auto closed = std::make_shared<std::promise<void>>();
+    std::future<void> answer = closed->get_future();
+    QMetaObject::invokeMethod(
+        this,
+        [this, kind, qtext, closed] {
+            PresentMessage(kind, qtext);
+            closed->set_value();
+        },
+        Qt::QueuedConnection);
+    while (answer.wait_for(std::chrono::milliseconds(50)) != std::future_status::ready) {
+        if (m_closing) {
+            return;
+        }
     }
 }
 

@@ -12,9 +12,13 @@
 #include <QDialog>
 #include <QIcon>
 #include <QStringList>
+#include <atomic>
 #include <functional>
+#include <memory>
 
 class CBitmapPicture;
+class CCancelDlg;
+class JobWorker;
 class JobContext;
 class QCheckBox;
 class QLabel;
@@ -75,17 +79,17 @@ public:
     void UpdateStatistics();
     // Moves the check boxes' values into the session.
     void UpdateData();
-    // Runs a job under the stop-processing dialog (see CJobRunner).
-    void RunJob(const std::function<uint32_t(JobContext&)>& job);
+    // Starts a job on a worker under the stop-processing dialog and returns at once; the
+    // buttons stay disabled until JobFinished. Ignored while another job runs.
+    void RunJob(std::function<uint32_t(JobContext&)> job);
+    bool JobRunning() const { return m_job != nullptr; }
 
     CBitmapPicture* Picture(PictureId picture) const;
 
     // SessionView
     void PostShowNextResult() override;
-    void PostShowNextImage() override;
     void SetCaption(const std::string& text) override;
     void SetPictureImage(PictureId picture, std::shared_ptr<const ZyrImage> image) override;
-    void SavePicturePng(PictureId picture, const std::string& path) override;
     void ShowSideViews(bool sides) override;
     void RedrawAll() override;
     void ShowMessage(MessageKind kind, const std::string& text) override;
@@ -97,6 +101,10 @@ public:
 
     // Open dialog filters, in the order their index counts.
     static QStringList OpenFilters();
+
+signals:
+    // A job started by RunJob has ended and the window is idle again.
+    void JobFinished();
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -114,6 +122,7 @@ private:
     void OnResultSelectionChanged();
     void ScrollToLastResult();
     void PresentMessage(MessageKind kind, const QString& text);
+    void OnJobEnded();
     bool ChooseFilesWithDialog(uint32_t& filterIndex, QStringList& paths);
 
     QIcon m_icon;
@@ -134,4 +143,10 @@ private:
     OpenFileChooser m_chooseFiles;
     SavePathChooser m_chooseSavePath;
     AamvaViewerFactory m_makeAamvaViewer;
+    // The job under way and its stop dialog; the worker goes first when the window goes.
+    std::unique_ptr<CCancelDlg> m_cancelDlg;
+    std::unique_ptr<JobWorker> m_job;
+    // Set when the window is destroyed with a job running: a job waiting on a message box
+    // stops waiting.
+    std::atomic<bool> m_closing{false};
 };

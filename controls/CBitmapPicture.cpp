@@ -36,23 +36,6 @@ std::unique_ptr<QImage> Normalised(QImage image) {
         image.convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32 : QImage::Format_RGB32));
 }
 
-int32_t PixelFormatOf(const QImage& image) {
-    switch (image.format()) {
-    case QImage::Format_Grayscale8:
-        return ZYR_PIXEL_GREY8;
-    case QImage::Format_RGB888:
-        return ZYR_PIXEL_RGB24;
-    default:
-        return ZYR_PIXEL_BGRA32; // RGB32 and ARGB32 are B, G, R, A bytes on this platform
-    }
-}
-
-// Keeps the pixels the view points at alive for as long as the view is held.
-struct HeldView {
-    QImage image;
-    ZyrImage view{};
-};
-
 } // namespace
 
 CBitmapPicture::CBitmapPicture(QWidget* parent) : QWidget(parent) {
@@ -62,27 +45,19 @@ CBitmapPicture::CBitmapPicture(QWidget* parent) : QWidget(parent) {
     setContextMenuPolicy(Qt::PreventContextMenu);
 }
 
-CBitmapPicture::~CBitmapPicture() {
-    std::lock_guard<std::recursive_mutex> lock(m_lock);
-    m_bitmap.reset();
-}
+CBitmapPicture::~CBitmapPicture() = default;
 
 void CBitmapPicture::ReplaceImage(std::unique_ptr<QImage> image) {
-    std::lock_guard<std::recursive_mutex> lock(m_lock);
     m_bitmap = std::move(image);
     m_outlines.clear();
 }
 
 void CBitmapPicture::SetOutlines(std::vector<Outline> outlines) {
-    {
-        std::lock_guard<std::recursive_mutex> lock(m_lock);
-        m_outlines = std::move(outlines);
-    }
+    m_outlines = std::move(outlines);
     update();
 }
 
 std::vector<CBitmapPicture::Outline> CBitmapPicture::Outlines() const {
-    std::lock_guard<std::recursive_mutex> lock(m_lock);
     return m_outlines;
 }
 
@@ -120,20 +95,16 @@ void CBitmapPicture::DrawOutlines(QPainter& painter) const {
 }
 
 void CBitmapPicture::LoadFromMemory(const uint8_t* bytes, uint32_t count) {
-    {
-        std::lock_guard<std::recursive_mutex> lock(m_lock);
-        m_bitmap.reset();
-        uint32_t size = 0;
-        if (ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, bytes, count, nullptr, &size) == ZYR_OK) {
-            std::vector<uint8_t> buffer(size_t(size) + kConversionSlack);
-            uint32_t written = static_cast<uint32_t>(buffer.size());
-            if (ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, bytes, count, buffer.data(), &written) ==
-                    ZYR_OK &&
-                written <= buffer.size()) {
-                QImage image;
-                if (image.loadFromData(buffer.data(), static_cast<int>(written)) && !image.isNull()) {
-                    m_bitmap = Normalised(std::move(image));
-                }
+    ReplaceImage(nullptr);
+    uint32_t size = 0;
+    if (ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, bytes, count, nullptr, &size) == ZYR_OK) {
+        std::vector<uint8_t> buffer(size_t(size) + kConversionSlack);
+        uint32_t written = static_cast<uint32_t>(buffer.size());
+        if (ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, bytes, count, buffer.data(), &written) == ZYR_OK &&
+            written <= buffer.size()) {
+            QImage image;
+            if (image.loadFromData(buffer.data(), static_cast<int>(written)) && !image.isNull()) {
+                ReplaceImage(Normalised(std::move(image)));
             }
         }
     }
@@ -141,16 +112,12 @@ void CBitmapPicture::LoadFromMemory(const uint8_t* bytes, uint32_t count) {
 }
 
 void CBitmapPicture::LoadFromFile(const std::string& path) {
-    {
-        std::lock_guard<std::recursive_mutex> lock(m_lock);
-        m_bitmap.reset();
-        QFile file(QString::fromLocal8Bit(path.c_str()));
-        if (file.open(QIODevice::ReadOnly)) {
-            const QByteArray bytes = file.readAll();
-            file.close();
-            LoadFromMemory(reinterpret_cast<const uint8_t*>(bytes.constData()),
-                           static_cast<uint32_t>(bytes.size()));
-        }
+    ReplaceImage(nullptr);
+    QFile file(QString::fromLocal8Bit(path.c_str()));
+    if (file.open(QIODevice::ReadOnly)) {
+        const QByteArray bytes = file.readAll();
+        file.close();
+        LoadFromMemory(reinterpret_cast<const uint8_t*>(bytes.constData()), static_cast<uint32_t>(bytes.size()));
     }
     RequestRepaint();
 }
@@ -195,7 +162,6 @@ void CBitmapPicture::SaveWithMimeType(const std::string& path, const char* mimeT
     if (formats.isEmpty()) {
         return; // no writer for that type: nothing is saved
     }
-    std::lock_guard<std::recursive_mutex> lock(m_lock);
     if (!m_bitmap) {
         return;
     }
@@ -204,28 +170,11 @@ void CBitmapPicture::SaveWithMimeType(const std::string& path, const char* mimeT
 }
 
 bool CBitmapPicture::HasImage() const {
-    std::lock_guard<std::recursive_mutex> lock(m_lock);
     return m_bitmap != nullptr;
 }
 
 QImage CBitmapPicture::Image() const {
-    std::lock_guard<std::recursive_mutex> lock(m_lock);
     return m_bitmap ? *m_bitmap : QImage();
-}
-
-std::shared_ptr<const ZyrImage> CBitmapPicture::ImageView() const {
-    auto held = std::make_shared<HeldView>();
-    held->image = Image(); // shares the pixels; a later load replaces the view's copy, not these
-    if (held->image.isNull()) {
-        return nullptr;
-    }
-    ZyrImage& v = held->view;
-    v.Width = held->image.width();
-    v.Height = held->image.height();
-    v.Stride = static_cast<int32_t>(held->image.bytesPerLine());
-    v.PixelFormat = PixelFormatOf(held->image);
-    v.Pixels = const_cast<uint8_t*>(held->image.constBits()); // read only; constBits never detaches
-    return std::shared_ptr<const ZyrImage>(held, &held->view);
 }
 
 void CBitmapPicture::SetMaintainAspect(bool on) {
@@ -354,9 +303,7 @@ void CBitmapPicture::OnMaintainAspectRatio() {
 }
 
 void CBitmapPicture::RequestRepaint() {
-    // Widgets are painted on the user-interface thread only; a worker's load asks for it there.
-    QMetaObject::invokeMethod(
-        this, [this] { update(); }, Qt::QueuedConnection);
+    update();
 }
 
 // The meta-object code stays in this object, so that programs using other controls do not pull in

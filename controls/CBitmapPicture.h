@@ -1,8 +1,7 @@
 // Picture view: holds one image, draws it stretched or with its aspect ratio kept, and offers a
 // context menu to save it, to switch the aspect ratio or to show symbol outlines given to it. Images are
 // loaded from encoded bytes (through the reader library's conversion), from files, or copied from a reader
-// image. Loads, sets and saves may run on a worker thread; the image is guarded by a recursive lock and
-// repaint requests are posted to the user-interface thread.
+// image. User-interface thread only: jobs reach it through queued calls of the window.
 #pragma once
 
 #include "PictureLayout.h"
@@ -14,7 +13,6 @@
 #include <QWidget>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <vector>
 
@@ -50,9 +48,6 @@ public:
 
     bool HasImage() const;
     QImage Image() const; // a shared copy of the current image (null image when empty)
-    // A view of the current pixels for the reader library; it keeps those pixels alive even when
-    // the view loads another image meanwhile. Null when the view is empty.
-    std::shared_ptr<const ZyrImage> ImageView() const;
 
     bool MaintainAspect() const { return m_maintainAspect; }
     void SetMaintainAspect(bool on);
@@ -101,6 +96,5 @@ private:
     std::unique_ptr<QImage> m_bitmap;
     LayoutRectF m_destination;
     LayoutRectF m_source;
-    mutable std::recursive_mutex m_lock;
     std::function<std::string()> m_chooseSavePath;
 };

@@ -13,6 +13,6 @@ void CaptureArchive::Archive(const std::string& folderName) {
     std::error_code ignored; // an existing folder is simply reused
     std::filesystem::create_directory(folder, ignored);
     const std::string number = std::to_string(m_session.imageNumber.load());
-    m_session.view.SavePicturePng(PictureId::Main, folder + number + ".png");
+    m_session.SavePicturePng(PictureId::Main, folder + number + ".png");
     m_session.view.SetCaption("Glyphor - " + number + ".png");
 }

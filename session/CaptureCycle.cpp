@@ -173,11 +173,13 @@ uint32_t CaptureCycle::Run(JobContext& job, bool repeat) {
         s.stats.lastImageProcessMs = elapsed;
         s.stats.totalImageProcessMs += elapsed;
         const int32_t number = ++s.imageNumber;
-        s.ShowImage(PictureId::Main, ImageFileLoader::Copy(processed));
+        // Shown, saved and decoded from the session's own copy.
+        const std::shared_ptr<const ZyrImage> image = ImageFileLoader::Copy(processed);
+        s.ShowImage(PictureId::Main, image);
         sleep(500);
-        s.view.SavePicturePng(PictureId::Main, Format("Glyphor_%d.png", ApplicationFolder(), number % 2));
+        s.SavePicturePng(PictureId::Main, Format("Glyphor_%d.png", ApplicationFolder(), number % 2));
         if (!twoSided) {
-            s.decode.Run(processed, 0);
+            s.decode.Run(image.get(), 0);
         } else {
             ProcessTwoSided(snapshot, *record, options, optional, number);
         }
@@ -209,16 +211,18 @@ void CaptureCycle::ProcessTwoSided(const ZyrImage* snapshot, const ZyrImageSetti
     if (result == 0) {
         const std::string folder = ApplicationFolder();
         ++s.imageNumber;
-        s.decode.Run(sides[0], 1);
+        const std::shared_ptr<const ZyrImage> side1 = ImageFileLoader::Copy(sides[0]);
+        s.decode.Run(side1.get(), 1);
         if (crop) {
-            s.ShowImage(PictureId::Side1, ImageFileLoader::Copy(sides[0]));
-            s.view.SavePicturePng(PictureId::Side1, Format("GlyphorSide1_%d.png", folder, number % 2));
+            s.ShowImage(PictureId::Side1, side1);
+            s.SavePicturePng(PictureId::Side1, Format("GlyphorSide1_%d.png", folder, number % 2));
         }
         ++s.imageNumber;
-        s.decode.Run(sides[1], 2);
+        const std::shared_ptr<const ZyrImage> side2 = ImageFileLoader::Copy(sides[1]);
+        s.decode.Run(side2.get(), 2);
         if (crop) {
-            s.ShowImage(PictureId::Side2, ImageFileLoader::Copy(sides[1]));
-            s.view.SavePicturePng(PictureId::Side2, Format("GlyphorSide2_%d.png", folder, number % 2));
+            s.ShowImage(PictureId::Side2, side2);
+            s.SavePicturePng(PictureId::Side2, Format("GlyphorSide2_%d.png", folder, number % 2));
             sleep(500);
         }
     }

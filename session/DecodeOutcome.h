@@ -32,7 +32,7 @@ enum class OutcomeStatus {
 struct DecodeOutcome {
     int32_t imageNumber = 0; // the session's image number when the run started
     int32_t side = 0;        // 0 one-sided, 1 left side, any other value right side
-    std::string file;        // name of the image file on show when the row was handed over
+    std::string file;        // name of the image file on show when it was decoded
     std::string plugin;      // display name of the plug-in
     std::chrono::nanoseconds imageProcess{0}; // the last capture's image-process time
     std::chrono::nanoseconds decode{0};       // the plug-in call alone

@@ -17,10 +17,11 @@ void DecodeRunner::Run(const ZyrImage* image, int32_t side) {
     }
     ++s.stats.imageCount;
     bool archived = false;
+    const std::string fileName = s.CurrentFileName();
     for (const PluginEntry& plugin : selected) {
         ++s.stats.decodeCount;
         const int32_t number = s.imageNumber.load();
-        GLD_DecodeResult* record = s.results.Append(number, side, plugin.name);
+        GLD_DecodeResult* record = s.results.Append(number, side, plugin.name, fileName);
         s.dataReceived = false;
         // Only the library call is timed.
         const auto start = std::chrono::steady_clock::now();
@@ -65,11 +66,10 @@ uint32_t DecodeRunner::DecodeImageJob(JobContext&) {
 uint32_t DecodeRunner::DecodeMultiJob(JobContext& job) {
     job.SetStatusText("Decoding...");
     RunOnMainPicture();
+    // The job steps through the files itself: the session loads and owns the pixels, the view
+    // only follows what is shown.
     while (!job.IsStopped() && m_session.files.CurrentIndex() < m_session.files.Count() - 1) {
-        m_session.view.PostShowNextImage();
-        if (!m_session.decodeEvent.WaitFor(stepTimeoutMs)) {
-            break;
-        }
+        m_session.StepNext();
         RunOnMainPicture();
     }
     return 0;
@@ -80,7 +80,6 @@ std::optional<ResultRow> DecodeRunner::TakeNextRow() {
     if (!outcome) {
         return std::nullopt;
     }
-    outcome->file = m_session.currentFileName;
     outcome->imageProcess = std::chrono::milliseconds(m_session.stats.lastImageProcessMs.load());
     return ResultRowOf(std::move(*outcome));
 }

@@ -17,7 +17,7 @@ public:
     explicit DecodeRunner(TestSession& session) : m_session(session) {}
 
     // Job's thread. A null image or an empty selection decodes nothing (a camera image is then
-    // filed as "Failed").
+    // filed as "Failed"). The rows name the file on show now.
     void Run(const ZyrImage* image, int32_t side);
 
     // Receives the symbols of ZyrReader_ImagePluginDecode; context is the runner, tag the image
@@ -28,15 +28,12 @@ public:
     uint32_t DecodeImageJob(JobContext& job);
     uint32_t DecodeMultiJob(JobContext& job);
 
-    // User-interface thread, on "show next result": the next row to append, if any, with the file
-    // on show and the last image-process time.
+    // User-interface thread, on "show next result": the next row to append, if any, with the
+    // last image-process time.
     std::optional<ResultRow> TakeNextRow();
 
     // Clear Results: the decode data list and the counters (not the last image-process time).
     void ClearResults();
-
-    // How long Decode Multi waits for the next image to be shown.
-    int stepTimeoutMs = 2000;
 
 private:
     void RunOnMainPicture();

@@ -2,6 +2,7 @@
 
 #include "ZyrPixelFormat.h"
 #include "imagecodec/ImageDecoder.h"
+#include "imagecodec/PngWriter.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -97,4 +98,25 @@ std::shared_ptr<const ZyrImage> ImageFileLoader::Copy(const ZyrImage* image) {
     }
     copy->view = ZyrImage{image->Width, image->Height, copy->raw.stride, image->PixelFormat, copy->raw.pixels.data()};
     return std::shared_ptr<const ZyrImage>(copy, &copy->view);
+}
+
+bool ImageFileLoader::SavePng(const ZyrImage& image, const std::string& path) {
+    zyr::PixelLayout layout = zyr::PixelLayout::Grey8;
+    switch (image.PixelFormat) {
+    case ZYR_PIXEL_GREY8:
+        break;
+    case ZYR_PIXEL_RGB24:
+        layout = zyr::PixelLayout::RGB;
+        break;
+    case ZYR_PIXEL_BGRA32:
+        layout = zyr::PixelLayout::BGRA;
+        break;
+    default:
+        return false;
+    }
+    if (!image.Pixels || image.Width <= 0 || image.Height <= 0 ||
+        int64_t(image.Stride) < int64_t(image.Width) * ZyrPixel_BytesPerPixel(image.PixelFormat)) {
+        return false;
+    }
+    return zyr::PngWriter::writeFile(path, image.Width, image.Height, layout, image.Pixels, image.Stride) == ZYR_OK;
 }

@@ -17,4 +17,8 @@ public:
 
     // An owned copy of a reader image's pixels (rows packed); null for null or an unusable view.
     static std::shared_ptr<const ZyrImage> Copy(const ZyrImage* image);
+
+    // Writes the pixels as a PNG file (grey stays grey); false when the image is unusable or the
+    // file cannot be written.
+    static bool SavePng(const ZyrImage& image, const std::string& path);
 };

@@ -29,8 +29,10 @@ ResultStore::~ResultStore() {
     m_data.Clear();
 }
 
-GLD_DecodeResult* ResultStore::Append(int32_t imageNumber, int32_t side, const std::string& pluginName) {
+GLD_DecodeResult* ResultStore::Append(int32_t imageNumber, int32_t side, const std::string& pluginName,
+                                      const std::string& fileName) {
     auto* record = new GLD_DecodeResult;
+    record->Outcome.file = fileName;
     record->Outcome.imageNumber = imageNumber;
     record->Outcome.side = side;
     record->Outcome.plugin = pluginName;

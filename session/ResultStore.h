@@ -20,7 +20,8 @@ public:
     ~ResultStore();
 
     // Queues a record with a new empty decode data buffer; returns the record (owned here).
-    GLD_DecodeResult* Append(int32_t imageNumber, int32_t side, const std::string& pluginName);
+    GLD_DecodeResult* Append(int32_t imageNumber, int32_t side, const std::string& pluginName,
+                             const std::string& fileName = {});
 
     // Attaches a symbol to the first pending record of that image number. False when none
     // matches (the symbol is then left alone).

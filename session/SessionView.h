@@ -23,19 +23,17 @@ class SessionView {
 public:
     virtual ~SessionView() = default;
 
-    // Any thread: queue "show the next pending result" / "show the next image" for the
-    // user-interface thread, in the order posted.
+    // Any thread: queue "show the next pending result" for the user-interface thread, in the
+    // order posted.
     virtual void PostShowNextResult() {}
-    virtual void PostShowNextImage() {}
 
     // Any thread: window caption.
     virtual void SetCaption(const std::string& /*text*/) {}
 
     // Any thread: a picture view shows a copy of the session's pixels (null: empty). The session
-    // keeps the pixels it decodes; the view only displays (it may take its copy later, on its own
-    // thread: the shared pixels stay alive until then).
+    // keeps the pixels it decodes and saves; the view only displays (it may take its copy later,
+    // on its own thread: the shared pixels stay alive until then).
     virtual void SetPictureImage(PictureId /*picture*/, std::shared_ptr<const ZyrImage> /*image*/) {}
-    virtual void SavePicturePng(PictureId /*picture*/, const std::string& /*path*/) {}
 
     // Any thread: on a two-sided capture with crop the two side views replace the whole-document
     // view (sides true: whole view hidden and disabled, side views shown and enabled); without

@@ -70,7 +70,6 @@ void TestSession::OpenImages(const std::vector<std::string>& paths, uint32_t fil
     files.Replace(paths);
     if (const auto first = files.CurrentPath()) {
         ShowFile(*first);
-        currentFileName = ImageFileList::NamePart(*first);
     }
     view.UpdateButtons();
 }
@@ -78,11 +77,11 @@ void TestSession::OpenImages(const std::vector<std::string>& paths, uint32_t fil
 void TestSession::ShowFile(const std::string& path) {
     const std::string name = ImageFileList::NamePart(path);
     view.SetCaption("Glyphor - " + name);
-    currentFileName = name;
     std::string error;
     std::shared_ptr<const ZyrImage> image = loadImage ? loadImage(path, error) : nullptr;
     {
         std::lock_guard<std::mutex> lock(m_imageLock);
+        m_currentFileName = name;
         m_loadError = image ? std::string() : error;
     }
     ShowImage(PictureId::Main, std::move(image));
@@ -108,11 +107,27 @@ std::string TestSession::LoadError() const {
     return m_loadError;
 }
 
+void TestSession::SavePicturePng(PictureId picture, const std::string& path) {
+    const std::shared_ptr<const ZyrImage> image = Image(picture);
+    if (image && savePng) {
+        savePng(picture, *image, path);
+    }
+}
+
+std::string TestSession::CurrentFileName() const {
+    std::lock_guard<std::mutex> lock(m_imageLock);
+    return m_currentFileName;
+}
+
 void TestSession::NextImage() {
+    StepNext();
+    view.UpdateButtons();
+}
+
+void TestSession::StepNext() {
     if (const auto path = files.StepNext()) {
         ShowFile(*path);
     }
-    view.UpdateButtons();
 }
 
 void TestSession::PreviousImage() {
@@ -122,7 +137,3 @@ void TestSession::PreviousImage() {
     view.UpdateButtons();
 }
 
-void TestSession::ShowNextImageStep() {
-    NextImage();
-    decodeEvent.Set();
-}

@@ -3,7 +3,6 @@
 // operations on them that need no widgets. The window reaches the user through SessionView.
 #pragma once
 
-#include "AutoResetEvent.h"
 #include "ButtonRules.h"
 #include "CaptureArchive.h"
 #include "DecodeRunner.h"
@@ -35,7 +34,6 @@ public:
     std::atomic<bool> busy{false};         // a job runs
     bool scannerConnected = true;          // copy of the application's flag, fixed at start
     std::atomic<bool> dataReceived{false}; // a symbol arrived during the current plug-in call
-    std::string currentFileName;           // name part of the file on show
     std::string executableFolder;          // where the settings are saved, ending in "/"
     // Check boxes, moved into the session on the user-interface thread before a job starts.
     std::atomic<bool> useVisibleImage{true};
@@ -46,7 +44,6 @@ public:
     ImageSettingsTable imageSettings;
     PluginCatalogue plugins;
     ResultStore results;
-    AutoResetEvent decodeEvent;
     JobControl job; // of the job under way
     DecodeRunner decode{*this};
     CaptureArchive archive{*this};
@@ -54,14 +51,23 @@ public:
     // How image files become pixels; tests put their own pictures here.
     using ImageLoader = std::function<std::shared_ptr<const ZyrImage>(const std::string& path, std::string& error)>;
     ImageLoader loadImage = &ImageFileLoader::Load;
+    // How a picture's pixels become a PNG file (failures are silent); tests record instead.
+    using PngSaver = std::function<void(PictureId picture, const ZyrImage& image, const std::string& path)>;
+    PngSaver savePng = [](PictureId, const ZyrImage& image, const std::string& path) {
+        ImageFileLoader::SavePng(image, path);
+    };
 
     // Any thread: the pixels a picture shows, owned by the session and alive while the caller
     // holds them, whatever is shown next; null when the picture is empty.
     std::shared_ptr<const ZyrImage> Image(PictureId picture) const;
     // Any thread: makes image the picture's pixels and has the view show them.
     void ShowImage(PictureId picture, std::shared_ptr<const ZyrImage> image);
+    // Any thread: saves the session's pixels of a picture as PNG; an empty picture saves nothing.
+    void SavePicturePng(PictureId picture, const std::string& path);
     // Why the last file shown could not be read; empty when it was.
     std::string LoadError() const;
+    // Any thread: name part of the file on show (kept when a capture replaces the picture).
+    std::string CurrentFileName() const;
 
     ButtonStates Buttons() const;
 
@@ -85,11 +91,12 @@ public:
     void ShowFile(const std::string& path);
     void NextImage();
     void PreviousImage();
-    // "Show next image" of Decode Multi: the next-image step, then the decode event.
-    void ShowNextImageStep();
+    // Any thread (Decode Multi's job): shows the next file without touching the buttons.
+    void StepNext();
 
 private:
     mutable std::mutex m_imageLock;
     std::shared_ptr<const ZyrImage> m_images[3]; // by PictureId
     std::string m_loadError;
+    std::string m_currentFileName;
 };

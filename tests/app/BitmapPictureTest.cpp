@@ -246,45 +246,6 @@ private slots:
                     .isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot));
         QVERIFY(view.HasImage());
     }
-
-    void viewForDecodingOutlivesTheNextLoad() {
-        CBitmapPicture view;
-        const QByteArray first = Encoded(Solid(3, 3, QColor(10, 20, 30)), "PNG");
-        view.LoadFromMemory(reinterpret_cast<const uint8_t*>(first.constData()), first.size());
-        const std::shared_ptr<const ZyrImage> held = view.ImageView();
-        QVERIFY(held);
-        QCOMPARE(held->PixelFormat, int32_t(ZYR_PIXEL_BGRA32));
-        view.LoadFromFile("/no/such/file.png");
-        QVERIFY(!view.ImageView());
-        // The held view still reads the first image's pixels (B, G, R, A).
-        QCOMPARE(int(held->Pixels[0]), 30);
-        QCOMPARE(int(held->Pixels[2]), 10);
-    }
-
-    void greyImagesStayGreyForTheDecoder() {
-        QImage grey(4, 4, QImage::Format_Grayscale8);
-        grey.fill(0x77);
-        const QByteArray bmp = Encoded(grey, "BMP"); // 8-bit BMP with a grey palette
-        CBitmapPicture view;
-        view.LoadFromMemory(reinterpret_cast<const uint8_t*>(bmp.constData()), bmp.size());
-        const auto held = view.ImageView();
-        QVERIFY(held);
-        QCOMPARE(held->PixelFormat, int32_t(ZYR_PIXEL_GREY8));
-        QCOMPARE(int(held->Pixels[5]), 0x77);
-    }
-
-    void workerLoadsAreRepaintedOnTheInterfaceThread() {
-        TempFolder folder;
-        const std::string path = folder.write("w.png", Encoded(Solid(4, 4, Qt::red), "PNG").toStdString());
-        CBitmapPicture view;
-        view.resize(20, 20);
-        view.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&view));
-        std::thread worker([&] { view.LoadFromFile(path); });
-        worker.join();
-        QVERIFY(view.HasImage());
-        QTRY_COMPARE(view.grab().toImage().pixel(10, 10), qRgb(255, 0, 0));
-    }
 };
 
 GLYPHOR_OFFSCREEN_TEST_MAIN(BitmapPictureTest)

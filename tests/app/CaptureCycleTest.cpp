@@ -37,9 +37,12 @@ public:
         sets.emplace_back(picture, image.get());
         FakeView::SetPictureImage(picture, std::move(image));
     }
-    void SavePicturePng(PictureId picture, const std::string& path) override {
-        FakeView::SavePicturePng(picture, path);
-        saves.emplace_back(picture, path);
+    // The session's PNG writer as a recorder of picture and path.
+    TestSession::PngSaver Saver() {
+        return [this](PictureId picture, const ZyrImage&, const std::string& path) {
+            savedPngs.push_back(path);
+            saves.emplace_back(picture, path);
+        };
     }
     void ShowMessage(MessageKind kind, const std::string& text) override {
         FakeView::ShowMessage(kind, text);
@@ -95,6 +98,7 @@ protected:
         reader.VisibleParameters.CaptureResolution = 600;
         reader.VisibleParameters.Binning = 2;
         reader.DarkObjectValue = 40;
+        session.savePng = view.Saver();
         cycle.sleep = [this](int ms) { sleeps.push_back(ms); };
         cycle.clockMs = [this] {
             const int64_t now = clock.empty() ? 0 : clock.front();
@@ -250,11 +254,14 @@ TEST_F(CaptureTest, OneSidedCycleCallsTheReaderInOrderWithItsArguments) {
                                 "callback", process.args[13], "0", "null", rd::Ptr(&reader.Process)}));
     EXPECT_NE(process.args[1], "null") << "the snapshot the callback delivered is post-processed";
 
-    // The processed image is shown, saved by parity, decoded as side 0, and then released.
+    // The processed image is copied into the session, which shows, saves by parity and decodes
+    // its copy as side 0; the library's images are released.
     const rd::Call decode = rd::CallsNamed("ZyrReader_ImagePluginDecode").at(0);
     const std::vector<rd::Call> destroyed = rd::CallsNamed("ZyrReader_DestroyCachedObject");
+    ASSERT_EQ(destroyed.size(), 2u);
     EXPECT_EQ(destroyed.at(0).args[0], process.args[1]) << "the snapshot first";
-    EXPECT_EQ(destroyed.at(1).args[0], decode.args[2]) << "then the processed image that was decoded";
+    EXPECT_EQ(decode.args[2], rd::Ptr(session.Image(PictureId::Main).get())) << "the session's copy is decoded";
+    EXPECT_NE(destroyed.at(1).args[0], decode.args[2]);
     ASSERT_EQ(view.sets.size(), 4u);
     for (size_t i = 0; i < 3; ++i)
         EXPECT_EQ(view.sets[i].second, nullptr) << "all three views are emptied first";
@@ -315,9 +322,17 @@ TEST_P(TwoSidedCapture, DecodesBothSidesAndShowsThemOnlyWithCrop) {
     while (auto row = session.decode.TakeNextRow())
         rows.push_back(row->results);
     EXPECT_EQ(rows, (std::vector<std::string>{"Side Left: [NO DATA]", "Side Right: [NO DATA]"}));
+    // Each side is decoded from the session's copy (the one shown, with crop); the library's side
+    // images are released.
     const std::vector<rd::Call> destroyed = rd::CallsNamed("ZyrReader_DestroyCachedObject");
-    EXPECT_EQ(destroyed.at(0).args[0], decodes.at(0).args[2]);
-    EXPECT_EQ(destroyed.at(1).args[0], decodes.at(1).args[2]);
+    ASSERT_EQ(decodes.size(), 2u);
+    for (size_t side = 0; side < 2; ++side) {
+        EXPECT_NE(destroyed.at(side).args[0], decodes[side].args[2]) << side;
+        if (crop) {
+            const PictureId view = side == 0 ? PictureId::Side1 : PictureId::Side2;
+            EXPECT_EQ(decodes[side].args[2], rd::Ptr(session.Image(view).get())) << side;
+        }
+    }
     EXPECT_EQ(session.imageNumber.load(), 9) << "one for the capture, one per side";
 
     std::vector<std::pair<PictureId, std::string>> expectedSaves = {

@@ -2,6 +2,7 @@
 // decoded documents are filed under the plug-in's folder, symbol-less ones under "Failed", only
 // two capture files are kept, Capture Multi takes every document and ends on Stop, and a
 // two-sided reader with crop shows and saves both sides.
+#include "JobWait.h"
 #include "CBitmapPicture.h"
 #include "CCancelDlg.h"
 #include "CGlyphorDlg.h"
@@ -102,6 +103,7 @@ private slots:
         auto dialog = Start("Pdf417");
         QVERIFY(ReaderSession::ScannerConnected());
         dialog->OnCapture();
+        QVERIFY(JobEnds(*dialog));
         const QStringList rows = Rows(*dialog);
         QCOMPARE(rows.size(), 1);
         QVERIFY2(rows[0].startsWith("@") && rows[0].contains("ANSI 636"), qPrintable(rows[0]));
@@ -115,6 +117,7 @@ private slots:
         MakeDevice(*device, "one-sided", {"05-blank"}, 0);
         auto dialog = Start("ZXing");
         dialog->OnCapture();
+        QVERIFY(JobEnds(*dialog));
         QCOMPARE(Rows(*dialog), QStringList{"[NO DATA]"});
         QCOMPARE(FilesIn(app->file("Failed")), (std::set<std::string>{"1.png"}));
         QVERIFY(!fs::exists(app->file("ZXing")));
@@ -124,8 +127,10 @@ private slots:
         // The document is never taken away, so every capture sees it again.
         MakeDevice(*device, "one-sided", {"02-qrcode"}, 3600000);
         auto dialog = Start("QRCode");
-        for (int i = 0; i < 10; ++i)
+        for (int i = 0; i < 10; ++i) {
             dialog->OnCapture();
+            QVERIFY(JobEnds(*dialog));
+        }
         QCOMPARE(Rows(*dialog).size(), 10);
         std::set<std::string> captures;
         for (const std::string& name : FilesIn(app->path()))
@@ -154,6 +159,7 @@ private slots:
         });
         stopper.start(50);
         dialog->OnCaptureMulti();
+        QVERIFY(JobEnds(*dialog));
         stopper.stop();
         QVERIFY(stopped);
         const QStringList rows = Rows(*dialog);
@@ -172,6 +178,7 @@ private slots:
         auto dialog = Start("ZXing");
         Control<QCheckBox>(dialog.get(), IDC_CROP)->setChecked(true);
         dialog->OnCapture();
+        QVERIFY(JobEnds(*dialog));
         const QStringList rows = Rows(*dialog);
         QCOMPARE(rows.size(), 2);
         QCOMPARE(rows[0], QStringLiteral("Side Left: D1234562"));

@@ -1,5 +1,5 @@
-// The decode run on a worker while this thread plays the user-interface thread: rows taken and
-// images stepped concurrently with the run, as in the program. Meant to run under
+// The decode run on a worker, stepping through the files itself, while this thread plays the
+// user-interface thread taking rows, as in the program. Meant to run under
 // ThreadSanitizer too (preset tsan).
 #include "JobContext.h"
 #include "ReaderDouble.h"
@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <condition_variable>
-#include <deque>
 #include <thread>
 
 namespace rd = readerdouble;
@@ -20,11 +19,9 @@ namespace {
 class QueuedView : public SessionView {
 public:
 
-    void PostShowNextResult() override { Post(1); }
-    void PostShowNextImage() override { Post(2); }
+    void PostShowNextResult() override { Post(); }
     void SetCaption(const std::string&) override {}
     void SetPictureImage(PictureId, std::shared_ptr<const ZyrImage>) override {}
-    void SavePicturePng(PictureId, const std::string&) override {}
     void ShowSideViews(bool) override {}
     void RedrawAll() override {}
     void ShowMessage(MessageKind, const std::string&) override {}
@@ -33,40 +30,35 @@ public:
     // Serves events until the worker is done and the queue is empty.
     void Serve(TestSession& session, const std::atomic<bool>& done, std::vector<ResultRow>& rows) {
         for (;;) {
-            int event = 0;
             {
                 std::unique_lock<std::mutex> lock(m_mutex);
-                m_posted.wait(lock, [&] { return !m_events.empty() || done; });
-                if (m_events.empty()) {
+                m_posted.wait(lock, [&] { return m_events > 0 || done; });
+                if (m_events == 0) {
                     return;
                 }
-                event = m_events.front();
-                m_events.pop_front();
+                --m_events;
             }
-            if (event == 1) {
-                if (auto row = session.decode.TakeNextRow()) {
-                    rows.push_back(*row);
-                }
-                session.stats.Format(); // the statistics line is read while the job writes
-            } else {
-                session.ShowNextImageStep();
+            if (auto row = session.decode.TakeNextRow()) {
+                rows.push_back(*row);
             }
+            session.stats.Format(); // the statistics line is read while the job writes
+            (void)session.CurrentFileName(); // and the caption's file while the job steps
         }
     }
     void Wake() { m_posted.notify_all(); }
 
 private:
-    void Post(int event) {
+    void Post() {
         {
             std::lock_guard<std::mutex> lock(m_mutex);
-            m_events.push_back(event);
+            ++m_events;
         }
         m_posted.notify_all();
     }
 
     std::mutex m_mutex;
     std::condition_variable m_posted;
-    std::deque<int> m_events;
+    int m_events = 0;
 };
 
 class NeverStopped : public JobContext {
@@ -119,7 +111,7 @@ TEST(DecodeConcurrency, DecodeMultiWithTheInterfaceServedConcurrently) {
 
     ASSERT_EQ(rows.size(), size_t(3 * kImages));
     for (size_t i = 0; i < rows.size(); ++i) {
-        // Every row belongs to the image on show when it was taken, whichever plug-in got the symbols.
+        // Every row belongs to the image it was decoded from, whichever plug-in got the symbols.
         EXPECT_EQ(rows[i].fileName, "image" + std::to_string(i / 3) + ".png") << i;
     }
     EXPECT_EQ(session.stats.imageCount, kImages);

@@ -1,5 +1,4 @@
-// A SessionView without widgets: records what the session asks of the user interface, and can
-// act as the user-interface thread for the posted "show next result" / "show next image".
+// A SessionView without widgets: records what the session asks of the user interface.
 #pragma once
 
 #include "SessionView.h"
@@ -25,26 +24,17 @@ public:
             return std::shared_ptr<const ZyrImage>(it->second, [](const ZyrImage*) {}); // not owning
         };
     }
-
-    // When set, a posted "show next image" runs the session's step at once.
-    TestSession* stepSession = nullptr;
+    // The session's PNG writer as a recorder of the paths.
+    TestSession::PngSaver PngRecorder() {
+        return [this](PictureId, const ZyrImage&, const std::string& path) { savedPngs.push_back(path); };
+    }
 
     void PostShowNextResult() override {
         std::lock_guard<std::mutex> lock(mutex);
         ++resultPosts;
     }
-    void PostShowNextImage() override {
-        {
-            std::lock_guard<std::mutex> lock(mutex);
-            ++imagePosts;
-        }
-        if (stepSession) {
-            stepSession->ShowNextImageStep();
-        }
-    }
     void SetCaption(const std::string& text) override { captions.push_back(text); }
     void SetPictureImage(PictureId, std::shared_ptr<const ZyrImage> image) override { shown = image.get(); }
-    void SavePicturePng(PictureId, const std::string& path) override { savedPngs.push_back(path); }
     void ShowSideViews(bool sides) override { sideViews.push_back(sides); }
     void RedrawAll() override { ++redraws; }
     void ShowMessage(MessageKind kind, const std::string& text) override {
@@ -54,7 +44,6 @@ public:
 
     std::mutex mutex;
     int resultPosts = 0;
-    int imagePosts = 0;
     int buttonUpdates = 0;
     int redraws = 0;
     std::vector<bool> sideViews;

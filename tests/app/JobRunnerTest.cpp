@@ -1,16 +1,20 @@
-// The stop-processing dialog and the job runner: stop by button, Escape or close, the dialog's
-// visibility, busy reports, the worker thread, and events served while the job runs.
+// The stop-processing dialog and the job worker: stop by button, Escape or close, the worker's
+// own thread, the queued end report, and stopping by destruction.
 #include "CCancelDlg.h"
-#include "CJobRunner.h"
 #include "ControlIds.h"
 #include "DialogBuilder.h"
 #include "JobControl.h"
+#include "JobWorker.h"
 #include "OffscreenMain.h"
 #include "ReaderDouble.h"
 
 #include <QCloseEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QSignalSpy>
+#include <atomic>
+#include <chrono>
+#include <memory>
 #include <thread>
 
 namespace rd = readerdouble;
@@ -70,58 +74,55 @@ private slots:
         QTRY_COMPARE(dialog.StatusText(), QStringLiteral("Decoding..."));
     }
 
-    void runsTheJobOnAWorkerWhileEventsAreServed_data() {
-        QTest::addColumn<bool>("show");
-        QTest::newRow("dialog shown") << true;
-        QTest::newRow("dialog hidden") << false;
-    }
-    void runsTheJobOnAWorkerWhileEventsAreServed() {
-        QFETCH(bool, show);
-        QWidget parent;
-        std::vector<bool> busyReports;
-        bool dialogVisible = !show;
+    // The caller's thread keeps serving events while the job runs, and hears of the end by signal.
+    void runsTheJobOnItsOwnThreadAndReportsTheEndQueued() {
+        QObject target;
         bool servedWhileRunning = false;
         std::thread::id jobThread;
-        const uint32_t result = CJobRunner::Run(
-            &parent, show,
-            [&](CCancelDlg& cancel) {
+        JobWorker worker(
+            [&] {
                 jobThread = std::this_thread::get_id();
-                // Only served if the interface thread keeps processing events during the job.
-                QMetaObject::invokeMethod(
-                    &parent,
-                    [&] {
-                        servedWhileRunning = true;
-                        dialogVisible = cancel.isVisible();
-                    },
-                    Qt::BlockingQueuedConnection);
+                // Only served if the caller's thread is not blocked waiting for the job.
+                QMetaObject::invokeMethod(&target, [&] { servedWhileRunning = true; },
+                                          Qt::BlockingQueuedConnection);
                 return 42u;
             },
-            [&](bool busy) { busyReports.push_back(busy); });
-        QCOMPARE(result, 42u);
+            {});
+        QSignalSpy finished(&worker, &JobWorker::Finished);
+        worker.Start();
+        QVERIFY(worker.IsRunning());
+        QVERIFY(finished.wait(10000));
+        QCOMPARE(finished.count(), 1);
+        QCOMPARE(finished.first().first().toUInt(), 42u);
         QVERIFY(jobThread != std::this_thread::get_id());
         QVERIFY(servedWhileRunning);
-        QCOMPARE(dialogVisible, show);
-        QCOMPARE(busyReports, (std::vector<bool>{true, false}));
-        QVERIFY(parent.findChildren<CCancelDlg*>().isEmpty()); // destroyed by the runner
+        QVERIFY(!worker.IsRunning());
     }
 
-    void stopDuringAJobIsSeenByTheJob() {
-        QWidget parent;
+    // Destroying a running worker asks the job to stop and joins its thread; no signal follows.
+    void destroyingARunningWorkerStopsAndJoins() {
         JobControl control;
         control.Begin();
-        bool sawStop = false;
-        CJobRunner::Run(
-            &parent, true,
-            [&](CCancelDlg& cancel) {
-                QMetaObject::invokeMethod(
-                    &parent, [&] { Control<QPushButton>(&cancel, IDC_STOP)->click(); },
-                    Qt::BlockingQueuedConnection);
-                sawStop = control.IsStopped();
+        std::atomic<bool> jobReturned{false};
+        std::atomic<bool> started{false};
+        auto worker = std::make_unique<JobWorker>(
+            [&] {
+                started = true;
+                while (!control.IsStopped()) {
+                    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+                }
+                jobReturned = true;
                 return 0u;
             },
-            {}, [&] { control.Stop(); });
-        QVERIFY(sawStop);
-        QCOMPARE(int(rd::CallsNamed("ZyrReader_CameraCancelQueue").size()), 1);
+            [&] { control.Stop(); });
+        bool finished = false;
+        connect(worker.get(), &JobWorker::Finished, this, [&] { finished = true; });
+        worker->Start();
+        QTRY_VERIFY(started.load());
+        worker.reset();
+        QVERIFY(jobReturned.load());
+        QCoreApplication::processEvents();
+        QVERIFY(!finished);
     }
 };
 

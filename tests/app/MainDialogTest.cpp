@@ -1,5 +1,6 @@
 // The main window on the offscreen platform: controls and texts, button rules, resizing, the
 // statistics line, a decode run through the real job runner, closing while busy, and settings.
+#include "JobWait.h"
 #include "CAboutDlg.h"
 #include "CBitmapPicture.h"
 #include "CCancelDlg.h"
@@ -461,7 +462,8 @@ private slots:
         TempFolder images;
         Open({QString::fromStdString(images.write("a.png", PngBytes(Qt::red))),
               QString::fromStdString(images.write("b.png", PngBytes(Qt::blue)))});
-        Button(IDC_DECODE_MULTI)->click(); // returns when the job has ended
+        Button(IDC_DECODE_MULTI)->click();
+        QVERIFY(JobEnds(*dlg));
         QCOMPARE(Results()->topLevelItemCount(), 2);
         const QStringList first = {"a.png", "A", "0ms", Results()->topLevelItem(0)->text(3), "one"};
         for (int c = 0; c < 5; ++c) {
@@ -504,7 +506,8 @@ private slots:
         std::vector<int32_t> window, batch;
         for (const std::string& file : {colour, grey}) {
             Open({QString::fromStdString(file)});
-            Button(IDC_DECODE_IMAGE)->click(); // returns when the job has ended
+            Button(IDC_DECODE_IMAGE)->click();
+            QVERIFY(JobEnds(*dlg));
             window.push_back(rd::DecodedPixelFormats().back());
 
             DecodeLane lane;
@@ -573,6 +576,7 @@ private slots:
                 Qt::BlockingQueuedConnection);
         });
         Button(IDC_DECODE_IMAGE)->click();
+        QVERIFY(JobEnds(*dlg));
         QVERIFY(onWorker);
         QCOMPARE(dialogs, 1);
         QCOMPARE(shown, visible);
@@ -591,6 +595,7 @@ private slots:
                 dlg.get(), [&] { dlg->close(); }, Qt::BlockingQueuedConnection);
         });
         Button(IDC_DECODE_IMAGE)->click();
+        QVERIFY(JobEnds(*dlg));
         QVERIFY(dlg->isVisible());
         QCOMPARE(int(rd::CallsNamed("ZyrReader_CameraCancelQueue").size()), 1);
         QVERIFY(!std::filesystem::exists(app->file("Glyphor.ini")));

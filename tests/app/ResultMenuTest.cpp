@@ -1,5 +1,6 @@
 // The results list's context menu in the main window: shown only on a row, its commands wired to
 // the row actions, the last selected row's bytes saved or parsed, the parsed record shown.
+#include "JobWait.h"
 #include "CAAMVADialog.h"
 #include "CGlyphorDlg.h"
 #include "ControlIds.h"
@@ -82,6 +83,7 @@ private:
         Control<QListWidget>(dlg.get(), IDC_PLUGINS)->item(0)->setSelected(true);
         dlg->OnOpenImage();
         dlg->OnDecodeMulti();
+        QVERIFY(JobEnds(*dlg));
         QCOMPARE(Results()->topLevelItemCount(), 3);
     }
 

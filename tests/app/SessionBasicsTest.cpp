@@ -1,6 +1,4 @@
-// Button rules, statistics texts, row texts, the auto-reset event and stepping through the image
-// files.
-#include "AutoResetEvent.h"
+// Button rules, statistics texts, row texts and stepping through the image files.
 #include "ButtonRules.h"
 #include "DecodeStatistics.h"
 #include "ImageFileList.h"
@@ -134,15 +132,6 @@ TEST(ResultRowText, SpellsOutControlCodesOnOneLine) {
     for (const auto& c : cases) {
         EXPECT_EQ(ResultRowText(c.bytes, c.encoding), c.shown);
     }
-}
-
-TEST(AutoResetEvent, ReleasesOneWaitPerSetAndDoesNotCount) {
-    AutoResetEvent event;
-    EXPECT_FALSE(event.WaitFor(0)) << "created clear";
-    event.Set();
-    event.Set();
-    EXPECT_TRUE(event.WaitFor(0));
-    EXPECT_FALSE(event.WaitFor(0)) << "two sets release one wait";
 }
 
 // ---- Image file list -----------------------------------------------------------------------

@@ -169,13 +169,13 @@ TEST_F(SessionTest, OpeningShowsTheFirstFile) {
     session->OpenImages({"/img/a b.png", "C:\\scans\\b.jpg"}, 3);
     EXPECT_EQ(view.captions, std::vector<std::string>{"Glyphor - a b.png"});
     EXPECT_EQ(view.loads, std::vector<std::string>{"/img/a b.png"});
-    EXPECT_EQ(session->currentFileName, "a b.png");
+    EXPECT_EQ(session->CurrentFileName(), "a b.png");
     EXPECT_EQ(session->imageNumber, 11);
     EXPECT_EQ(session->files.FilterIndex(), 3u);
     EXPECT_EQ(session->files.CurrentIndex(), 0);
     session->NextImage();
     EXPECT_EQ(view.captions.back(), "Glyphor - b.jpg");
-    EXPECT_EQ(session->currentFileName, "b.jpg");
+    EXPECT_EQ(session->CurrentFileName(), "b.jpg");
 }
 
 TEST_F(SessionTest, EveryShowRaisesTheImageNumberAlsoBackAndForth) {
