@@ -4,10 +4,6 @@
 
 #include "ImageFiles.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-
 namespace fs = std::filesystem;
 
 namespace batchtest {
@@ -81,8 +77,7 @@ TEST_F(BatchCrashTest, CrashedAndTimedOutDecodesAreNamedInEveryFormat) {
 
     const RunResult json = with("json");
     ASSERT_EQ(json.status, 0) << json.err;
-    const QJsonArray rows =
-        QJsonDocument::fromJson(QByteArray(json.out.data(), int(json.out.size()))).object()["rows"].toArray();
+    const QJsonArray rows = ParseJson(json.out)["rows"].toArray();
     ASSERT_EQ(rows.size(), 4);
     for (int i = 0; i < 4; ++i) {
         const QJsonObject row = rows[i].toObject();

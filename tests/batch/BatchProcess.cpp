@@ -2,56 +2,35 @@
 
 #include <gtest/gtest.h>
 
+#include <QJsonDocument>
+#include <QProcess>
+
 #include <algorithm>
-#include <cstdlib>
-#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace fs = std::filesystem;
 
 namespace batchtest {
 
 RunResult RunBatch(const std::vector<std::string>& args, const std::string& cwd) {
-    // Test programs may run side by side: each run gets files of its own.
-    static int runs = 0;
-    const fs::path folder =
-        fs::path(testing::TempDir()) / ("batch-run-" + std::to_string(getpid()) + "-" + std::to_string(++runs));
-    fs::create_directories(folder);
-    const std::string outPath = (folder / "stdout").string();
-    const std::string errPath = (folder / "stderr").string();
-    std::vector<std::string> argv{GLYPHOR_BATCH_EXE};
-    argv.insert(argv.end(), args.begin(), args.end());
-    std::vector<char*> pointers;
-    for (std::string& arg : argv) {
-        pointers.push_back(arg.data());
-    }
-    pointers.push_back(nullptr);
-
-    const pid_t pid = fork();
-    if (pid == 0) {
-        const int out = open(outPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-        const int err = open(errPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-        const int in = open("/dev/null", O_RDONLY);
-        if (out < 0 || err < 0 || in < 0 || dup2(out, 1) < 0 || dup2(err, 2) < 0 || dup2(in, 0) < 0 ||
-            (!cwd.empty() && chdir(cwd.c_str()) != 0)) {
-            _exit(126);
-        }
-        unsetenv("ZYRREADER_DEVICE");
-        execv(pointers[0], pointers.data());
-        _exit(127);
-    }
+    QProcess process;
+    QStringList arguments;
+    for (const std::string& arg : args)
+        arguments << QString::fromStdString(arg);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove("ZYRREADER_DEVICE");
+    process.setProcessEnvironment(environment);
+    process.setStandardInputFile(QProcess::nullDevice());
+    if (!cwd.empty())
+        process.setWorkingDirectory(QString::fromStdString(cwd));
+    process.start(GLYPHOR_BATCH_EXE, arguments);
     RunResult result;
-    int status = 0;
-    if (pid > 0 && waitpid(pid, &status, 0) == pid && WIFEXITED(status)) {
-        result.status = WEXITSTATUS(status);
-    }
-    result.out = ReadFile(outPath);
-    result.err = ReadFile(errPath);
-    fs::remove_all(folder);
+    if (process.waitForFinished(-1) && process.exitStatus() == QProcess::NormalExit)
+        result.status = process.exitCode();
+    result.out = process.readAllStandardOutput().toStdString();
+    result.err = process.readAllStandardError().toStdString();
     return result;
 }
 
@@ -65,27 +44,10 @@ std::vector<std::string> Lines(const std::string& text) {
 }
 
 std::string Base64Decode(const std::string& text) {
-    const std::string alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string bytes;
-    uint32_t bits = 0;
-    int count = 0;
-    for (const char c : text) {
-        if (c == '=') {
-            break;
-        }
-        const size_t value = alphabet.find(c);
-        if (value == std::string::npos) {
-            ADD_FAILURE() << "not base64: " << text;
-            return bytes;
-        }
-        bits = bits << 6 | uint32_t(value);
-        count += 6;
-        if (count >= 8) {
-            count -= 8;
-            bytes += char((bits >> count) & 0xFF);
-        }
-    }
-    return bytes;
+    const auto decoded = QByteArray::fromBase64Encoding(QByteArray::fromStdString(text),
+                                                        QByteArray::AbortOnBase64DecodingErrors);
+    EXPECT_TRUE(decoded) << "not base64: " << text;
+    return (*decoded).toStdString();
 }
 
 std::vector<std::vector<std::string>> ParseCsv(const std::string& text) {
@@ -126,6 +88,24 @@ std::vector<std::vector<std::string>> ParseCsv(const std::string& text) {
         records.push_back(record);
     }
     return records;
+}
+
+QJsonObject ParseJson(const std::string& text) {
+    QJsonParseError error{};
+    const QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromStdString(text), &error);
+    EXPECT_EQ(error.error, QJsonParseError::NoError) << error.errorString().toStdString() << "\n" << text;
+    return document.object();
+}
+
+QJsonArray TimelessRows(const std::string& json) {
+    QJsonArray rows;
+    for (const QJsonValue& value : ParseJson(json)["rows"].toArray()) {
+        QJsonObject row = value.toObject();
+        row.remove("time");
+        row.remove("imgProcess");
+        rows.append(row);
+    }
+    return rows;
 }
 
 std::string ReadFile(const std::string& path) {

@@ -1,6 +1,9 @@
 // Runs the glyphor-batch executable for the command tests and takes its output apart.
 #pragma once
 
+#include <QJsonArray>
+#include <QJsonObject>
+
 #include <map>
 #include <string>
 #include <vector>
@@ -20,6 +23,11 @@ std::vector<std::string> Lines(const std::string& text); // split at "\n", no fi
 std::string Base64Decode(const std::string& text);       // standard alphabet with padding
 // RFC 4180 records (CR LF or LF ends, quoted fields with doubled quotes and line ends inside).
 std::vector<std::vector<std::string>> ParseCsv(const std::string& text);
+
+// A JSON run's document (a failed check when it does not parse) and its rows without the times,
+// which differ from run to run.
+QJsonObject ParseJson(const std::string& text);
+QJsonArray TimelessRows(const std::string& json);
 
 std::string ReadFile(const std::string& path);
 void WriteFile(const std::string& path, const std::string& bytes);

@@ -1,29 +1,12 @@
 // Runs larger than one call: shards merged back into one run, and runs compared with a baseline.
 #include "BatchFixture.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-
 #include <map>
 
 namespace batchtest {
 namespace {
 
 class BatchShardTest : public BatchFixture {};
-
-// Rows without their times, which differ from run to run.
-QJsonArray TimelessRows(const std::string& json) {
-    QJsonArray rows;
-    for (const QJsonValue& value :
-         QJsonDocument::fromJson(QByteArray(json.data(), int(json.size()))).object()["rows"].toArray()) {
-        QJsonObject row = value.toObject();
-        row.remove("time");
-        row.remove("imgProcess");
-        rows.append(row);
-    }
-    return rows;
-}
 
 TEST_F(BatchShardTest, ShardsMergedEqualOneRun) {
     const std::vector<std::string> common = {
@@ -48,10 +31,8 @@ TEST_F(BatchShardTest, ShardsMergedEqualOneRun) {
     const QJsonArray expected = TimelessRows(whole.out);
     EXPECT_EQ(rows, size_t(expected.size()));
     EXPECT_EQ(TimelessRows(json), expected);
-    const QJsonObject stats =
-        QJsonDocument::fromJson(QByteArray::fromStdString(json)).object()["statistics"].toObject();
-    const QJsonObject wholeStats =
-        QJsonDocument::fromJson(QByteArray::fromStdString(whole.out)).object()["statistics"].toObject();
+    const QJsonObject stats = ParseJson(json)["statistics"].toObject();
+    const QJsonObject wholeStats = ParseJson(whole.out)["statistics"].toObject();
     EXPECT_EQ(stats["imageCount"], wholeStats["imageCount"]);
     EXPECT_EQ(stats["symbolsCount"], wholeStats["symbolsCount"]);
 
@@ -95,8 +76,7 @@ TEST_F(BatchShardTest, BaselineOfAnotherPluginSettingTellsWhatWasLost) {
     const RunResult weak = RunBatch(
         {"-s", Path("weak.ini"), "-p", "ZXing", "-f", "json", "--baseline", Path("base.json"), Path("in")});
     EXPECT_EQ(weak.status, 3) << weak.err;
-    const QJsonObject baseline =
-        QJsonDocument::fromJson(QByteArray::fromStdString(weak.out)).object()["baseline"].toObject();
+    const QJsonObject baseline = ParseJson(weak.out)["baseline"].toObject();
     std::map<std::string, std::string> changes;
     for (const QJsonValue& row : baseline["rows"].toArray()) {
         changes[row.toObject()["relative"].toString().toStdString()] =

@@ -52,16 +52,10 @@ TEST(TextEncoding, JsonStringOfLatin1Text) {
 
 TEST(TextEncoding, JsonStringOfUtf8Text) {
     const Case cases[] = {
-        {"two-byte character",
-         "Gr\xc3\xbc\xc3\x9f"
-         "e",
-         "\"Gr\\u00fc\\u00dfe\""},
+        {"two-byte character", "Gr\xc3\xbc\xc3\x9f" "e", "\"Gr\\u00fc\\u00dfe\""},
         {"three-byte character", "\xe2\x82\xac", "\"\\u20ac\""},
         {"four-byte character becomes a surrogate pair", "\xf0\x9f\x98\x80", "\"\\ud83d\\ude00\""},
-        {"lone continuation byte read as Latin-1",
-         "a\x80"
-         "b",
-         "\"a\\u0080b\""},
+        {"lone continuation byte read as Latin-1", "a\x80" "b", "\"a\\u0080b\""},
         {"cut sequence read as Latin-1", "\xe2\x82", "\"\\u00e2\\u0082\""},
         {"overlong form read as Latin-1", "\xe0\x80\xaf", "\"\\u00e0\\u0080\\u00af\""},
         {"surrogate code read as Latin-1", "\xed\xa0\x80", "\"\\u00ed\\u00a0\\u0080\""},
@@ -91,11 +85,7 @@ TEST(TextEncoding, TableTextKeepsOneLine) {
         {"line ends", "a\r\nb", "a\\r\\nb"},
         {"NUL and tab", Bytes("a\0\tb", 4), "a\\0\\tb"},
         {"record separator and DEL", "\x1e\x7f", "\\x1E\\x7F"},
-        {"Latin-1 letters as UTF-8",
-         "Gr\xfc\xdf"
-         "e",
-         "Gr\xc3\xbc\xc3\x9f"
-         "e"},
+        {"Latin-1 letters as UTF-8", "Gr\xfc\xdf" "e", "Gr\xc3\xbc\xc3\x9f" "e"},
     };
     for (const Case& c : latin1) {
         EXPECT_EQ(TextEncoding::TableText(c.input, true), c.expected) << c.name;

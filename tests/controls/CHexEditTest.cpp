@@ -219,46 +219,33 @@ TEST_F(HexViewTest, SelectionShowsInTheCaretsColumn) {
     EXPECT_EQ(Count(image, HexRect(1, 3), red, true), 0);
 }
 
-struct ClickCase {
-    const char* name;
-    enum Column { Address, Hex, Char } column;
-    int offset, cell;
-    int32_t pos;
-    int mode;
-};
-
-void PrintTo(const ClickCase& c, std::ostream* os) {
-    *os << c.name;
+TEST_F(HexViewTest, ClickPutsCaretOnByteAndNibble) {
+    enum Column { Address, Hex, Char };
+    struct Case {
+        const char* name;
+        Column column;
+        int offset, cell;
+        int32_t pos;
+        int mode;
+    };
+    const Case cases[] = {{"Address", Address, 16, 0, 16, HexModeAddress},
+                          {"HexDigitHigh", Hex, 11, 0, 11, HexModeHigh},
+                          {"HexSecondDigitHigh", Hex, 11, 1, 11, HexModeHigh},
+                          {"HexSpaceLow", Hex, 11, 2, 11, HexModeLow},
+                          {"Character", Char, 21, 0, 21, HexModeCharacter}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Load(Counting(40));
+        edit->SetSelection(0, 4);
+        Click(c.column == Address ? QPoint(L().CharWidth() * 2, c.offset / 8 * L().LineHeight() + 2)
+              : c.column == Hex   ? HexCell(c.offset, c.cell)
+                                  : CharCell(c.offset));
+        EXPECT_EQ(Caret(), c.pos);
+        EXPECT_EQ(Mode(), c.mode);
+        EXPECT_EQ(Selection(), std::make_pair(-1, -1)) << "a click clears the selection";
+        EXPECT_TRUE(edit->IsCaretVisible());
+    }
 }
-
-class HexViewClick : public HexViewTest, public testing::WithParamInterface<ClickCase> {};
-
-TEST_P(HexViewClick, PutsCaretOnByteAndNibble) {
-    const ClickCase& c = GetParam();
-    Load(Counting(40));
-    edit->SetSelection(0, 4);
-    QPoint p;
-    if (c.column == ClickCase::Address)
-        p = {L().CharWidth() * 2, c.offset / 8 * L().LineHeight() + 2};
-    else if (c.column == ClickCase::Hex)
-        p = HexCell(c.offset, c.cell);
-    else
-        p = CharCell(c.offset);
-    Click(p);
-    EXPECT_EQ(Caret(), c.pos);
-    EXPECT_EQ(Mode(), c.mode);
-    EXPECT_EQ(Selection(), std::make_pair(-1, -1)) << "a click clears the selection";
-    EXPECT_TRUE(edit->IsCaretVisible());
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Columns, HexViewClick,
-    testing::Values(ClickCase{"Address", ClickCase::Address, 16, 0, 16, HexModeAddress},
-                    ClickCase{"HexDigitHigh", ClickCase::Hex, 11, 0, 11, HexModeHigh},
-                    ClickCase{"HexSecondDigitHigh", ClickCase::Hex, 11, 1, 11, HexModeHigh},
-                    ClickCase{"HexSpaceLow", ClickCase::Hex, 11, 2, 11, HexModeLow},
-                    ClickCase{"Character", ClickCase::Char, 21, 0, 21, HexModeCharacter}),
-    [](const testing::TestParamInfo<ClickCase>& info) { return info.param.name; });
 
 TEST_F(HexViewTest, CaretWalksNibblesRowsAndScrollsAlong) {
     Load(Counting(256));
@@ -357,35 +344,27 @@ TEST_F(HexViewTest, ShiftClickExtendsFromCaretAndPlainClickClears) {
     EXPECT_EQ(Selection(), std::make_pair(4, 18)) << "released: moves no longer extend";
 }
 
-struct PasteCase {
-    const char* name;
-    bool binary, text;
-    std::vector<uint8_t> expected;
-};
-
-void PrintTo(const PasteCase& c, std::ostream* os) {
-    *os << c.name;
-}
-
-class HexViewPaste : public HexViewTest, public testing::WithParamInterface<PasteCase> {};
-
-TEST_P(HexViewPaste, TakesBinaryFirstThenText) {
-    const PasteCase& c = GetParam();
-    Load({1, 2, 3});
-    Click(HexCell(1, 0));
+TEST_F(HexViewTest, PasteTakesBinaryFirstThenText) {
+    struct Case {
+        const char* name;
+        bool binary, text;
+        std::vector<uint8_t> expected;
+    };
+    const Case cases[] = {{"Both", true, true, {1, 0xB0, 0x00, 0xB1, 2, 3}},
+                          {"BinaryOnly", true, false, {1, 0xB0, 0x00, 0xB1, 2, 3}},
+                          {"TextOnly", false, true, {1, 't', 'x', 2, 3}},
+                          {"Neither", false, false, {1, 2, 3}}};
     const QByteArray binary("\xB0\x00\xB1", 3), text("tx");
-    SetClip(c.binary ? &binary : nullptr, c.text ? &text : nullptr);
-    Key(Qt::Key_V, Qt::ControlModifier);
-    EXPECT_EQ(edit->Editor().Data(), c.expected);
-    EXPECT_EQ(Caret(), 1);
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Load({1, 2, 3});
+        Click(HexCell(1, 0));
+        SetClip(c.binary ? &binary : nullptr, c.text ? &text : nullptr);
+        Key(Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(edit->Editor().Data(), c.expected);
+        EXPECT_EQ(Caret(), 1);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Formats, HexViewPaste,
-                         testing::Values(PasteCase{"Both", true, true, {1, 0xB0, 0x00, 0xB1, 2, 3}},
-                                         PasteCase{"BinaryOnly", true, false, {1, 0xB0, 0x00, 0xB1, 2, 3}},
-                                         PasteCase{"TextOnly", false, true, {1, 't', 'x', 2, 3}},
-                                         PasteCase{"Neither", false, false, {1, 2, 3}}),
-                         [](const testing::TestParamInfo<PasteCase>& info) { return info.param.name; });
 
 TEST_F(HexViewTest, PasteReplacesSelectionAndCutRemovesIt) {
     Load(Counting(8));
@@ -456,45 +435,37 @@ TEST_F(HexViewTest, ReadOnlyIgnoresEditingKeys) {
     EXPECT_EQ(Clip(HexClipboard::kBinaryMime), binary);
 }
 
-struct MenuCase {
-    const char* name;
-    bool readOnly, data, select, clipboard;
-    std::vector<bool> enabled; // Clear, Cut, Copy, Paste, Select All
-};
-
-void PrintTo(const MenuCase& c, std::ostream* os) {
-    *os << c.name;
-}
-
-class HexViewMenu : public HexViewTest, public testing::WithParamInterface<MenuCase> {};
-
-TEST_P(HexViewMenu, GreysEntriesByState) {
-    const MenuCase& c = GetParam();
-    Load(c.data ? Counting(10) : std::vector<uint8_t>{}, c.readOnly);
-    if (c.select)
-        edit->SetSelection(2, 5);
-    const QByteArray text("x");
-    if (c.clipboard)
-        SetClip(nullptr, &text);
-    const auto entries = OpenMenu(QContextMenuEvent::Mouse);
-    ASSERT_EQ(entries.size(), 5u);
+TEST_F(HexViewTest, MenuGreysEntriesByState) {
+    struct Case {
+        const char* name;
+        bool readOnly, data, select, clipboard;
+        std::vector<bool> enabled; // Clear, Cut, Copy, Paste, Select All
+    };
+    const Case cases[] = {
+        {"ReadOnlyWithSelection", true, true, true, true, {false, false, true, false, true}},
+        {"ReadOnlyNoSelection", true, true, false, true, {false, false, false, false, true}},
+        {"EditableWithSelection", false, true, true, true, {true, true, true, true, true}},
+        {"EditableEmptyClipboard", false, true, true, false, {true, true, true, false, true}},
+        {"EmptyBuffer", false, false, false, true, {false, false, false, true, true}},
+        {"EmptyBufferIgnoresSelection", false, false, true, true, {false, false, false, true, true}}};
     const char* names[] = {"Clear", "Cut", "Copy", "Paste", "Select All"};
-    for (size_t i = 0; i < entries.size(); ++i) {
-        EXPECT_EQ(entries[i].text, QString::fromLatin1(names[i]));
-        EXPECT_EQ(entries[i].enabled, c.enabled[i]) << names[i];
+    const QByteArray text("x");
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        QGuiApplication::clipboard()->clear();
+        Load(c.data ? Counting(10) : std::vector<uint8_t>{}, c.readOnly);
+        if (c.select)
+            edit->SetSelection(2, 5);
+        if (c.clipboard)
+            SetClip(nullptr, &text);
+        const auto entries = OpenMenu(QContextMenuEvent::Mouse);
+        ASSERT_EQ(entries.size(), 5u);
+        for (size_t i = 0; i < entries.size(); ++i) {
+            EXPECT_EQ(entries[i].text, QString::fromLatin1(names[i]));
+            EXPECT_EQ(entries[i].enabled, c.enabled[i]) << names[i];
+        }
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    States, HexViewMenu,
-    testing::Values(
-        MenuCase{"ReadOnlyWithSelection", true, true, true, true, {false, false, true, false, true}},
-        MenuCase{"ReadOnlyNoSelection", true, true, false, true, {false, false, false, false, true}},
-        MenuCase{"EditableWithSelection", false, true, true, true, {true, true, true, true, true}},
-        MenuCase{"EditableEmptyClipboard", false, true, true, false, {true, true, true, false, true}},
-        MenuCase{"EmptyBuffer", false, false, false, true, {false, false, false, true, true}},
-        MenuCase{"EmptyBufferIgnoresSelection", false, false, true, true, {false, false, false, true, true}}),
-    [](const testing::TestParamInfo<MenuCase>& info) { return info.param.name; });
 
 TEST_F(HexViewTest, MenuFromKeyboardOpensAtCornerAndRunsCommands) {
     Load(Counting(10));

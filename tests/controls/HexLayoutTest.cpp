@@ -147,15 +147,7 @@ INSTANTIATE_TEST_SUITE_P(
         HitCase{"NoAddressHigh", Columns(false, true, true), 8, 0, 0, true, 0, HexModeHigh, {0, 0}},
         HitCase{"NoAddressLow", Columns(false, true, true), 15, 0, 0, true, 0, HexModeLow, {7, 0}},
         HitCase{"NoAddressSecondByte", Columns(false, true, true), 21, 0, 0, true, 1, HexModeHigh, {21, 0}},
-        HitCase{"NarrowAddressFirstHexCell",
-                Columns(true, true, true, false),
-                35,
-                0,
-                0,
-                true,
-                0,
-                HexModeLow,
-                {28, 0}}),
+        HitCase{"NarrowAddressFirstHexCell", Columns(true, true, true, false), 35, 0, 0, true, 0, HexModeLow, {28, 0}}),
     [](const testing::TestParamInfo<HitCase>& info) { return info.param.name; });
 
 struct CaretCase {

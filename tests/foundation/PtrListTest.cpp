@@ -108,23 +108,13 @@ TEST(PtrListSort, MatchesStableReferenceOnManyShapes) {
     for (int size : sizes) {
         for (int shape = 0; shape < 4; ++shape) {
             SCOPED_TRACE("size " + std::to_string(size) + " shape " + std::to_string(shape));
+            // random, many duplicates, sorted, reversed
             std::vector<Item> items(static_cast<size_t>(size));
-            for (int i = 0; i < size; ++i) {
-                switch (shape) {
-                case 0:
-                    items[i].key = static_cast<int>(random() % 1000);
-                    break; // random
-                case 1:
-                    items[i].key = static_cast<int>(random() % 3);
-                    break; // many duplicates
-                case 2:
-                    items[i].key = i;
-                    break; // sorted
-                default:
-                    items[i].key = size - i;
-                    break; // reversed
-                }
-            }
+            for (int i = 0; i < size; ++i)
+                items[i].key = shape == 0   ? static_cast<int>(random() % 1000)
+                               : shape == 1 ? static_cast<int>(random() % 3)
+                               : shape == 2 ? i
+                                            : size - i;
             KV::PtrList<Item> list;
             for (Item& item : items)
                 list.Add(&item);

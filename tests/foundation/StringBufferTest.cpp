@@ -16,26 +16,10 @@ struct MadeCase {
     std::string expected;
 };
 
-std::string CaseName(const ::testing::TestParamInfo<MadeCase>& info) {
-    return info.param.name;
-}
-void PrintTo(const MadeCase& c, std::ostream* os) {
-    *os << c.name;
-}
-
 // ---- construction -------------------------------------------------------------------------
 
-class Construction : public ::testing::TestWithParam<MadeCase> {};
-
-TEST_P(Construction, GivesExactBytesInExactBuffer) {
-    const StringBuffer s = GetParam().make();
-    EXPECT_EQ(Bytes(s), GetParam().expected);
-    EXPECT_TRUE(HasExactBuffer(s));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    StringBuffer, Construction,
-    ::testing::Values(
+TEST(StringBuffer, ConstructionGivesExactBytesInExactBuffer) {
+    const MadeCase cases[] = {
         MadeCase{"Default", [] { return StringBuffer(); }, ""},
         MadeCase{"CString", [] { return StringBuffer("abc"); }, "abc"},
         MadeCase{"NullCString", [] { return StringBuffer(static_cast<const char*>(nullptr)); }, ""},
@@ -66,10 +50,23 @@ INSTANTIATE_TEST_SUITE_P(
         MadeCase{"CopyKeepsEmbeddedNul", [] { return StringBuffer(StringBuffer("x\0y", 3)); }, "x\0y"s},
         MadeCase{"FormatMeasuresExactly", [] { return StringBuffer::Formatf("%s-%05d", "ab", 42); },
                  "ab-00042"},
-        MadeCase{"FormatEmpty", [] { return StringBuffer::Formatf("%s", ""); }, ""}),
-    CaseName);
+        MadeCase{"FormatEmpty", [] { return StringBuffer::Formatf("%s", ""); }, ""}};
+    for (const MadeCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        const StringBuffer s = c.make();
+        EXPECT_EQ(Bytes(s), c.expected);
+        EXPECT_TRUE(HasExactBuffer(s));
+    }
+}
 
 // ---- editing ------------------------------------------------------------------------------
+
+// SubString into an out-parameter that starts as "keep".
+StringBuffer IntoOut(const StringBuffer& s, uint32_t start, uint32_t count) {
+    StringBuffer out("keep");
+    s.SubString(out, start, count);
+    return out;
+}
 
 struct EditCase {
     const char* name;
@@ -78,36 +75,14 @@ struct EditCase {
     std::string expected;
 };
 
-class Editing : public ::testing::TestWithParam<EditCase> {};
-
-TEST_P(Editing, KeepsExactBuffer) {
-    StringBuffer s(GetParam().start.data(), static_cast<int32_t>(GetParam().start.size()));
-    GetParam().edit(s);
-    EXPECT_EQ(Bytes(s), GetParam().expected);
-    EXPECT_TRUE(HasExactBuffer(s));
-}
-
-std::string EditName(const ::testing::TestParamInfo<EditCase>& info) {
-    return info.param.name;
-}
-void PrintTo(const EditCase& c, std::ostream* os) {
-    *os << c.name;
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    StringBuffer, Editing,
-    ::testing::Values(
+TEST(StringBuffer, EditingKeepsExactBuffer) {
+    const EditCase cases[] = {
         EditCase{"AppendCounted", "ab", [](StringBuffer& s) { s.append("cdef", 2); }, "abcd"},
         EditCase{"AppendCountedDropsNul", "ab", [](StringBuffer& s) { s.append("cd", 3); }, "abcd"},
         EditCase{"AppendCountZero", "ab", [](StringBuffer& s) { s.append("cd", 0); }, "ab"},
         EditCase{"AppendNull", "ab", [](StringBuffer& s) { s.append(static_cast<const char*>(nullptr)); }, "ab"},
         EditCase{"AppendSelf", "ab", [](StringBuffer& s) { s.append(&s); }, "abab"},
-        EditCase{"AppendOtherWithNul", "a",
-                 [](StringBuffer& s) {
-                     const StringBuffer o("b\0c", 3);
-                     s.append(&o);
-                 },
-                 "ab\0c"s},
+        EditCase{"AppendOtherWithNul", "a", [](StringBuffer& s) { const StringBuffer o("b\0c", 3); s.append(&o); }, "ab\0c"s},
         EditCase{"ShiftStopsAtNul", "a",
                  [](StringBuffer& s) { s << StringBuffer("b\0c", 3) << "d" << -7; }, "abd-7"},
         EditCase{"NOfCharIncludingNul", "a", [](StringBuffer& s) { s.appendNOfChar(3, 0); }, "a\0\0\0"s},
@@ -138,35 +113,24 @@ INSTANTIATE_TEST_SUITE_P(
         EditCase{"AssignNullCString", "xyz", [](StringBuffer& s) { s = static_cast<const char*>(nullptr); }, ""},
         EditCase{"AssignNulChar", "xyz", [](StringBuffer& s) { s = '\0'; }, ""},
         EditCase{"AssignChar", "xyz", [](StringBuffer& s) { s = 'q'; }, "q"},
-        EditCase{"SelfAssign",
-                 "xyz",
-                 [](StringBuffer& s) {
-                     StringBuffer& alias = s;
-                     s = alias;
-                 },
-                 "xyz"},
+        EditCase{"SelfAssign", "xyz", [](StringBuffer& s) { s = *&s; }, "xyz"},
         EditCase{"FormatReplaces", "old", [](StringBuffer& s) { s.Format("%d/%s", 7, "x"); }, "7/x"},
         EditCase{"FormatFromOwnText", "old", [](StringBuffer& s) { s.Format("[%s]", s.str()); }, "[old]"},
         EditCase{"SetCharInside", "abc", [](StringBuffer& s) { s.setChar(1, 'X'); }, "aXc"},
         EditCase{"SetCharOutsideIgnored", "abc", [](StringBuffer& s) { s.setChar(3, 'X'); }, "abc"},
-        EditCase{"SubStringIntoOut", "abcdef",
-                 [](StringBuffer& s) {
-                     StringBuffer out("keep");
-                     s.SubString(out, 2, 3);
-                     s = out;
-                 },
-                 "cde"},
-        EditCase{"SubStringPastEndLeavesOut", "abc",
-                 [](StringBuffer& s) {
-                     StringBuffer out("keep");
-                     s.SubString(out, 3, 1);
-                     s = out;
-                 },
-                 "keep"},
+        EditCase{"SubStringIntoOut", "abcdef", [](StringBuffer& s) { s = IntoOut(s, 2, 3); }, "cde"},
+        EditCase{"SubStringPastEndLeavesOut", "abc", [](StringBuffer& s) { s = IntoOut(s, 3, 1); }, "keep"},
         EditCase{"SubStringCutAtEnd", "abcdef", [](StringBuffer& s) { s = s.SubString(4, 0xFFFFFFFFu); }, "ef"},
         EditCase{"SubStringPastEndEmpty", "abc", [](StringBuffer& s) { s = s.SubString(10, 2); }, ""},
-        EditCase{"Clear", "abc", [](StringBuffer& s) { s.clear(); }, ""}),
-    EditName);
+        EditCase{"Clear", "abc", [](StringBuffer& s) { s.clear(); }, ""}};
+    for (const EditCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        StringBuffer s(c.start.data(), static_cast<int32_t>(c.start.size()));
+        c.edit(s);
+        EXPECT_EQ(Bytes(s), c.expected);
+        EXPECT_TRUE(HasExactBuffer(s));
+    }
+}
 
 // ---- trimming -----------------------------------------------------------------------------
 
@@ -193,14 +157,10 @@ TEST(StringBufferTrim, SpacesOnlyAndOrdinaryMeaning) {
         EXPECT_EQ(Bytes(both), c.trimmed);
         EXPECT_EQ(Bytes(left), c.left);
         EXPECT_EQ(Bytes(right), c.right);
-        EXPECT_TRUE(HasExactBuffer(both));
-        EXPECT_TRUE(HasExactBuffer(left));
-        EXPECT_TRUE(HasExactBuffer(right));
+        for (const StringBuffer* s : {&both, &left, &right})
+            EXPECT_TRUE(HasExactBuffer(*s));
     }
-}
-
-TEST(StringBufferTrim, NothingToRemoveKeepsBuffer) {
-    StringBuffer s("a b");
+    StringBuffer s("a b"); // nothing to remove: the buffer stays
     const char* before = s.str();
     s.trim();
     s.trimleft();
@@ -395,9 +355,7 @@ TEST(StringBufferNumbers, IntegerTextAndConversion) {
 }
 
 TEST(StringBufferNumbers, EmbeddedNulIsNotADigit) {
-    const StringBuffer s = StringBuffer("1") + '\0' + '2';
-    EXPECT_EQ(s.size(), 3);
-    EXPECT_EQ(s.toIntDef(-3), -3);
+    EXPECT_EQ((StringBuffer("1") + '\0' + '2').toIntDef(-3), -3);
 }
 
 // ---- shared results -----------------------------------------------------------------------

@@ -49,62 +49,66 @@ DecodeReply sampleDecodeReply() {
     return reply;
 }
 
-// Every message kind, encoded, with a check that its decoding gives the same message back.
+// Whether bytes decode as a message of type M, and whether that message encodes back to them.
+template <typename M> bool decodes(const std::vector<uint8_t>& bytes) {
+    M message;
+    return decodeMessage(bytes, message);
+}
+template <typename M> bool roundTrips(const std::vector<uint8_t>& bytes) {
+    M message;
+    return decodeMessage(bytes, message) && encodeMessage(message) == bytes;
+}
+
 struct Encoded {
     const char* what;
     std::vector<uint8_t> bytes;
-    bool (*decodesBack)(const std::vector<uint8_t>&);
+    bool (*decodes)(const std::vector<uint8_t>&);
+    bool (*roundTrips)(const std::vector<uint8_t>&);
 };
 
-std::vector<Encoded> everyMessage() {
-    return {
+TEST(HostMessages, EachMessageDecodesBackWholeButNotCutShortOrPadded) {
+    const Encoded messages[] = {
         {"open request",
          encodeMessage(OpenRequest{"/p/KVDECODE_X.so", "/p/#KVDECODE_X.ini", 0x1122334455667788ull}),
-         [](const std::vector<uint8_t>& b) {
-             OpenRequest m;
-             return decodeMessage(b, m) && m.pluginPath == "/p/KVDECODE_X.so" &&
-                    m.settingsPath == "/p/#KVDECODE_X.ini" && m.cameraDevice == 0x1122334455667788ull;
-         }},
-        {"open reply", encodeMessage(sampleOpenReply()),
-         [](const std::vector<uint8_t>& b) {
-             OpenReply m;
-             const OpenReply want = sampleOpenReply();
-             return decodeMessage(b, m) && m.names == want.names && m.reason == want.reason &&
-                    m.settings.size() == 2 && std::strcmp(m.settings[1].ImageName, "UV_DOC") == 0 &&
-                    m.settings[1].LightMask == 4 && m.settingsEndCode == want.settingsEndCode;
-         }},
+         decodes<OpenRequest>, roundTrips<OpenRequest>},
+        {"open reply", encodeMessage(sampleOpenReply()), decodes<OpenReply>, roundTrips<OpenReply>},
         {"decode request", encodeMessage(DecodeRequest{640, 480, 1920, ZYR_PIXEL_RGB24, 921600, "IR_DOC"}),
-         [](const std::vector<uint8_t>& b) {
-             DecodeRequest m;
-             return decodeMessage(b, m) && m.width == 640 && m.height == 480 && m.stride == 1920 &&
-                    m.pixelFormat == ZYR_PIXEL_RGB24 && m.bytes == 921600 && m.imageName == "IR_DOC";
-         }},
-        {"decode reply", encodeMessage(sampleDecodeReply()),
-         [](const std::vector<uint8_t>& b) {
-             DecodeReply m;
-             const DecodeReply want = sampleDecodeReply();
-             if (!decodeMessage(b, m) || m.symbols.size() != want.symbols.size())
-                 return false;
-             for (size_t i = 0; i < m.symbols.size(); ++i)
-                 if (m.symbols[i].data != want.symbols[i].data ||
-                     m.symbols[i].symbology != want.symbols[i].symbology ||
-                     m.symbols[i].corners[2].Y != want.symbols[i].corners[2].Y || m.symbols[i].eci != 26)
-                     return false;
-             return true;
-         }},
+         decodes<DecodeRequest>, roundTrips<DecodeRequest>},
+        {"decode reply", encodeMessage(sampleDecodeReply()), decodes<DecodeReply>, roundTrips<DecodeReply>},
     };
-}
-
-TEST(HostMessages, EachMessageDecodesBackWholeButNotCutShortOrPadded) {
-    for (const Encoded& m : everyMessage()) {
-        EXPECT_TRUE(m.decodesBack(m.bytes)) << m.what;
+    for (const Encoded& m : messages) {
+        EXPECT_TRUE(m.roundTrips(m.bytes)) << m.what;
         for (size_t length = 0; length < m.bytes.size(); ++length)
-            EXPECT_FALSE(m.decodesBack({m.bytes.begin(), m.bytes.begin() + long(length)}))
+            EXPECT_FALSE(m.decodes({m.bytes.begin(), m.bytes.begin() + long(length)}))
                 << m.what << " cut to " << length;
         std::vector<uint8_t> padded = m.bytes;
         padded.push_back(0);
-        EXPECT_FALSE(m.decodesBack(padded)) << m.what << " with a byte more";
+        EXPECT_FALSE(m.decodes(padded)) << m.what << " with a byte more";
     }
+    // The fields come back where they were put (the round trip alone would not see two swapped).
+    OpenRequest open;
+    ASSERT_TRUE(decodeMessage(messages[0].bytes, open));
+    EXPECT_EQ(open.pluginPath + " " + open.settingsPath, "/p/KVDECODE_X.so /p/#KVDECODE_X.ini");
+    EXPECT_EQ(open.cameraDevice, 0x1122334455667788ull);
+    DecodeRequest request;
+    ASSERT_TRUE(decodeMessage(messages[2].bytes, request));
+    EXPECT_EQ(std::vector<int64_t>({request.width, request.height, request.stride, request.pixelFormat,
+                                    int64_t(request.bytes)}),
+              std::vector<int64_t>({640, 480, 1920, ZYR_PIXEL_RGB24, 921600}));
+    DecodeReply reply;
+    ASSERT_TRUE(decodeMessage(messages[3].bytes, reply));
+    ASSERT_EQ(reply.symbols.size(), 3u);
+    EXPECT_EQ(reply.symbols[2].data, std::vector<uint8_t>({'c', 'c', 'c', 'c', 'c', 'c', 'c', 'c', 'c', 'c', 0}));
+    EXPECT_EQ(reply.symbols[2].symbology, 12);
+    EXPECT_EQ(reply.symbols[2].corners[2].Y, 1002);
+    EXPECT_EQ(reply.symbols[2].dataType, 2);
+    EXPECT_EQ(reply.symbols[2].eci, 26);
+    OpenReply opened;
+    ASSERT_TRUE(decodeMessage(messages[1].bytes, opened));
+    EXPECT_EQ(opened.names + " " + opened.reason, "IR_DOC,UV_DOC fine");
+    EXPECT_EQ(opened.settingsEndCode, ZYR_ERR_BAD_ARGUMENT);
+    EXPECT_STREQ(opened.settings[1].ImageName, "UV_DOC");
+    EXPECT_EQ(uint32_t{opened.settings[1].LightMask}, 4u); // packed: compare a copy
 }
 
 TEST(HostMessages, DeclaredSizesPastTheLimitsAreRefusedBeforeAnyAllocation) {

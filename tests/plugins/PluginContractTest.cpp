@@ -36,6 +36,16 @@ class PluginContract : public ::testing::TestWithParam<PluginCase> {
 protected:
     void SetUp() override { handle_ = loadPlugin(GetParam().name); }
     void TearDown() override { ZyrReader_DestroyCachedData(); }
+
+    // Decodes the plug-in's own sample and keeps the symbol results without releasing them.
+    std::vector<const ZyrSymbolResult*> decodeKeeping(const ZyrImage* image) {
+        std::vector<const ZyrSymbolResult*> kept;
+        auto keep = [](void* context, int32_t, int32_t, int32_t, const ZyrSymbolResult* symbol) {
+            static_cast<std::vector<const ZyrSymbolResult*>*>(context)->push_back(symbol);
+        };
+        EXPECT_EQ(ZyrReader_ImagePluginDecode(true, handle_, image, "", 1, "", keep, &kept, 0, 0, 0), ZYR_OK);
+        return kept;
+    }
     uint64_t handle_ = 0;
 };
 
@@ -114,12 +124,7 @@ TEST_P(PluginContract, HandsOverBothSymbolsOfATwoSymbolImageInOrder) {
 
 TEST_P(PluginContract, ASymbolResultIsReleasedOnceAndOnlyOnce) {
     ImageFile file(samplePath(GetParam().ownSample));
-    std::vector<const ZyrSymbolResult*> kept;
-    auto keep = [](void* context, int32_t, int32_t, int32_t, const ZyrSymbolResult* symbol) {
-        static_cast<std::vector<const ZyrSymbolResult*>*>(context)->push_back(symbol);
-    };
-    ASSERT_EQ(ZyrReader_ImagePluginDecode(true, handle_, file.image(), "", 1, "", keep, &kept, 0, 0, 0),
-              ZYR_OK);
+    const std::vector<const ZyrSymbolResult*> kept = decodeKeeping(file.image());
     ASSERT_EQ(kept.size(), 1u);
     EXPECT_EQ(ZyrReader_DestroyCachedObject(kept[0]), ZYR_OK);
     EXPECT_EQ(ZyrReader_DestroyCachedObject(kept[0]), ZYR_ERR_UNKNOWN_HANDLE);
@@ -127,12 +132,7 @@ TEST_P(PluginContract, ASymbolResultIsReleasedOnceAndOnlyOnce) {
 
 TEST_P(PluginContract, UnreleasedSymbolsAndThePluginEndWithDestroyCachedData) {
     ImageFile file(samplePath(GetParam().ownSample));
-    std::vector<const ZyrSymbolResult*> kept;
-    auto keep = [](void* context, int32_t, int32_t, int32_t, const ZyrSymbolResult* symbol) {
-        static_cast<std::vector<const ZyrSymbolResult*>*>(context)->push_back(symbol);
-    };
-    ASSERT_EQ(ZyrReader_ImagePluginDecode(true, handle_, file.image(), "", 1, "", keep, &kept, 0, 0, 0),
-              ZYR_OK);
+    const std::vector<const ZyrSymbolResult*> kept = decodeKeeping(file.image());
     ASSERT_EQ(kept.size(), 1u);
     ASSERT_EQ(ZyrReader_DestroyCachedData(), ZYR_OK);
     EXPECT_EQ(ZyrReader_DestroyCachedObject(kept[0]), ZYR_ERR_UNKNOWN_HANDLE);

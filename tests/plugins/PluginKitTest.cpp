@@ -27,19 +27,10 @@ TEST(PayloadType, ClassifiesByContent) {
         {"empty", "", 0, ZYR_DATA_ASCII},
         {"printable", "HELLO 123", 0, ZYR_DATA_ASCII},
         {"licence separators", "@\n\x1e\rANSI 636014", 0, ZYR_DATA_ASCII},
-        {"GS1 group separator",
-         "0101234\x1d"
-         "10ABC",
-         0, ZYR_DATA_ASCII},
-        {"Latin-1 letters",
-         "Gr\xfc\xdf"
-         "e",
-         0, ZYR_DATA_TEXT8},
+        {"GS1 group separator", "0101234\x1d" "10ABC", 0, ZYR_DATA_ASCII},
+        {"Latin-1 letters", "Gr\xfc\xdf" "e", 0, ZYR_DATA_TEXT8},
         {"NUL byte", std::string("A\0B", 3), 0, ZYR_DATA_BINARY},
-        {"C1 control byte",
-         "A\x85"
-         "B",
-         0, ZYR_DATA_BINARY},
+        {"C1 control byte", "A\x85" "B", 0, ZYR_DATA_BINARY},
         {"DEL", "A\x7f", 0, ZYR_DATA_BINARY},
         {"bell", "A\x07", 0, ZYR_DATA_BINARY},
         {"text with an ECI", "HELLO", 26, ZYR_DATA_ECI_BYTES},

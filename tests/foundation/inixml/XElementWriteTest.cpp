@@ -48,72 +48,48 @@ XElement* Child(XElement& parent, const char* name) {
 
 const XWriteOptions defaults = Options(false, true);
 
-void PrintTo(const WriteCase& c, std::ostream* os) {
-    *os << c.label;
+TEST(XmlWrite, ElementLayout) {
+    const WriteCase cases[] = {
+        {"EmptyElement", [](XElement&) {}, defaults, "<E />\r\n"},
+        {"EmptyWithAttribute", [](XElement& e) { e.SetAttribute(X("k"), X("v")); }, defaults,
+         "<E k=\"v\" />\r\n"},
+        {"AttributesInOrder", [](XElement& e) { e.SetAttribute(X("b"), X("2")); e.SetAttribute(X("a"), X("1")); },
+         defaults, "<E b=\"2\" a=\"1\" />\r\n"},
+        {"AttributeSpecials", [](XElement& e) { e.SetAttribute(X("k"), X("a\"b'c<d>&")); }, defaults,
+         "<E k=\"a&quot;b&apos;c&lt;d&gt;&amp;\" />\r\n"},
+        {"EscapedText", [](XElement& e) { e.SetText(X("1 < 2"), true); }, defaults, "<E>1 &lt; 2</E>\r\n"},
+        {"CdataText", [](XElement& e) { e.SetText(X("1 < 2"), false); }, defaults,
+         "<E><![CDATA[1 < 2]]></E>\r\n"},
+        {"CdataEndMarkerNotSplit", [](XElement& e) { e.SetText(X("a]]>b"), false); }, defaults,
+         "<E><![CDATA[a]]>b]]></E>\r\n"},
+        {"TextWinsOverChildren", [](XElement& e) { Child(e, "Hidden"); e.SetText(X("t"), true); }, defaults,
+         "<E>t</E>\r\n"},
+        {"NestedIndentsOneTabPerLevel",
+         [](XElement& e) {
+             XElement* a = Child(e, "A");
+             Child(*a, "B")->SetText(X("b"), true);
+             Child(*a, "C");
+             Child(e, "D");
+         },
+         defaults, "<E>\r\n\t<A>\r\n\t\t<B>b</B>\r\n\t\t<C />\r\n\t</A>\r\n\t<D />\r\n</E>\r\n"},
+        {"NoIndent", [](XElement& e) { Child(*Child(e, "A"), "B"); }, Options(false, false),
+         "<E>\r\n<A>\r\n<B />\r\n</A>\r\n</E>\r\n"},
+        {"NoLineBreaks", [](XElement& e) { Child(e, "A")->SetText(X("x"), true); Child(e, "B"); },
+         Options(true, true), "<E>\t<A>x</A>\t<B /></E>"},
+        {"OtherQuote", [](XElement& e) { e.SetAttribute(X("k"), X("it's")); }, Options(false, true, U'\''),
+         "<E k='it&apos;s' />\r\n"},
+        {"PrefixedNames",
+         [](XElement& e) { e.SetPrefix(X("p")); e.SetAttribute(X("xmlns:p"), X("urn:x")); Child(e, "p:n"); },
+         defaults, "<p:E xmlns:p=\"urn:x\">\r\n\t<p:n />\r\n</p:E>\r\n"},
+    };
+    for (const WriteCase& c : cases) {
+        XElement root(X("E"));
+        c.build(root);
+        XString out;
+        root.Write(out, c.options);
+        EXPECT_EQ(Std(out), c.expected) << c.label;
+    }
 }
-
-class XmlWriteElement : public ::testing::TestWithParam<WriteCase> {};
-
-TEST_P(XmlWriteElement, Layout) {
-    XElement root(X("E"));
-    GetParam().build(root);
-    XString out;
-    root.Write(out, GetParam().options);
-    EXPECT_EQ(Std(out), GetParam().expected);
-}
-
-const WriteCase writeCases[] = {
-    {"EmptyElement", [](XElement&) {}, defaults, "<E />\r\n"},
-    {"EmptyWithAttribute", [](XElement& e) { e.SetAttribute(X("k"), X("v")); }, defaults,
-     "<E k=\"v\" />\r\n"},
-    {"AttributesInOrder",
-     [](XElement& e) {
-         e.SetAttribute(X("b"), X("2"));
-         e.SetAttribute(X("a"), X("1"));
-     },
-     defaults, "<E b=\"2\" a=\"1\" />\r\n"},
-    {"AttributeSpecials", [](XElement& e) { e.SetAttribute(X("k"), X("a\"b'c<d>&")); }, defaults,
-     "<E k=\"a&quot;b&apos;c&lt;d&gt;&amp;\" />\r\n"},
-    {"EscapedText", [](XElement& e) { e.SetText(X("1 < 2"), true); }, defaults, "<E>1 &lt; 2</E>\r\n"},
-    {"CdataText", [](XElement& e) { e.SetText(X("1 < 2"), false); }, defaults,
-     "<E><![CDATA[1 < 2]]></E>\r\n"},
-    {"CdataEndMarkerNotSplit", [](XElement& e) { e.SetText(X("a]]>b"), false); }, defaults,
-     "<E><![CDATA[a]]>b]]></E>\r\n"},
-    {"TextWinsOverChildren",
-     [](XElement& e) {
-         Child(e, "Hidden");
-         e.SetText(X("t"), true);
-     },
-     defaults, "<E>t</E>\r\n"},
-    {"NestedIndentsOneTabPerLevel",
-     [](XElement& e) {
-         XElement* a = Child(e, "A");
-         Child(*a, "B")->SetText(X("b"), true);
-         Child(*a, "C");
-         Child(e, "D");
-     },
-     defaults, "<E>\r\n\t<A>\r\n\t\t<B>b</B>\r\n\t\t<C />\r\n\t</A>\r\n\t<D />\r\n</E>\r\n"},
-    {"NoIndent", [](XElement& e) { Child(*Child(e, "A"), "B"); }, Options(false, false),
-     "<E>\r\n<A>\r\n<B />\r\n</A>\r\n</E>\r\n"},
-    {"NoLineBreaks",
-     [](XElement& e) {
-         Child(e, "A")->SetText(X("x"), true);
-         Child(e, "B");
-     },
-     Options(true, true), "<E>\t<A>x</A>\t<B /></E>"},
-    {"OtherQuote", [](XElement& e) { e.SetAttribute(X("k"), X("it's")); }, Options(false, true, U'\''),
-     "<E k='it&apos;s' />\r\n"},
-    {"PrefixedNames",
-     [](XElement& e) {
-         e.SetPrefix(X("p"));
-         e.SetAttribute(X("xmlns:p"), X("urn:x"));
-         Child(e, "p:n");
-     },
-     defaults, "<p:E xmlns:p=\"urn:x\">\r\n\t<p:n />\r\n</p:E>\r\n"},
-};
-
-INSTANTIATE_TEST_SUITE_P(Cases, XmlWriteElement, ::testing::ValuesIn(writeCases),
-                         [](const auto& info) { return std::string(info.param.label); });
 
 // The closing tag takes the indent whenever the element has children, even though they were
 // replaced by its text.
