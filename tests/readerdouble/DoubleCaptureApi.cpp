@@ -59,16 +59,13 @@ int32_t ZyrReader_LocateDocumentTwoSidedEx(uint32_t lightMask, int32_t timeoutMs
                                      Arg(reserved2), Arg(debugImages), Arg(hiRes), Arg(P(detectionFlag))});
     DoubleState& s = State();
     std::lock_guard<std::mutex> lock(s.mutex);
-    if (TakeCancel(s)) {
+    if (TakeCancel(s))
         return ZYR_ERR_CANCELLED;
-    }
     const uint8_t* present = Nth(s.capture.presentAfterLocate, s.locateCalls++);
-    if (documentPresent && present) {
+    if (documentPresent && present)
         *documentPresent = *present;
-    }
-    if (detectionFlag) {
+    if (detectionFlag)
         *detectionFlag = s.capture.detectionFlag;
-    }
     return scripted.value_or(ZYR_OK);
 }
 
@@ -91,15 +88,12 @@ int32_t ZyrReader_CameraDetectDocumentTwoSidedEx(
                                      Arg(bothSides), Arg(findDocument), Arg(P(detectionFlag))});
     DoubleState& s = State();
     std::unique_lock<std::mutex> lock(s.mutex);
-    if (s.capture.detectWaitsForCancel) {
+    if (s.capture.detectWaitsForCancel)
         s.cancelled.wait(lock, [&] { return s.cancelPending; });
-    }
-    if (TakeCancel(s)) {
+    if (TakeCancel(s))
         return ZYR_ERR_CANCELLED;
-    }
-    if (detectionFlag) {
+    if (detectionFlag)
         *detectionFlag = s.capture.detectionFlag;
-    }
     return scripted.value_or(ZYR_OK);
 }
 
@@ -110,21 +104,18 @@ int32_t ZyrReader_CameraTakeSnapshot(bool wait, uint32_t lightMask, int32_t fram
     auto scripted = Enter(__func__, {Arg(wait), Arg(lightMask), Arg(frames), Arg(P(camera)), Arg(P(settings)),
                                      CallbackArg(reinterpret_cast<const void*>(callback)), Arg(P(user)),
                                      Arg(reserved), Arg(debugName)});
-    if (scripted && *scripted != ZYR_OK) {
+    if (scripted && *scripted != ZYR_OK)
         return *scripted;
-    }
     ZyrImage* image = nullptr;
     {
         DoubleState& s = State();
         std::lock_guard<std::mutex> lock(s.mutex);
         const ImageScript* script = Nth(s.capture.snapshots, s.snapshotCalls++);
-        if (script) {
+        if (script)
             image = HoldImage(s, *script);
-        }
     }
-    if (image && callback) {
+    if (image && callback)
         callback(user, 0, 0, lightMask, image);
-    }
     return ZYR_OK;
 }
 
@@ -140,21 +131,18 @@ int32_t ZyrReader_ImagePostProcessImage(bool wait, const ZyrImage* snapshot, uin
                                      Arg(P(settings)), Arg(P(locate)), Arg(P(side1)),
                                      CallbackArg(reinterpret_cast<const void*>(callback)), Arg(P(user)),
                                      Arg(reserved), Arg(debugName), Arg(P(process))});
-    if (scripted && *scripted != ZYR_OK) {
+    if (scripted && *scripted != ZYR_OK)
         return *scripted;
-    }
     ZyrImage* image = nullptr;
     {
         DoubleState& s = State();
         std::lock_guard<std::mutex> lock(s.mutex);
         const ImageScript* script = Nth(s.capture.processed, s.processCalls++);
-        if (script) {
+        if (script)
             image = HoldImage(s, *script);
-        }
     }
-    if (image && callback) {
+    if (image && callback)
         callback(user, 0, 0, lightMask, image);
-    }
     return ZYR_OK;
 }
 
@@ -171,20 +159,17 @@ int32_t ZyrReader_ImagePostProcessImageTwoSided(bool wait, const ZyrImage* snaps
                                      Arg(P(settings)), Arg(P(locate)), Arg(P(side1)), Arg(P(side2)),
                                      CallbackArg(reinterpret_cast<const void*>(callback)), Arg(P(user)),
                                      Arg(reserved), Arg(debugName), Arg(P(process)), Arg(P(side))});
-    if (scripted && *scripted != ZYR_OK) {
+    if (scripted && *scripted != ZYR_OK)
         return *scripted;
-    }
     std::vector<ZyrImage*> images;
     {
         DoubleState& s = State();
         std::lock_guard<std::mutex> lock(s.mutex);
-        for (size_t i = 0; i < s.capture.sides.size() && i < 2; ++i) {
+        for (size_t i = 0; i < s.capture.sides.size() && i < 2; ++i)
             images.push_back(HoldImage(s, s.capture.sides[i]));
-        }
     }
-    for (size_t i = 0; i < images.size() && callback; ++i) {
+    for (size_t i = 0; i < images.size() && callback; ++i)
         callback(user, static_cast<int32_t>(i), static_cast<int32_t>(i + 1), lightMask, images[i]);
-    }
     return ZYR_OK;
 }
 

@@ -61,16 +61,14 @@ int32_t ZyrReader_LL_LoadSettings(ZyrReaderSettings* settings) {
     bool noReader = false;
     {
         std::lock_guard<std::mutex> lock(State().mutex);
-        if (settings) {
+        if (settings)
             *settings = State().readerSettings;
-        }
         noReader = State().noReader;
         handler = State().handler;
     }
     if (noReader) {
-        if (handler) {
+        if (handler)
             handler(ZYR_ERR_NO_READER, "No reader is connected");
-        }
         return scripted.value_or(ZYR_ERR_NO_READER);
     }
     return scripted.value_or(ZYR_OK);
@@ -79,9 +77,8 @@ int32_t ZyrReader_LL_LoadSettings(ZyrReaderSettings* settings) {
 int32_t ZyrReader_LL_LoadSettingsFromIniFile(ZyrReaderSettings* settings, const char* path) {
     auto scripted = Enter(__func__, {Arg(static_cast<const void*>(settings)), Arg(path)});
     std::lock_guard<std::mutex> lock(State().mutex);
-    if (settings) {
+    if (settings)
         *settings = State().iniSettings;
-    }
     return scripted.value_or(ZYR_OK);
 }
 
@@ -156,23 +153,18 @@ int32_t ZyrReader_ParseShutdown(void) {
 int32_t ZyrReader_ParseAAMVA(const uint8_t* data, int32_t length, AAMVARecord** record, int32_t reserved) {
     auto scripted = Enter(__func__, {Arg(static_cast<const void*>(data)), Arg(length),
                                      Arg(static_cast<const void*>(record)), Arg(reserved)});
-    if (scripted) {
+    if (scripted)
         return *scripted;
-    }
     DoubleState& s = State();
     std::lock_guard<std::mutex> lock(s.mutex);
-    if (!s.initialised[Service::Parsing]) {
+    if (!s.initialised[Service::Parsing])
         return ZYR_ERR_NOT_INITIALISED;
-    }
-    if (!record || (!data && length > 0) || length < 0) {
+    if (!record || (!data && length > 0) || length < 0)
         return ZYR_ERR_BAD_ARGUMENT;
-    }
-    if (length == 0) {
+    if (length == 0)
         return ZYR_ERR_AAMVA_EMPTY;
-    }
-    if (!s.parseRecord) {
+    if (!s.parseRecord)
         return ZYR_ERR_NOT_AAMVA;
-    }
     auto object = std::make_unique<HeldObject>();
     object->record = std::make_unique<AAMVARecord>(*s.parseRecord);
     object->items = s.parseItems;
@@ -188,12 +180,10 @@ int32_t ZyrReader_ImageConvertFormat(int32_t format, const uint8_t* input, uint3
     auto scripted = Enter(__func__, {Arg(format), Arg(static_cast<const void*>(input)), Arg(inputLength),
                                      Arg(static_cast<const void*>(output)),
                                      outputSize ? Arg(*outputSize) : std::string("null")});
-    if (scripted) {
+    if (scripted)
         return *scripted;
-    }
-    if (!input || !outputSize) {
+    if (!input || !outputSize)
         return ZYR_ERR_BAD_ARGUMENT;
-    }
     std::vector<uint8_t> bytes;
     {
         std::lock_guard<std::mutex> lock(State().mutex);
@@ -201,9 +191,8 @@ int32_t ZyrReader_ImageConvertFormat(int32_t format, const uint8_t* input, uint3
     }
     const uint32_t size = static_cast<uint32_t>(bytes.size());
     if (output) {
-        if (*outputSize < size) {
+        if (*outputSize < size)
             return ZYR_ERR_BUFFER_TOO_SMALL;
-        }
         std::copy(bytes.begin(), bytes.end(), output);
     }
     *outputSize = size;
@@ -219,18 +208,14 @@ int32_t ZyrReader_ImagePluginLoad(const char* pluginPath, const char* settingsPa
     const std::string name = FileName(pluginPath);
     auto script = std::find_if(s.pluginScripts.begin(), s.pluginScripts.end(),
                                [&](const PluginScript& p) { return p.fileName == name; });
-    if (scripted && *scripted != ZYR_OK) {
+    if (scripted && *scripted != ZYR_OK)
         return *scripted;
-    }
-    if (script == s.pluginScripts.end()) {
+    if (script == s.pluginScripts.end())
         return ZYR_ERR_PLUGIN_LOAD;
-    }
-    if (script->loadResult != ZYR_OK) {
+    if (script->loadResult != ZYR_OK)
         return script->loadResult;
-    }
-    if (!handle) {
+    if (!handle)
         return ZYR_ERR_BAD_ARGUMENT;
-    }
     const uint64_t h = script->handle ? script->handle : s.nextHandle++;
     s.plugins[h] = PluginState{*script, 0};
     *handle = h;
@@ -244,12 +229,10 @@ int32_t ZyrReader_ImagePluginGetRequiredImages(uint64_t handle, const char* rese
     DoubleState& s = State();
     std::lock_guard<std::mutex> lock(s.mutex);
     PluginState* plugin = FindPlugin(s, handle);
-    if (!plugin) {
+    if (!plugin)
         return scripted.value_or(ZYR_ERR_UNKNOWN_HANDLE);
-    }
-    if (!buffer || bufferSize < 1) {
+    if (!buffer || bufferSize < 1)
         return ZYR_ERR_BAD_ARGUMENT;
-    }
     const std::string& names = plugin->script.requiredImages;
     const size_t n = std::min(names.size(), static_cast<size_t>(bufferSize - 1));
     std::memcpy(buffer, names.data(), n);
@@ -259,19 +242,16 @@ int32_t ZyrReader_ImagePluginGetRequiredImages(uint64_t handle, const char* rese
 
 int32_t ZyrReader_ImagePluginGetImageSettings(uint64_t handle, ZyrImageSettings* settings, int32_t index) {
     auto scripted = Enter(__func__, {Arg(handle), Arg(static_cast<const void*>(settings)), Arg(index)});
-    if (scripted) {
+    if (scripted)
         return *scripted;
-    }
     DoubleState& s = State();
     std::lock_guard<std::mutex> lock(s.mutex);
     PluginState* plugin = FindPlugin(s, handle);
-    if (!plugin) {
+    if (!plugin)
         return ZYR_ERR_UNKNOWN_HANDLE;
-    }
     const auto& records = plugin->script.imageSettings;
-    if (!settings || index < 0 || static_cast<size_t>(index) >= records.size()) {
+    if (!settings || index < 0 || static_cast<size_t>(index) >= records.size())
         return ZYR_ERR_BAD_ARGUMENT;
-    }
     *settings = records[static_cast<size_t>(index)];
     return ZYR_OK;
 }
@@ -291,9 +271,8 @@ int32_t ZyrReader_ImagePluginDecode(bool wait, uint64_t handle, const ZyrImage* 
         std::lock_guard<std::mutex> lock(s.mutex);
         s.decodedPixelFormats.push_back(image ? image->PixelFormat : -1);
         PluginState* plugin = FindPlugin(s, handle);
-        if (!plugin) {
+        if (!plugin)
             return scripted.value_or(ZYR_ERR_UNKNOWN_HANDLE);
-        }
         const auto& decodes = plugin->script.decodes;
         const size_t call = plugin->decodeCalls++;
         result = plugin->script.decodeResult;
@@ -316,9 +295,8 @@ int32_t ZyrReader_ImagePluginDecode(bool wait, uint64_t handle, const ZyrImage* 
         }
     }
     const int32_t count = static_cast<int32_t>(symbols.size());
-    for (int32_t i = 0; i < count && callback; ++i) {
+    for (int32_t i = 0; i < count && callback; ++i)
         callback(context, callbackTag, i, count, symbols[static_cast<size_t>(i)]);
-    }
     return scripted.value_or(result);
 }
 

@@ -26,10 +26,8 @@ struct PluginState {
     size_t decodeCalls = 0;
 };
 
-struct DoubleState {
-    std::mutex mutex;
-    std::condition_variable cancelled;
-
+// Everything Reset() forgets.
+struct DoubleData {
     std::vector<Call> calls;
     std::vector<int32_t> decodedPixelFormats; // of each plug-in decode call, -1 for no image
     std::map<std::string, int32_t> results;
@@ -57,6 +55,11 @@ struct DoubleState {
     std::unique_ptr<AAMVARecord> parseRecord;
     std::vector<AAMVADataItem> parseItems;
     std::map<const void*, std::unique_ptr<HeldObject>> objects;
+};
+
+struct DoubleState : DoubleData {
+    std::mutex mutex;
+    std::condition_variable cancelled;
 };
 
 DoubleState& State();
