@@ -82,11 +82,8 @@ Source bmp(Pattern pattern, int w, int h, BmpOptions options, bool greyOutput, i
     Picture picture = makePicture(w, h, pattern, levels);
     s.bytes = encodeBmp(picture, options);
     if (options.bitsPerPixel == 16 || options.bitsPerPixel == 32) {
-        uint32_t masks[4] = {options.masks[0], options.masks[1], options.masks[2], options.masks[3]};
-        if (!options.bitfields && options.bitsPerPixel == 16)
-            masks[0] = 0x7C00, masks[1] = 0x3E0, masks[2] = 0x1F, masks[3] = 0;
-        if (!options.bitfields && options.bitsPerPixel == 32)
-            masks[0] = 0xFF0000, masks[1] = 0xFF00, masks[2] = 0xFF, masks[3] = 0;
+        uint32_t masks[4];
+        bmpMasks(options, masks);
         for (Rgba& c : picture.pixels) {
             c.r = quantised(c.r, bitsOf(masks[0]));
             c.g = quantised(c.g, bitsOf(masks[1]));
