@@ -44,19 +44,19 @@ PluginState* FindPlugin(DoubleState& s, uint64_t handle) {
 extern "C" {
 
 const char* ZyrReader_ErrorText(int32_t code) {
-    Enter(__func__, {Arg(code)});
+    Record(__func__, code);
     return code == ZYR_OK ? "Success" : "Reader double error";
 }
 
 int32_t ZyrReader_SetErrorHandler(ZyrReaderErrorHandler handler, uint32_t options) {
-    auto scripted = Enter(__func__, {CallbackArg(reinterpret_cast<const void*>(handler)), Arg(options)});
+    auto scripted = Record(__func__, handler, options);
     std::lock_guard<std::mutex> lock(State().mutex);
     State().handler = handler;
     return scripted.value_or(ZYR_OK);
 }
 
 int32_t ZyrReader_LL_LoadSettings(ZyrReaderSettings* settings) {
-    auto scripted = Enter(__func__, {Arg(static_cast<const void*>(settings))});
+    auto scripted = Record(__func__, settings);
     ZyrReaderErrorHandler handler = nullptr;
     bool noReader = false;
     {
@@ -75,7 +75,7 @@ int32_t ZyrReader_LL_LoadSettings(ZyrReaderSettings* settings) {
 }
 
 int32_t ZyrReader_LL_LoadSettingsFromIniFile(ZyrReaderSettings* settings, const char* path) {
-    auto scripted = Enter(__func__, {Arg(static_cast<const void*>(settings)), Arg(path)});
+    auto scripted = Record(__func__, settings, path);
     std::lock_guard<std::mutex> lock(State().mutex);
     if (settings)
         *settings = State().iniSettings;
@@ -83,11 +83,11 @@ int32_t ZyrReader_LL_LoadSettingsFromIniFile(ZyrReaderSettings* settings, const 
 }
 
 int32_t ZyrReader_InitialiseLogging(bool enable, int32_t level, uint32_t mask, const char* fileName) {
-    return Enter(__func__, {Arg(enable), Arg(level), Arg(mask), Arg(fileName)}).value_or(ZYR_OK);
+    return Record(__func__, enable, level, mask, fileName).value_or(ZYR_OK);
 }
 
 int32_t ZyrReader_DestroyCachedData(void) {
-    auto scripted = Enter(__func__, {});
+    auto scripted = Record(__func__);
     std::lock_guard<std::mutex> lock(State().mutex);
     State().objects.clear();
     State().plugins.clear();
@@ -96,63 +96,59 @@ int32_t ZyrReader_DestroyCachedData(void) {
 }
 
 int32_t ZyrReader_DestroyCachedObject(const void* object) {
-    auto scripted = Enter(__func__, {Arg(object)});
+    auto scripted = Record(__func__, object);
     std::lock_guard<std::mutex> lock(State().mutex);
     const bool held = State().objects.erase(object) > 0;
     return scripted.value_or(held ? ZYR_OK : ZYR_ERR_UNKNOWN_HANDLE);
 }
 
 int32_t ZyrReader_CameraInitialise(ZyrReaderSettings* settings, uint64_t device, uint32_t flags) {
-    return InitialiseService(
-        Service::Camera, Enter(__func__, {Arg(static_cast<const void*>(settings)), Arg(device), Arg(flags)}));
+    return InitialiseService(Service::Camera, Record(__func__, settings, device, flags));
 }
 bool ZyrReader_IsCameraInitialised(void) {
-    Enter(__func__, {});
+    Record(__func__);
     return IsInitialised(Service::Camera);
 }
 int32_t ZyrReader_CameraShutdown(void) {
-    return ShutdownService(Service::Camera, Enter(__func__, {}));
+    return ShutdownService(Service::Camera, Record(__func__));
 }
 
 int32_t ZyrReader_ImageProcessingInitialise(ZyrReaderSettings* settings, uint64_t device,
                                             ZyrImageProcessingSettings* processing) {
-    return InitialiseService(Service::ImageProcessing,
-                             Enter(__func__, {Arg(static_cast<const void*>(settings)), Arg(device),
-                                              Arg(static_cast<const void*>(processing))}));
+    return InitialiseService(Service::ImageProcessing, Record(__func__, settings, device, processing));
 }
 bool ZyrReader_IsImageProcessingInitialised(void) {
-    Enter(__func__, {});
+    Record(__func__);
     return IsInitialised(Service::ImageProcessing);
 }
 int32_t ZyrReader_ImageProcessingShutdown(void) {
-    return ShutdownService(Service::ImageProcessing, Enter(__func__, {}));
+    return ShutdownService(Service::ImageProcessing, Record(__func__));
 }
 
 int32_t ZyrReader_SignalInitialise(ZyrReaderSettings* settings) {
-    return InitialiseService(Service::Signal, Enter(__func__, {Arg(static_cast<const void*>(settings))}));
+    return InitialiseService(Service::Signal, Record(__func__, settings));
 }
 bool ZyrReader_IsSignalInitialised(void) {
-    Enter(__func__, {});
+    Record(__func__);
     return IsInitialised(Service::Signal);
 }
 int32_t ZyrReader_SignalShutdown(void) {
-    return ShutdownService(Service::Signal, Enter(__func__, {}));
+    return ShutdownService(Service::Signal, Record(__func__));
 }
 
 int32_t ZyrReader_ParseInitialise(void) {
-    return InitialiseService(Service::Parsing, Enter(__func__, {}));
+    return InitialiseService(Service::Parsing, Record(__func__));
 }
 bool ZyrReader_IsParsingInitialised(void) {
-    Enter(__func__, {});
+    Record(__func__);
     return IsInitialised(Service::Parsing);
 }
 int32_t ZyrReader_ParseShutdown(void) {
-    return ShutdownService(Service::Parsing, Enter(__func__, {}));
+    return ShutdownService(Service::Parsing, Record(__func__));
 }
 
 int32_t ZyrReader_ParseAAMVA(const uint8_t* data, int32_t length, AAMVARecord** record, int32_t reserved) {
-    auto scripted = Enter(__func__, {Arg(static_cast<const void*>(data)), Arg(length),
-                                     Arg(static_cast<const void*>(record)), Arg(reserved)});
+    auto scripted = Record(__func__, data, length, record, reserved);
     if (scripted)
         return *scripted;
     DoubleState& s = State();
@@ -177,9 +173,8 @@ int32_t ZyrReader_ParseAAMVA(const uint8_t* data, int32_t length, AAMVARecord** 
 
 int32_t ZyrReader_ImageConvertFormat(int32_t format, const uint8_t* input, uint32_t inputLength,
                                      uint8_t* output, uint32_t* outputSize) {
-    auto scripted = Enter(__func__, {Arg(format), Arg(static_cast<const void*>(input)), Arg(inputLength),
-                                     Arg(static_cast<const void*>(output)),
-                                     outputSize ? Arg(*outputSize) : std::string("null")});
+    auto scripted = Record(__func__, format, input, inputLength, output,
+                           outputSize ? Arg(*outputSize) : std::string("null"));
     if (scripted)
         return *scripted;
     if (!input || !outputSize)
@@ -201,8 +196,8 @@ int32_t ZyrReader_ImageConvertFormat(int32_t format, const uint8_t* input, uint3
 
 int32_t ZyrReader_ImagePluginLoad(const char* pluginPath, const char* settingsPath, uint64_t* handle,
                                   uint64_t cameraDevice) {
-    auto scripted = Enter(__func__, {Arg(pluginPath), Arg(settingsPath),
-                                     handle ? Arg(*handle) : std::string("null"), Arg(cameraDevice)});
+    auto scripted =
+        Record(__func__, pluginPath, settingsPath, handle ? Arg(*handle) : std::string("null"), cameraDevice);
     DoubleState& s = State();
     std::lock_guard<std::mutex> lock(s.mutex);
     const std::string name = FileName(pluginPath);
@@ -224,8 +219,7 @@ int32_t ZyrReader_ImagePluginLoad(const char* pluginPath, const char* settingsPa
 
 int32_t ZyrReader_ImagePluginGetRequiredImages(uint64_t handle, const char* reserved, char* buffer,
                                                int32_t bufferSize) {
-    auto scripted =
-        Enter(__func__, {Arg(handle), Arg(reserved), Arg(static_cast<const void*>(buffer)), Arg(bufferSize)});
+    auto scripted = Record(__func__, handle, reserved, buffer, bufferSize);
     DoubleState& s = State();
     std::lock_guard<std::mutex> lock(s.mutex);
     PluginState* plugin = FindPlugin(s, handle);
@@ -241,7 +235,7 @@ int32_t ZyrReader_ImagePluginGetRequiredImages(uint64_t handle, const char* rese
 }
 
 int32_t ZyrReader_ImagePluginGetImageSettings(uint64_t handle, ZyrImageSettings* settings, int32_t index) {
-    auto scripted = Enter(__func__, {Arg(handle), Arg(static_cast<const void*>(settings)), Arg(index)});
+    auto scripted = Record(__func__, handle, settings, index);
     if (scripted)
         return *scripted;
     DoubleState& s = State();

@@ -76,6 +76,19 @@ std::string Arg(float v);
 std::string Arg(const char* text);
 std::string Arg(const void* p);
 std::string CallbackArg(const void* fn);
+inline std::string Arg(const std::string& text) {
+    return text;
+} // already formatted
+template <class R, class... A> std::string Arg(R (*fn)(A...)) {
+    return CallbackArg(reinterpret_cast<const void*>(fn));
+}
+template <class T> std::string Arg(T* p) {
+    return Ptr(p);
+}
+// Enter() with each argument formatted by its type.
+template <class... Args> std::optional<int32_t> Record(const char* function, const Args&... args) {
+    return Enter(function, {Arg(args)...});
+}
 
 // Hands out a library-owned image copied from a script entry; the caller must hold the lock.
 ZyrImage* HoldImage(DoubleState& s, const ImageScript& script);
