@@ -1,18 +1,11 @@
 #include "RecordBuilder.h"
 
 AAMVADate Date(uint32_t day, uint32_t month, uint32_t year) {
-    AAMVADate d;
-    d.Day = day;
-    d.Month = month;
-    d.Year = year;
-    return d;
+    return {day, month, year};
 }
 
 AAMVAMeasure Measure(int32_t value, uint32_t unit) {
-    AAMVAMeasure m;
-    m.Value = value;
-    m.Unit = unit;
-    return m;
+    return {value, unit};
 }
 
 RecordBuilder::RecordBuilder() : record_(new AAMVARecord) {

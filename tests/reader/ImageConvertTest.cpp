@@ -82,11 +82,8 @@ Source bmp(Pattern pattern, int w, int h, BmpOptions options, bool greyOutput, i
     Picture picture = makePicture(w, h, pattern, levels);
     s.bytes = encodeBmp(picture, options);
     if (options.bitsPerPixel == 16 || options.bitsPerPixel == 32) {
-        uint32_t masks[4] = {options.masks[0], options.masks[1], options.masks[2], options.masks[3]};
-        if (!options.bitfields && options.bitsPerPixel == 16)
-            masks[0] = 0x7C00, masks[1] = 0x3E0, masks[2] = 0x1F, masks[3] = 0;
-        if (!options.bitfields && options.bitsPerPixel == 32)
-            masks[0] = 0xFF0000, masks[1] = 0xFF00, masks[2] = 0xFF, masks[3] = 0;
+        uint32_t masks[4];
+        bmpMasks(options, masks);
         for (Rgba& c : picture.pixels) {
             c.r = quantised(c.r, bitsOf(masks[0]));
             c.g = quantised(c.g, bitsOf(masks[1]));
@@ -99,13 +96,18 @@ Source bmp(Pattern pattern, int w, int h, BmpOptions options, bool greyOutput, i
     return s;
 }
 
-BmpOptions bits(int bpp) {
+BmpOptions bits(int bpp, bool topDown = false, bool rle = false, int headerSize = 40) {
     BmpOptions o;
-    o.bitsPerPixel = bpp;
+    o.bitsPerPixel = bpp, o.topDown = topDown, o.rle = rle, o.headerSize = headerSize;
     return o;
 }
-BmpOptions with(BmpOptions o, const std::function<void(BmpOptions&)>& change) {
-    change(o);
+BmpOptions masked(BmpOptions o, uint32_t r, uint32_t g, uint32_t b, uint32_t a = 0) {
+    o.bitfields = true;
+    o.masks[0] = r, o.masks[1] = g, o.masks[2] = b, o.masks[3] = a;
+    return o;
+}
+BmpOptions lastRowUnpadded(BmpOptions o) {
+    o.omitLastPadding = true;
     return o;
 }
 
@@ -138,64 +140,29 @@ const ConvertCase convertCases[] = {
     {"jpeg_several_blocks", [] { return jpeg(Pattern::Colour, 257, 3, false); }},
     // BMP: bit depths, palettes, masks, header kinds, row orders, run-length data.
     {"bmp24_bottom_up", [] { return bmp(Pattern::Colour, 13, 7, bits(24), false); }},
-    {"bmp24_top_down",
-     [] {
-         return bmp(Pattern::Colour, 13, 7, with(bits(24), [](BmpOptions& o) { o.topDown = true; }), false);
-     }},
-    {"bmp24_last_row_unpadded",
-     [] {
-         return bmp(Pattern::Colour, 5, 3, with(bits(24), [](BmpOptions& o) { o.omitLastPadding = true; }),
-                    false);
-     }},
+    {"bmp24_top_down", [] { return bmp(Pattern::Colour, 13, 7, bits(24, true), false); }},
+    {"bmp24_last_row_unpadded", [] { return bmp(Pattern::Colour, 5, 3, lastRowUnpadded(bits(24)), false); }},
     {"bmp8_grey_palette", [] { return bmp(Pattern::Grey, 11, 6, bits(8), true); }},
-    {"bmp8_grey_palette_top_down",
-     [] { return bmp(Pattern::Grey, 11, 6, with(bits(8), [](BmpOptions& o) { o.topDown = true; }), true); }},
+    {"bmp8_grey_palette_top_down", [] { return bmp(Pattern::Grey, 11, 6, bits(8, true), true); }},
     {"bmp8_colour_palette", [] { return bmp(Pattern::Colour, 7, 5, bits(8), false); }},
     {"bmp4_grey_levels", [] { return bmp(Pattern::Levels, 9, 4, bits(4), true, 16); }},
     {"bmp1_two_levels", [] { return bmp(Pattern::Levels, 19, 3, bits(1), true, 2); }},
     {"bmp16_555", [] { return bmp(Pattern::Colour, 7, 4, bits(16), false); }},
     {"bmp16_565_bitfields",
-     [] {
-         return bmp(Pattern::Colour, 7, 4,
-                    with(bits(16),
-                         [](BmpOptions& o) {
-                             o.bitfields = true;
-                             o.masks[0] = 0xF800, o.masks[1] = 0x07E0, o.masks[2] = 0x001F;
-                         }),
-                    false);
-     }},
+     [] { return bmp(Pattern::Colour, 7, 4, masked(bits(16), 0xF800, 0x07E0, 0x1F), false); }},
     {"bmp32_unused_fourth_byte", [] { return bmp(Pattern::Colour, 6, 5, bits(32), false); }},
     {"bmp32_alpha_mask_v4",
      [] {
          return bmp(Pattern::ColourAlpha, 6, 5,
-                    with(bits(32),
-                         [](BmpOptions& o) {
-                             o.headerSize = 108, o.bitfields = true;
-                             o.masks[0] = 0x00FF0000, o.masks[1] = 0x0000FF00, o.masks[2] = 0x000000FF;
-                             o.masks[3] = 0xFF000000;
-                         }),
-                    false);
+                    masked(bits(32, false, false, 108), 0xFF0000, 0xFF00, 0xFF, 0xFF000000), false);
      }},
     {"bmp32_bitfields_v5_top_down",
      [] {
-         return bmp(Pattern::Colour, 6, 5,
-                    with(bits(32),
-                         [](BmpOptions& o) {
-                             o.headerSize = 124, o.bitfields = true, o.topDown = true;
-                             o.masks[0] = 0x000000FF, o.masks[1] = 0x0000FF00, o.masks[2] = 0x00FF0000;
-                         }),
-                    false);
+         return bmp(Pattern::Colour, 6, 5, masked(bits(32, true, false, 124), 0xFF, 0xFF00, 0xFF0000), false);
      }},
-    {"bmp_os2_core_header",
-     [] {
-         return bmp(Pattern::Colour, 7, 5, with(bits(8), [](BmpOptions& o) { o.headerSize = 12; }), false);
-     }},
-    {"bmp_rle8",
-     [] { return bmp(Pattern::Colour, 9, 6, with(bits(8), [](BmpOptions& o) { o.rle = true; }), false); }},
-    {"bmp_rle4",
-     [] {
-         return bmp(Pattern::Levels, 11, 6, with(bits(4), [](BmpOptions& o) { o.rle = true; }), true, 16);
-     }},
+    {"bmp_os2_core_header", [] { return bmp(Pattern::Colour, 7, 5, bits(8, false, false, 12), false); }},
+    {"bmp_rle8", [] { return bmp(Pattern::Colour, 9, 6, bits(8, false, true), false); }},
+    {"bmp_rle4", [] { return bmp(Pattern::Levels, 11, 6, bits(4, false, true), true, 16); }},
 };
 
 void PrintTo(const ConvertCase& c, std::ostream* out) {
@@ -269,6 +236,26 @@ std::vector<uint8_t> cut(std::vector<uint8_t> bytes, size_t keep) {
     bytes.resize(keep);
     return bytes;
 }
+// The bytes with the given values written from `at` on, or (xor) one byte flipped.
+template <class... Values>
+std::vector<uint8_t> poke(std::vector<uint8_t> bytes, size_t at, Values... values) {
+    for (const int v : {values...})
+        bytes.at(at++) = uint8_t(v);
+    return bytes;
+}
+std::vector<uint8_t> flip(std::vector<uint8_t> bytes, size_t at, uint8_t mask) {
+    bytes[at] ^= mask;
+    return bytes;
+}
+// A PNG whose header was poked, with the header's CRC made right again.
+std::vector<uint8_t> withHeaderCrc(std::vector<uint8_t> png) {
+    setChunkCrc(png, 8);
+    return png;
+}
+const std::vector<uint8_t>& rle8Bmp() {
+    static const auto bytes = encodeBmp(makePicture(9, 6, Pattern::Colour), bits(8, false, true));
+    return bytes;
+}
 
 struct DamageCase {
     const char* name;
@@ -277,146 +264,48 @@ struct DamageCase {
     int32_t convertResult; // the conversion
 };
 
+constexpr int32_t kCorrupt = ZYR_ERR_CORRUPT_IMAGE;
+constexpr int32_t kUnsupported = ZYR_ERR_UNSUPPORTED_IMAGE;
+
 const DamageCase damageCases[] = {
-    {"png_signature_only", [] { return cut(goodPng(), 8); }, ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
-    {"png_cut_in_header", [] { return cut(goodPng(), 20); }, ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
-    {"png_cut_in_image_data",
-     [] {
-         auto b = goodPng();
-         return cut(b, findMarker(b, "IDAT") + 40);
-     },
-     ZYR_OK, ZYR_ERR_CORRUPT_IMAGE},
-    {"png_header_crc_wrong",
-     [] {
-         auto b = goodPng();
-         b[29] ^= 0x01; // last byte of the IHDR CRC
-         return b;
-     },
-     ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
-    {"png_image_data_flipped",
-     [] {
-         auto b = goodPng();
-         b[findMarker(b, "IDAT") + 20] ^= 0xFF;
-         return b;
-     },
-     ZYR_OK, ZYR_ERR_CORRUPT_IMAGE},
-    {"png_zero_width",
-     [] {
-         auto b = goodPng();
-         b[16] = b[17] = b[18] = b[19] = 0;
-         setChunkCrc(b, 8);
-         return b;
-     },
-     ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
-    {"png_huge",
-     [] {
-         auto b = goodPng();
-         b[16] = 0, b[17] = 0, b[18] = 0x9C, b[19] = 0x40; // 40000 wide
-         b[20] = 0, b[21] = 0, b[22] = 0x9C, b[23] = 0x40; // 40000 high
-         setChunkCrc(b, 8);
-         return b;
-     },
-     ZYR_ERR_UNSUPPORTED_IMAGE, ZYR_ERR_UNSUPPORTED_IMAGE},
-    {"jpeg_start_marker_only", [] { return cut(goodJpeg(), 3); }, ZYR_ERR_CORRUPT_IMAGE,
-     ZYR_ERR_CORRUPT_IMAGE},
-    {"jpeg_cut_in_header", [] { return cut(goodJpeg(), 100); }, ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
-    {"jpeg_cut_in_scan",
-     [] {
-         auto b = goodJpeg();
-         return cut(b, b.size() * 2 / 3);
-     },
-     ZYR_OK, ZYR_ERR_CORRUPT_IMAGE},
-    {"jpeg_progressive_cut",
-     [] {
-         auto b = goodJpeg(true);
-         return cut(b, b.size() / 2);
-     },
-     ZYR_OK, ZYR_ERR_CORRUPT_IMAGE},
-    {"jpeg_zero_height",
-     [] {
-         auto b = goodJpeg();
-         const size_t sof = findMarker(b, "\xFF\xC0");
-         b[sof + 5] = b[sof + 6] = 0;
-         return b;
-     },
-     ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
+    {"png_signature_only", [] { return cut(goodPng(), 8); }, kCorrupt, kCorrupt},
+    {"png_cut_in_header", [] { return cut(goodPng(), 20); }, kCorrupt, kCorrupt},
+    {"png_cut_in_image_data", [] { return cut(goodPng(), findMarker(goodPng(), "IDAT") + 40); }, ZYR_OK,
+     kCorrupt},
+    {"png_header_crc_wrong", [] { return flip(goodPng(), 29, 0x01); }, kCorrupt,
+     kCorrupt}, // last byte of the IHDR CRC
+    {"png_image_data_flipped", [] { return flip(goodPng(), findMarker(goodPng(), "IDAT") + 20, 0xFF); },
+     ZYR_OK, kCorrupt},
+    {"png_zero_width", [] { return withHeaderCrc(poke(goodPng(), 16, 0, 0, 0, 0)); }, kCorrupt, kCorrupt},
+    {"png_huge", [] { return withHeaderCrc(poke(goodPng(), 16, 0, 0, 0x9C, 0x40, 0, 0, 0x9C, 0x40)); },
+     kUnsupported, kUnsupported}, // 40000 x 40000
+    {"jpeg_start_marker_only", [] { return cut(goodJpeg(), 3); }, kCorrupt, kCorrupt},
+    {"jpeg_cut_in_header", [] { return cut(goodJpeg(), 100); }, kCorrupt, kCorrupt},
+    {"jpeg_cut_in_scan", [] { return cut(goodJpeg(), goodJpeg().size() * 2 / 3); }, ZYR_OK, kCorrupt},
+    {"jpeg_progressive_cut", [] { return cut(goodJpeg(true), goodJpeg(true).size() / 2); }, ZYR_OK, kCorrupt},
+    {"jpeg_zero_height", [] { return poke(goodJpeg(), findMarker(goodJpeg(), "\xFF\xC0") + 5, 0, 0); },
+     kCorrupt, kCorrupt},
+    // End of image in the middle of the data.
     {"jpeg_marker_inside_scan",
-     [] {
-         auto b = goodJpeg();
-         const size_t sos = findMarker(b, "\xFF\xDA");
-         b[sos + 40] = 0xFF, b[sos + 41] = 0xD9; // end of image in the middle of the data
-         return b;
-     },
-     ZYR_OK, ZYR_ERR_CORRUPT_IMAGE},
-    {"bmp_file_header_only", [] { return cut(goodBmp(), 14); }, ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
-    {"bmp_pixels_cut",
-     [] {
-         auto b = goodBmp();
-         return cut(b, b.size() - 40);
-     },
-     ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
-    {"bmp_header_size_past_end",
-     [] {
-         auto b = goodBmp();
-         b[14] = 0xFF, b[15] = 0xFF, b[16] = 0xFF;
-         return b;
-     },
-     ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
-    {"bmp_zero_width",
-     [] {
-         auto b = goodBmp();
-         b[18] = b[19] = b[20] = b[21] = 0;
-         return b;
-     },
-     ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
-    {"bmp_seven_bits",
-     [] {
-         auto b = goodBmp();
-         b[28] = 7;
-         return b;
-     },
-     ZYR_ERR_UNSUPPORTED_IMAGE, ZYR_ERR_UNSUPPORTED_IMAGE},
-    {"bmp_embedded_jpeg",
-     [] {
-         auto b = goodBmp();
-         b[30] = 4;
-         return b;
-     },
-     ZYR_ERR_UNSUPPORTED_IMAGE, ZYR_ERR_UNSUPPORTED_IMAGE},
-    {"bmp_pixel_offset_past_end",
-     [] {
-         auto b = goodBmp();
-         b[10] = 0xFF, b[11] = 0xFF, b[12] = 0x0F;
-         return b;
-     },
-     ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
+     [] { return poke(goodJpeg(), findMarker(goodJpeg(), "\xFF\xDA") + 40, 0xFF, 0xD9); }, ZYR_OK, kCorrupt},
+    {"bmp_file_header_only", [] { return cut(goodBmp(), 14); }, kCorrupt, kCorrupt},
+    {"bmp_pixels_cut", [] { return cut(goodBmp(), goodBmp().size() - 40); }, kCorrupt, kCorrupt},
+    {"bmp_header_size_past_end", [] { return poke(goodBmp(), 14, 0xFF, 0xFF, 0xFF); }, kCorrupt, kCorrupt},
+    {"bmp_zero_width", [] { return poke(goodBmp(), 18, 0, 0, 0, 0); }, kCorrupt, kCorrupt},
+    {"bmp_seven_bits", [] { return poke(goodBmp(), 28, 7); }, kUnsupported, kUnsupported},
+    {"bmp_embedded_jpeg", [] { return poke(goodBmp(), 30, 4); }, kUnsupported, kUnsupported},
+    {"bmp_pixel_offset_past_end", [] { return poke(goodBmp(), 10, 0xFF, 0xFF, 0x0F); }, kCorrupt, kCorrupt},
     {"bmp_palette_past_end",
-     [] {
-         auto b = encodeBmp(makePicture(4, 4, Pattern::Grey), bits(8));
-         return cut(b, 14 + 40 + 8);
-     },
-     ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
-    {"bmp_run_lengths_cut",
-     [] {
-         auto b = encodeBmp(makePicture(9, 6, Pattern::Colour),
-                            with(bits(8), [](BmpOptions& o) { o.rle = true; }));
-         return cut(b, b.size() - 30);
-     },
-     ZYR_OK, ZYR_ERR_CORRUPT_IMAGE},
-    {"bmp_run_lengths_top_down",
-     [] {
-         auto b = encodeBmp(makePicture(9, 6, Pattern::Colour),
-                            with(bits(8), [](BmpOptions& o) { o.rle = true; }));
-         b[22] = 0xFA, b[23] = b[24] = b[25] = 0xFF; // height -6
-         return b;
-     },
-     ZYR_ERR_CORRUPT_IMAGE, ZYR_ERR_CORRUPT_IMAGE},
+     [] { return cut(encodeBmp(makePicture(4, 4, Pattern::Grey), bits(8)), 14 + 40 + 8); }, kCorrupt,
+     kCorrupt},
+    {"bmp_run_lengths_cut", [] { return cut(rle8Bmp(), rle8Bmp().size() - 30); }, ZYR_OK, kCorrupt},
+    {"bmp_run_lengths_top_down", [] { return poke(rle8Bmp(), 22, 0xFA, 0xFF, 0xFF, 0xFF); }, kCorrupt,
+     kCorrupt}, // height -6
     {"gif_is_not_read",
-     [] { return std::vector<uint8_t>{'G', 'I', 'F', '8', '9', 'a', 1, 0, 1, 0, 0, 0, 0}; },
-     ZYR_ERR_UNSUPPORTED_IMAGE, ZYR_ERR_UNSUPPORTED_IMAGE},
-    {"one_byte", [] { return std::vector<uint8_t>{0xFF}; }, ZYR_ERR_UNSUPPORTED_IMAGE,
-     ZYR_ERR_UNSUPPORTED_IMAGE},
-    {"empty", [] { return std::vector<uint8_t>{}; }, ZYR_ERR_UNSUPPORTED_IMAGE, ZYR_ERR_UNSUPPORTED_IMAGE},
+     [] { return std::vector<uint8_t>{'G', 'I', 'F', '8', '9', 'a', 1, 0, 1, 0, 0, 0, 0}; }, kUnsupported,
+     kUnsupported},
+    {"one_byte", [] { return std::vector<uint8_t>{0xFF}; }, kUnsupported, kUnsupported},
+    {"empty", [] { return std::vector<uint8_t>{}; }, kUnsupported, kUnsupported},
 };
 
 void PrintTo(const DamageCase& c, std::ostream* out) {

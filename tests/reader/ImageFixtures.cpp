@@ -299,6 +299,13 @@ int maskShift(uint32_t mask) {
 
 } // namespace
 
+void bmpMasks(const BmpOptions& o, uint32_t masks[4]) {
+    const uint32_t given[4] = {o.masks[0], o.masks[1], o.masks[2], o.masks[3]};
+    const uint32_t rgb555[4] = {0x7C00, 0x03E0, 0x001F, 0}, rgb888[4] = {0xFF0000, 0xFF00, 0xFF, 0};
+    const uint32_t* chosen = o.bitfields ? given : o.bitsPerPixel == 16 ? rgb555 : rgb888;
+    std::copy(chosen, chosen + 4, masks);
+}
+
 std::vector<uint8_t> encodeBmp(const Picture& picture, const BmpOptions& o) {
     const int w = picture.width;
     const int h = picture.height;
@@ -318,11 +325,8 @@ std::vector<uint8_t> encodeBmp(const Picture& picture, const BmpOptions& o) {
         if (palette.size() > (1u << bpp))
             return {};
     }
-    uint32_t masks[4] = {o.masks[0], o.masks[1], o.masks[2], o.masks[3]};
-    if (!o.bitfields && bpp == 16)
-        masks[0] = 0x7C00, masks[1] = 0x03E0, masks[2] = 0x001F, masks[3] = 0;
-    if (!o.bitfields && bpp == 32)
-        masks[0] = 0xFF0000, masks[1] = 0xFF00, masks[2] = 0xFF, masks[3] = 0;
+    uint32_t masks[4];
+    bmpMasks(o, masks);
 
     const size_t masksAfterHeader = o.bitfields && o.headerSize == 40 ? 12 : 0;
     // An OS/2 core header has no colour count: its palette always has 2^bits entries.

@@ -57,6 +57,8 @@ struct BmpOptions {
     uint32_t masks[4] = {0, 0, 0, 0};
     bool omitLastPadding = false;
 };
+// The channel masks a 16- or 32-bit file uses: the given ones, or the format's defaults.
+void bmpMasks(const BmpOptions& options, uint32_t masks[4]);
 // The picture's colours must fit the format (distinct colours <= palette size, 5/6 bits, ...).
 std::vector<uint8_t> encodeBmp(const Picture& picture, const BmpOptions& options);
 

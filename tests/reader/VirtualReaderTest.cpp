@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <functional>
 #include <future>
 #include <ostream>
 
@@ -69,7 +68,9 @@ protected:
 
 struct StartCase {
     const char* name;
-    std::function<std::string(TempFolder&)> prepare; // returns ZYRREADER_DEVICE ("" = unset)
+    const char* variable;  // ZYRREADER_DEVICE under the test's folder; null: unset
+    const char* deviceIni; // written to the test's folder; null: none
+    const char* subfolder; // made in the test's folder; null: none
     int32_t expected;
     const char* messagePart; // expected in the error handler's text
 };
@@ -83,8 +84,12 @@ class CameraStart : public VirtualReaderTest, public ::testing::WithParamInterfa
 TEST_P(CameraStart, OpensTheDeviceFolderOrSaysWhyNot) {
     const StartCase& c = GetParam();
     TempFolder folder;
-    const std::string variable = c.prepare(folder);
-    ScopedEnvironment device("ZYRREADER_DEVICE", variable.empty() ? nullptr : variable.c_str());
+    if (c.deviceIni != nullptr)
+        writeFile(folder.file("device.ini"), c.deviceIni);
+    if (c.subfolder != nullptr)
+        fs::create_directory(folder.file(c.subfolder));
+    const std::string variable = c.variable != nullptr ? folder.file(c.variable) : "";
+    ScopedEnvironment device("ZYRREADER_DEVICE", c.variable != nullptr ? variable.c_str() : nullptr);
     RecordingErrorHandler errors;
     ZyrReaderSettings startSettings{};
     EXPECT_EQ(ZyrReader_CameraInitialise(&startSettings, 0, 0), c.expected);
@@ -98,36 +103,18 @@ TEST_P(CameraStart, OpensTheDeviceFolderOrSaysWhyNot) {
     EXPECT_NE(errors.messages()[0].find(c.messagePart), std::string::npos) << errors.messages()[0];
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Devices, CameraStart,
-    ::testing::Values(StartCase{"no_device_named", [](TempFolder&) { return std::string(); },
-                                ZYR_ERR_NO_READER, "ZYRREADER_DEVICE"},
-                      StartCase{"folder_without_device_ini", [](TempFolder& f) { return f.path(); },
-                                ZYR_ERR_DEVICE, "device.ini"},
-                      StartCase{"missing_folder", [](TempFolder& f) { return f.file("gone"); },
-                                ZYR_ERR_DEVICE, "/gone/"},
-                      StartCase{"no_documents_folder",
-                                [](TempFolder& f) {
-                                    writeFile(f.file("device.ini"), "");
-                                    return f.path();
-                                },
-                                ZYR_ERR_DEVICE, "/documents/"},
-                      StartCase{"documents_named_by_the_device",
-                                [](TempFolder& f) {
-                                    fs::create_directory(f.file("cards"));
-                                    writeFile(f.file("device.ini"), "[Documents]\nFolder=cards\n");
-                                    return f.path();
-                                },
-                                ZYR_OK, ""},
-                      StartCase{"named_documents_folder_missing",
-                                [](TempFolder& f) {
-                                    fs::create_directory(f.file("documents"));
-                                    writeFile(f.file("device.ini"),
-                                                       "[Documents]\nFolder=/nonexistent/cards\n");
-                                    return f.path();
-                                },
-                                ZYR_ERR_DEVICE, "/nonexistent/cards/"}),
-    [](const ::testing::TestParamInfo<StartCase>& info) { return info.param.name; });
+const StartCase startCases[] = {
+    {"no_device_named", nullptr, nullptr, nullptr, ZYR_ERR_NO_READER, "ZYRREADER_DEVICE"},
+    {"folder_without_device_ini", ".", nullptr, nullptr, ZYR_ERR_DEVICE, "device.ini"},
+    {"missing_folder", "gone", nullptr, nullptr, ZYR_ERR_DEVICE, "/gone/"},
+    {"no_documents_folder", ".", "", nullptr, ZYR_ERR_DEVICE, "/documents/"},
+    {"documents_named_by_the_device", ".", "[Documents]\nFolder=cards\n", "cards", ZYR_OK, ""},
+    {"named_documents_folder_missing", ".", "[Documents]\nFolder=/nonexistent/cards\n", "documents",
+     ZYR_ERR_DEVICE, "/nonexistent/cards/"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Devices, CameraStart, ::testing::ValuesIn(startCases),
+                         [](const ::testing::TestParamInfo<StartCase>& info) { return info.param.name; });
 
 TEST_F(VirtualReaderTest, TheSettingsDeviceFolderComesBeforeTheEnvironment) {
     Device device(kQuickDevice);

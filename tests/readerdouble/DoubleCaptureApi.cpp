@@ -7,10 +7,6 @@ using namespace readerdouble;
 
 namespace {
 
-const void* P(const void* p) {
-    return p;
-}
-
 // The entry for the n-th call of a list whose last entry repeats; null when the list is empty.
 template <typename T> const T* Nth(const std::vector<T>& list, size_t n) {
     return list.empty() ? nullptr : &list[std::min(n, list.size() - 1)];
@@ -28,14 +24,13 @@ bool TakeCancel(DoubleState& s) {
 extern "C" {
 
 int32_t ZyrReader_CameraUpdateSettings(ZyrReaderSettings* settings) {
-    return Enter(__func__,
-                 {Arg(P(settings)),
-                  settings ? Arg(static_cast<uint32_t>(settings->DarkObjectDetect)) : std::string("null")})
-        .value_or(ZYR_OK);
+    const std::string darkObject =
+        settings ? Arg(static_cast<uint32_t>(settings->DarkObjectDetect)) : std::string("null");
+    return Record(__func__, settings, darkObject).value_or(ZYR_OK);
 }
 
 int32_t ZyrReader_CameraCancelQueue(void) {
-    auto scripted = Enter(__func__, {});
+    auto scripted = Record(__func__);
     DoubleState& s = State();
     {
         std::lock_guard<std::mutex> lock(s.mutex);
@@ -52,28 +47,24 @@ int32_t ZyrReader_LocateDocumentTwoSidedEx(uint32_t lightMask, int32_t timeoutMs
                                            ZyrProcessSettings* process, ZyrSideSettings* side,
                                            ZyrFeedSettings* feed, int32_t reserved2, bool debugImages,
                                            bool hiRes, uint8_t* detectionFlag) {
-    auto scripted = Enter(__func__, {Arg(lightMask), Arg(timeoutMs), Arg(P(side1)), Arg(P(side2)),
-                                     documentPresent ? Arg(static_cast<uint32_t>(*documentPresent)) : "null",
-                                     Arg(P(settings)), Arg(P(detect)), Arg(P(locate)), Arg(bothSides),
-                                     Arg(reserved1), Arg(P(process)), Arg(P(side)), Arg(P(feed)),
-                                     Arg(reserved2), Arg(debugImages), Arg(hiRes), Arg(P(detectionFlag))});
+    auto scripted = Record(__func__, lightMask, timeoutMs, side1, side2,
+                           documentPresent ? Arg(static_cast<uint32_t>(*documentPresent)) : "null", settings,
+                           detect, locate, bothSides, reserved1, process, side, feed, reserved2, debugImages,
+                           hiRes, detectionFlag);
     DoubleState& s = State();
     std::lock_guard<std::mutex> lock(s.mutex);
-    if (TakeCancel(s)) {
+    if (TakeCancel(s))
         return ZYR_ERR_CANCELLED;
-    }
     const uint8_t* present = Nth(s.capture.presentAfterLocate, s.locateCalls++);
-    if (documentPresent && present) {
+    if (documentPresent && present)
         *documentPresent = *present;
-    }
-    if (detectionFlag) {
+    if (detectionFlag)
         *detectionFlag = s.capture.detectionFlag;
-    }
     return scripted.value_or(ZYR_OK);
 }
 
 int32_t ZyrReader_InsertDocument(void) {
-    return Enter(__func__, {}).value_or(ZYR_OK);
+    return Record(__func__).value_or(ZYR_OK);
 }
 
 int32_t ZyrReader_CameraDetectDocumentTwoSidedEx(
@@ -82,24 +73,17 @@ int32_t ZyrReader_CameraDetectDocumentTwoSidedEx(
     int32_t reserved2, int32_t reserved3, int32_t reserved4, int32_t reserved5, ZyrProcessSettings* process,
     ZyrSideSettings* side, ZyrFeedSettings* feed, int32_t reserved6, const char* debugName, bool bothSides,
     bool findDocument, uint8_t* detectionFlag) {
-    auto scripted = Enter(__func__, {Arg(wait),      Arg(timeoutMs),    Arg(lightMask),
-                                     Arg(P(side1)),  Arg(P(side2)),     Arg(P(settings)),
-                                     Arg(P(detect)), Arg(P(locate)),    Arg(reserved1),
-                                     Arg(reserved2), Arg(reserved3),    Arg(reserved4),
-                                     Arg(reserved5), Arg(P(process)),   Arg(P(side)),
-                                     Arg(P(feed)),   Arg(reserved6),    Arg(debugName),
-                                     Arg(bothSides), Arg(findDocument), Arg(P(detectionFlag))});
+    auto scripted = Record(__func__, wait, timeoutMs, lightMask, side1, side2, settings, detect, locate,
+                           reserved1, reserved2, reserved3, reserved4, reserved5, process, side, feed,
+                           reserved6, debugName, bothSides, findDocument, detectionFlag);
     DoubleState& s = State();
     std::unique_lock<std::mutex> lock(s.mutex);
-    if (s.capture.detectWaitsForCancel) {
+    if (s.capture.detectWaitsForCancel)
         s.cancelled.wait(lock, [&] { return s.cancelPending; });
-    }
-    if (TakeCancel(s)) {
+    if (TakeCancel(s))
         return ZYR_ERR_CANCELLED;
-    }
-    if (detectionFlag) {
+    if (detectionFlag)
         *detectionFlag = s.capture.detectionFlag;
-    }
     return scripted.value_or(ZYR_OK);
 }
 
@@ -107,24 +91,20 @@ int32_t ZyrReader_CameraTakeSnapshot(bool wait, uint32_t lightMask, int32_t fram
                                      ZyrCameraParameters* camera, ZyrReaderSettings* settings,
                                      ZyrImageCallback callback, void* user, int32_t reserved,
                                      const char* debugName) {
-    auto scripted = Enter(__func__, {Arg(wait), Arg(lightMask), Arg(frames), Arg(P(camera)), Arg(P(settings)),
-                                     CallbackArg(reinterpret_cast<const void*>(callback)), Arg(P(user)),
-                                     Arg(reserved), Arg(debugName)});
-    if (scripted && *scripted != ZYR_OK) {
+    auto scripted =
+        Record(__func__, wait, lightMask, frames, camera, settings, callback, user, reserved, debugName);
+    if (scripted && *scripted != ZYR_OK)
         return *scripted;
-    }
     ZyrImage* image = nullptr;
     {
         DoubleState& s = State();
         std::lock_guard<std::mutex> lock(s.mutex);
         const ImageScript* script = Nth(s.capture.snapshots, s.snapshotCalls++);
-        if (script) {
+        if (script)
             image = HoldImage(s, *script);
-        }
     }
-    if (image && callback) {
+    if (image && callback)
         callback(user, 0, 0, lightMask, image);
-    }
     return ZYR_OK;
 }
 
@@ -135,26 +115,21 @@ int32_t ZyrReader_ImagePostProcessImage(bool wait, const ZyrImage* snapshot, uin
                                         ZyrLocation* side1, ZyrImageCallback callback, void* user,
                                         int32_t reserved, const char* debugName,
                                         ZyrProcessSettings* process) {
-    auto scripted = Enter(__func__, {Arg(wait), Arg(P(snapshot)), Arg(lightMask), Arg(outputDpi), Arg(colour),
-                                     Arg(options), Arg(processingMode), Arg(borderPixels), Arg(outputScale),
-                                     Arg(P(settings)), Arg(P(locate)), Arg(P(side1)),
-                                     CallbackArg(reinterpret_cast<const void*>(callback)), Arg(P(user)),
-                                     Arg(reserved), Arg(debugName), Arg(P(process))});
-    if (scripted && *scripted != ZYR_OK) {
+    auto scripted =
+        Record(__func__, wait, snapshot, lightMask, outputDpi, colour, options, processingMode, borderPixels,
+               outputScale, settings, locate, side1, callback, user, reserved, debugName, process);
+    if (scripted && *scripted != ZYR_OK)
         return *scripted;
-    }
     ZyrImage* image = nullptr;
     {
         DoubleState& s = State();
         std::lock_guard<std::mutex> lock(s.mutex);
         const ImageScript* script = Nth(s.capture.processed, s.processCalls++);
-        if (script) {
+        if (script)
             image = HoldImage(s, *script);
-        }
     }
-    if (image && callback) {
+    if (image && callback)
         callback(user, 0, 0, lightMask, image);
-    }
     return ZYR_OK;
 }
 
@@ -166,30 +141,25 @@ int32_t ZyrReader_ImagePostProcessImageTwoSided(bool wait, const ZyrImage* snaps
                                                 ZyrLocation* side2, ZyrImageCallback callback, void* user,
                                                 int32_t reserved, const char* debugName,
                                                 ZyrProcessSettings* process, ZyrSideSettings* side) {
-    auto scripted = Enter(__func__, {Arg(wait), Arg(P(snapshot)), Arg(lightMask), Arg(outputDpi), Arg(colour),
-                                     Arg(options), Arg(processingMode), Arg(borderPixels), Arg(outputScale),
-                                     Arg(P(settings)), Arg(P(locate)), Arg(P(side1)), Arg(P(side2)),
-                                     CallbackArg(reinterpret_cast<const void*>(callback)), Arg(P(user)),
-                                     Arg(reserved), Arg(debugName), Arg(P(process)), Arg(P(side))});
-    if (scripted && *scripted != ZYR_OK) {
+    auto scripted = Record(__func__, wait, snapshot, lightMask, outputDpi, colour, options, processingMode,
+                           borderPixels, outputScale, settings, locate, side1, side2, callback, user,
+                           reserved, debugName, process, side);
+    if (scripted && *scripted != ZYR_OK)
         return *scripted;
-    }
     std::vector<ZyrImage*> images;
     {
         DoubleState& s = State();
         std::lock_guard<std::mutex> lock(s.mutex);
-        for (size_t i = 0; i < s.capture.sides.size() && i < 2; ++i) {
+        for (size_t i = 0; i < s.capture.sides.size() && i < 2; ++i)
             images.push_back(HoldImage(s, s.capture.sides[i]));
-        }
     }
-    for (size_t i = 0; i < images.size() && callback; ++i) {
+    for (size_t i = 0; i < images.size() && callback; ++i)
         callback(user, static_cast<int32_t>(i), static_cast<int32_t>(i + 1), lightMask, images[i]);
-    }
     return ZYR_OK;
 }
 
 int32_t ZyrReader_DocumentProcessingComplete(void) {
-    return Enter(__func__, {}).value_or(ZYR_OK);
+    return Record(__func__).value_or(ZYR_OK);
 }
 
 } // extern "C"

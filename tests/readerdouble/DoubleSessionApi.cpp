@@ -44,53 +44,50 @@ PluginState* FindPlugin(DoubleState& s, uint64_t handle) {
 extern "C" {
 
 const char* ZyrReader_ErrorText(int32_t code) {
-    Enter(__func__, {Arg(code)});
+    Record(__func__, code);
     return code == ZYR_OK ? "Success" : "Reader double error";
 }
 
 int32_t ZyrReader_SetErrorHandler(ZyrReaderErrorHandler handler, uint32_t options) {
-    auto scripted = Enter(__func__, {CallbackArg(reinterpret_cast<const void*>(handler)), Arg(options)});
+    auto scripted = Record(__func__, handler, options);
     std::lock_guard<std::mutex> lock(State().mutex);
     State().handler = handler;
     return scripted.value_or(ZYR_OK);
 }
 
 int32_t ZyrReader_LL_LoadSettings(ZyrReaderSettings* settings) {
-    auto scripted = Enter(__func__, {Arg(static_cast<const void*>(settings))});
+    auto scripted = Record(__func__, settings);
     ZyrReaderErrorHandler handler = nullptr;
     bool noReader = false;
     {
         std::lock_guard<std::mutex> lock(State().mutex);
-        if (settings) {
+        if (settings)
             *settings = State().readerSettings;
-        }
         noReader = State().noReader;
         handler = State().handler;
     }
     if (noReader) {
-        if (handler) {
+        if (handler)
             handler(ZYR_ERR_NO_READER, "No reader is connected");
-        }
         return scripted.value_or(ZYR_ERR_NO_READER);
     }
     return scripted.value_or(ZYR_OK);
 }
 
 int32_t ZyrReader_LL_LoadSettingsFromIniFile(ZyrReaderSettings* settings, const char* path) {
-    auto scripted = Enter(__func__, {Arg(static_cast<const void*>(settings)), Arg(path)});
+    auto scripted = Record(__func__, settings, path);
     std::lock_guard<std::mutex> lock(State().mutex);
-    if (settings) {
+    if (settings)
         *settings = State().iniSettings;
-    }
     return scripted.value_or(ZYR_OK);
 }
 
 int32_t ZyrReader_InitialiseLogging(bool enable, int32_t level, uint32_t mask, const char* fileName) {
-    return Enter(__func__, {Arg(enable), Arg(level), Arg(mask), Arg(fileName)}).value_or(ZYR_OK);
+    return Record(__func__, enable, level, mask, fileName).value_or(ZYR_OK);
 }
 
 int32_t ZyrReader_DestroyCachedData(void) {
-    auto scripted = Enter(__func__, {});
+    auto scripted = Record(__func__);
     std::lock_guard<std::mutex> lock(State().mutex);
     State().objects.clear();
     State().plugins.clear();
@@ -99,80 +96,71 @@ int32_t ZyrReader_DestroyCachedData(void) {
 }
 
 int32_t ZyrReader_DestroyCachedObject(const void* object) {
-    auto scripted = Enter(__func__, {Arg(object)});
+    auto scripted = Record(__func__, object);
     std::lock_guard<std::mutex> lock(State().mutex);
     const bool held = State().objects.erase(object) > 0;
     return scripted.value_or(held ? ZYR_OK : ZYR_ERR_UNKNOWN_HANDLE);
 }
 
 int32_t ZyrReader_CameraInitialise(ZyrReaderSettings* settings, uint64_t device, uint32_t flags) {
-    return InitialiseService(
-        Service::Camera, Enter(__func__, {Arg(static_cast<const void*>(settings)), Arg(device), Arg(flags)}));
+    return InitialiseService(Service::Camera, Record(__func__, settings, device, flags));
 }
 bool ZyrReader_IsCameraInitialised(void) {
-    Enter(__func__, {});
+    Record(__func__);
     return IsInitialised(Service::Camera);
 }
 int32_t ZyrReader_CameraShutdown(void) {
-    return ShutdownService(Service::Camera, Enter(__func__, {}));
+    return ShutdownService(Service::Camera, Record(__func__));
 }
 
 int32_t ZyrReader_ImageProcessingInitialise(ZyrReaderSettings* settings, uint64_t device,
                                             ZyrImageProcessingSettings* processing) {
-    return InitialiseService(Service::ImageProcessing,
-                             Enter(__func__, {Arg(static_cast<const void*>(settings)), Arg(device),
-                                              Arg(static_cast<const void*>(processing))}));
+    return InitialiseService(Service::ImageProcessing, Record(__func__, settings, device, processing));
 }
 bool ZyrReader_IsImageProcessingInitialised(void) {
-    Enter(__func__, {});
+    Record(__func__);
     return IsInitialised(Service::ImageProcessing);
 }
 int32_t ZyrReader_ImageProcessingShutdown(void) {
-    return ShutdownService(Service::ImageProcessing, Enter(__func__, {}));
+    return ShutdownService(Service::ImageProcessing, Record(__func__));
 }
 
 int32_t ZyrReader_SignalInitialise(ZyrReaderSettings* settings) {
-    return InitialiseService(Service::Signal, Enter(__func__, {Arg(static_cast<const void*>(settings))}));
+    return InitialiseService(Service::Signal, Record(__func__, settings));
 }
 bool ZyrReader_IsSignalInitialised(void) {
-    Enter(__func__, {});
+    Record(__func__);
     return IsInitialised(Service::Signal);
 }
 int32_t ZyrReader_SignalShutdown(void) {
-    return ShutdownService(Service::Signal, Enter(__func__, {}));
+    return ShutdownService(Service::Signal, Record(__func__));
 }
 
 int32_t ZyrReader_ParseInitialise(void) {
-    return InitialiseService(Service::Parsing, Enter(__func__, {}));
+    return InitialiseService(Service::Parsing, Record(__func__));
 }
 bool ZyrReader_IsParsingInitialised(void) {
-    Enter(__func__, {});
+    Record(__func__);
     return IsInitialised(Service::Parsing);
 }
 int32_t ZyrReader_ParseShutdown(void) {
-    return ShutdownService(Service::Parsing, Enter(__func__, {}));
+    return ShutdownService(Service::Parsing, Record(__func__));
 }
 
 int32_t ZyrReader_ParseAAMVA(const uint8_t* data, int32_t length, AAMVARecord** record, int32_t reserved) {
-    auto scripted = Enter(__func__, {Arg(static_cast<const void*>(data)), Arg(length),
-                                     Arg(static_cast<const void*>(record)), Arg(reserved)});
-    if (scripted) {
+    auto scripted = Record(__func__, data, length, record, reserved);
+    if (scripted)
         return *scripted;
-    }
     DoubleState& s = State();
     std::lock_guard<std::mutex> lock(s.mutex);
-    if (!s.initialised[Service::Parsing]) {
+    if (!s.initialised[Service::Parsing])
         return ZYR_ERR_NOT_INITIALISED;
-    }
-    if (!record || (!data && length > 0) || length < 0) {
+    if (!record || (!data && length > 0) || length < 0)
         return ZYR_ERR_BAD_ARGUMENT;
-    }
-    if (length == 0) {
+    if (length == 0)
         return ZYR_ERR_AAMVA_EMPTY;
-    }
-    if (!s.parseRecord) {
+    if (!s.parseRecord)
         return ZYR_ERR_NOT_AAMVA;
-    }
     auto object = std::make_unique<HeldObject>();
     object->record = std::make_unique<AAMVARecord>(*s.parseRecord);
     object->items = s.parseItems;
@@ -185,15 +173,12 @@ int32_t ZyrReader_ParseAAMVA(const uint8_t* data, int32_t length, AAMVARecord** 
 
 int32_t ZyrReader_ImageConvertFormat(int32_t format, const uint8_t* input, uint32_t inputLength,
                                      uint8_t* output, uint32_t* outputSize) {
-    auto scripted = Enter(__func__, {Arg(format), Arg(static_cast<const void*>(input)), Arg(inputLength),
-                                     Arg(static_cast<const void*>(output)),
-                                     outputSize ? Arg(*outputSize) : std::string("null")});
-    if (scripted) {
+    auto scripted = Record(__func__, format, input, inputLength, output,
+                           outputSize ? Arg(*outputSize) : std::string("null"));
+    if (scripted)
         return *scripted;
-    }
-    if (!input || !outputSize) {
+    if (!input || !outputSize)
         return ZYR_ERR_BAD_ARGUMENT;
-    }
     std::vector<uint8_t> bytes;
     {
         std::lock_guard<std::mutex> lock(State().mutex);
@@ -201,9 +186,8 @@ int32_t ZyrReader_ImageConvertFormat(int32_t format, const uint8_t* input, uint3
     }
     const uint32_t size = static_cast<uint32_t>(bytes.size());
     if (output) {
-        if (*outputSize < size) {
+        if (*outputSize < size)
             return ZYR_ERR_BUFFER_TOO_SMALL;
-        }
         std::copy(bytes.begin(), bytes.end(), output);
     }
     *outputSize = size;
@@ -212,25 +196,21 @@ int32_t ZyrReader_ImageConvertFormat(int32_t format, const uint8_t* input, uint3
 
 int32_t ZyrReader_ImagePluginLoad(const char* pluginPath, const char* settingsPath, uint64_t* handle,
                                   uint64_t cameraDevice) {
-    auto scripted = Enter(__func__, {Arg(pluginPath), Arg(settingsPath),
-                                     handle ? Arg(*handle) : std::string("null"), Arg(cameraDevice)});
+    auto scripted =
+        Record(__func__, pluginPath, settingsPath, handle ? Arg(*handle) : std::string("null"), cameraDevice);
     DoubleState& s = State();
     std::lock_guard<std::mutex> lock(s.mutex);
     const std::string name = FileName(pluginPath);
     auto script = std::find_if(s.pluginScripts.begin(), s.pluginScripts.end(),
                                [&](const PluginScript& p) { return p.fileName == name; });
-    if (scripted && *scripted != ZYR_OK) {
+    if (scripted && *scripted != ZYR_OK)
         return *scripted;
-    }
-    if (script == s.pluginScripts.end()) {
+    if (script == s.pluginScripts.end())
         return ZYR_ERR_PLUGIN_LOAD;
-    }
-    if (script->loadResult != ZYR_OK) {
+    if (script->loadResult != ZYR_OK)
         return script->loadResult;
-    }
-    if (!handle) {
+    if (!handle)
         return ZYR_ERR_BAD_ARGUMENT;
-    }
     const uint64_t h = script->handle ? script->handle : s.nextHandle++;
     s.plugins[h] = PluginState{*script, 0};
     *handle = h;
@@ -239,17 +219,14 @@ int32_t ZyrReader_ImagePluginLoad(const char* pluginPath, const char* settingsPa
 
 int32_t ZyrReader_ImagePluginGetRequiredImages(uint64_t handle, const char* reserved, char* buffer,
                                                int32_t bufferSize) {
-    auto scripted =
-        Enter(__func__, {Arg(handle), Arg(reserved), Arg(static_cast<const void*>(buffer)), Arg(bufferSize)});
+    auto scripted = Record(__func__, handle, reserved, buffer, bufferSize);
     DoubleState& s = State();
     std::lock_guard<std::mutex> lock(s.mutex);
     PluginState* plugin = FindPlugin(s, handle);
-    if (!plugin) {
+    if (!plugin)
         return scripted.value_or(ZYR_ERR_UNKNOWN_HANDLE);
-    }
-    if (!buffer || bufferSize < 1) {
+    if (!buffer || bufferSize < 1)
         return ZYR_ERR_BAD_ARGUMENT;
-    }
     const std::string& names = plugin->script.requiredImages;
     const size_t n = std::min(names.size(), static_cast<size_t>(bufferSize - 1));
     std::memcpy(buffer, names.data(), n);
@@ -258,20 +235,17 @@ int32_t ZyrReader_ImagePluginGetRequiredImages(uint64_t handle, const char* rese
 }
 
 int32_t ZyrReader_ImagePluginGetImageSettings(uint64_t handle, ZyrImageSettings* settings, int32_t index) {
-    auto scripted = Enter(__func__, {Arg(handle), Arg(static_cast<const void*>(settings)), Arg(index)});
-    if (scripted) {
+    auto scripted = Record(__func__, handle, settings, index);
+    if (scripted)
         return *scripted;
-    }
     DoubleState& s = State();
     std::lock_guard<std::mutex> lock(s.mutex);
     PluginState* plugin = FindPlugin(s, handle);
-    if (!plugin) {
+    if (!plugin)
         return ZYR_ERR_UNKNOWN_HANDLE;
-    }
     const auto& records = plugin->script.imageSettings;
-    if (!settings || index < 0 || static_cast<size_t>(index) >= records.size()) {
+    if (!settings || index < 0 || static_cast<size_t>(index) >= records.size())
         return ZYR_ERR_BAD_ARGUMENT;
-    }
     *settings = records[static_cast<size_t>(index)];
     return ZYR_OK;
 }
@@ -291,9 +265,8 @@ int32_t ZyrReader_ImagePluginDecode(bool wait, uint64_t handle, const ZyrImage* 
         std::lock_guard<std::mutex> lock(s.mutex);
         s.decodedPixelFormats.push_back(image ? image->PixelFormat : -1);
         PluginState* plugin = FindPlugin(s, handle);
-        if (!plugin) {
+        if (!plugin)
             return scripted.value_or(ZYR_ERR_UNKNOWN_HANDLE);
-        }
         const auto& decodes = plugin->script.decodes;
         const size_t call = plugin->decodeCalls++;
         result = plugin->script.decodeResult;
@@ -316,9 +289,8 @@ int32_t ZyrReader_ImagePluginDecode(bool wait, uint64_t handle, const ZyrImage* 
         }
     }
     const int32_t count = static_cast<int32_t>(symbols.size());
-    for (int32_t i = 0; i < count && callback; ++i) {
+    for (int32_t i = 0; i < count && callback; ++i)
         callback(context, callbackTag, i, count, symbols[static_cast<size_t>(i)]);
-    }
     return scripted.value_or(result);
 }
 

@@ -26,10 +26,8 @@ struct PluginState {
     size_t decodeCalls = 0;
 };
 
-struct DoubleState {
-    std::mutex mutex;
-    std::condition_variable cancelled;
-
+// Everything Reset() forgets.
+struct DoubleData {
     std::vector<Call> calls;
     std::vector<int32_t> decodedPixelFormats; // of each plug-in decode call, -1 for no image
     std::map<std::string, int32_t> results;
@@ -59,6 +57,11 @@ struct DoubleState {
     std::map<const void*, std::unique_ptr<HeldObject>> objects;
 };
 
+struct DoubleState : DoubleData {
+    std::mutex mutex;
+    std::condition_variable cancelled;
+};
+
 DoubleState& State();
 
 // Records a call, runs its hook and queued error, and answers the scripted result, if any.
@@ -73,6 +76,19 @@ std::string Arg(float v);
 std::string Arg(const char* text);
 std::string Arg(const void* p);
 std::string CallbackArg(const void* fn);
+inline std::string Arg(const std::string& text) {
+    return text;
+} // already formatted
+template <class R, class... A> std::string Arg(R (*fn)(A...)) {
+    return CallbackArg(reinterpret_cast<const void*>(fn));
+}
+template <class T> std::string Arg(T* p) {
+    return Ptr(p);
+}
+// Enter() with each argument formatted by its type.
+template <class... Args> std::optional<int32_t> Record(const char* function, const Args&... args) {
+    return Enter(function, {Arg(args)...});
+}
 
 // Hands out a library-owned image copied from a script entry; the caller must hold the lock.
 ZyrImage* HoldImage(DoubleState& s, const ImageScript& script);

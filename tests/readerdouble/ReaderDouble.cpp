@@ -12,16 +12,14 @@ DoubleState& State() {
 
 std::string Call::Text() const {
     std::string text = name + "(";
-    for (size_t i = 0; i < args.size(); ++i) {
+    for (size_t i = 0; i < args.size(); ++i)
         text += (i ? ", " : "") + args[i];
-    }
     return text + ")";
 }
 
 std::string Ptr(const void* p) {
-    if (!p) {
+    if (!p)
         return "null";
-    }
     char text[32];
     std::snprintf(text, sizeof text, "ptr(%p)", p);
     return text;
@@ -64,9 +62,8 @@ std::optional<int32_t> Enter(const char* function, std::vector<std::string> args
         std::lock_guard<std::mutex> lock(s.mutex);
         s.calls.push_back(Call{function, std::move(args)});
         auto h = s.hooks.find(function);
-        if (h != s.hooks.end()) {
+        if (h != s.hooks.end())
             hook = h->second;
-        }
         auto& errors = s.queuedErrors[function];
         if (!errors.empty()) {
             error = errors.front();
@@ -82,12 +79,10 @@ std::optional<int32_t> Enter(const char* function, std::vector<std::string> args
         }
     }
     // Hooks and the handler run unlocked: they may call back into the library.
-    if (hook) {
+    if (hook)
         hook();
-    }
-    if (error && handler) {
+    if (error && handler)
         handler(error->first, error->second.c_str());
-    }
     return result;
 }
 
@@ -120,27 +115,7 @@ ImageScript MakeImage(int32_t width, int32_t height, int32_t pixelFormat, uint8_
 void Reset() {
     DoubleState& s = State();
     std::lock_guard<std::mutex> lock(s.mutex);
-    s.calls.clear();
-    s.decodedPixelFormats.clear();
-    s.results.clear();
-    s.queuedResults.clear();
-    s.queuedErrors.clear();
-    s.hooks.clear();
-    s.handler = nullptr;
-    s.noReader = false;
-    s.readerSettings = ZyrReaderSettings{};
-    s.iniSettings = ZyrReaderSettings{};
-    s.initialised.clear();
-    s.pluginScripts.clear();
-    s.plugins.clear();
-    s.nextHandle = 1000;
-    s.capture = CaptureScript{};
-    s.snapshotCalls = s.processCalls = s.locateCalls = 0;
-    s.cancelPending = false;
-    s.convertOutput.reset();
-    s.parseRecord.reset();
-    s.parseItems.clear();
-    s.objects.clear();
+    static_cast<DoubleData&>(s) = DoubleData{};
 }
 
 void SetResult(const std::string& function, int32_t code) {
@@ -211,17 +186,15 @@ std::vector<Call> Calls() {
 
 std::vector<std::string> CallTexts() {
     std::vector<std::string> texts;
-    for (const Call& call : Calls()) {
+    for (const Call& call : Calls())
         texts.push_back(call.Text());
-    }
     return texts;
 }
 
 std::vector<std::string> CallNames() {
     std::vector<std::string> names;
-    for (const Call& call : Calls()) {
+    for (const Call& call : Calls())
         names.push_back(call.name);
-    }
     return names;
 }
 
@@ -234,9 +207,8 @@ std::vector<int32_t> DecodedPixelFormats() {
 std::vector<Call> CallsNamed(const std::string& function) {
     std::vector<Call> named;
     for (const Call& call : Calls()) {
-        if (call.name == function) {
+        if (call.name == function)
             named.push_back(call);
-        }
     }
     return named;
 }
@@ -246,19 +218,9 @@ void ClearCalls() {
     State().calls.clear();
 }
 
-ZyrReaderErrorHandler ErrorHandler() {
-    std::lock_guard<std::mutex> lock(State().mutex);
-    return State().handler;
-}
-
 int LiveObjects() {
     std::lock_guard<std::mutex> lock(State().mutex);
     return static_cast<int>(State().objects.size());
-}
-
-bool IsCancelPending() {
-    std::lock_guard<std::mutex> lock(State().mutex);
-    return State().cancelPending;
 }
 
 } // namespace readerdouble

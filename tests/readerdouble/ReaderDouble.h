@@ -110,8 +110,6 @@ std::vector<Call> CallsNamed(const std::string& function);
 std::vector<int32_t> DecodedPixelFormats();
 void ClearCalls();
 
-ZyrReaderErrorHandler ErrorHandler(); // what ZyrReader_SetErrorHandler registered
-int LiveObjects();                    // symbols and images handed out and not yet destroyed
-bool IsCancelPending();
+int LiveObjects(); // symbols and images handed out and not yet destroyed
 
 } // namespace readerdouble

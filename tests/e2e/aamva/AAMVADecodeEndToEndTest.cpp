@@ -1,29 +1,16 @@
-// The generated AAMVA PDF417 sample decoded by the real PDF417 plug-in, the decoded bytes parsed
-// by the real library into the dialog, and both exports written from it.
+// The generated AAMVA PDF417 sample decoded by the real PDF417 plug-in and the decoded bytes parsed
+// by the real library into the dialog. From the bytes on, the path is the one the generated-payload
+// end-to-end tests follow through the dialog and both exports.
 #include "CAAMVADialog.h"
-#include "ExportTestSupport.h"
 #include "SampleCatalogue.h"
-#include "TempFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <QImage>
-#include <QTreeWidget>
 
 #include <string>
-#include <vector>
 
 namespace {
-
-class ScriptedDialog : public CAAMVADialog {
-public:
-    QString nextPath;
-    std::vector<QString> errors;
-
-protected:
-    QString AskSavePath(const QString&) override { return nextPath; }
-    void ShowError(const QString& text) override { errors.push_back(text); }
-};
 
 // The bytes of every symbol the plug-in finds, appended in arrival order as a results row keeps them.
 std::string DecodeWithPlugin(const std::string& plugin, const std::string& imagePath, int32_t* code) {
@@ -50,7 +37,7 @@ std::string DecodeWithPlugin(const std::string& plugin, const std::string& image
     return bytes;
 }
 
-TEST(AAMVADecodeEndToEnd, SampleCardDecodesParsesShowsAndExports) {
+TEST(AAMVADecodeEndToEnd, SampleCardDecodesToItsPayloadAndParses) {
     const glyphor::samples::Sample* sample = glyphor::samples::findSample("aamva-pdf417");
     ASSERT_NE(sample, nullptr);
     const std::string path = std::string(GLYPHOR_SAMPLES_DIR) + "/" + glyphor::samples::fileNameOf(*sample);
@@ -62,53 +49,14 @@ TEST(AAMVADecodeEndToEnd, SampleCardDecodesParsesShowsAndExports) {
     ASSERT_EQ(code, ZYR_OK) << ZyrReader_ErrorText(code);
     ASSERT_EQ(bytes, payload);
 
-    ScriptedDialog dialog;
+    CAAMVADialog dialog;
     ASSERT_EQ(
         dialog.Parse(reinterpret_cast<const uint8_t*>(bytes.data()), static_cast<int32_t>(bytes.size())), 0);
-    dialog.show();
-    const auto* list = dialog.findChild<QTreeWidget*>(CAAMVADialog::ControlName(CAAMVADialog::IDC_FIELDS));
-    ASSERT_NE(list, nullptr);
     const AAMVARecord& record = *dialog.Result().Record();
-
-    // The dialog shows what the library read from the decoded bytes, and the bytes appear as data items.
-    const QTreeWidgetItem* parsed = list->topLevelItem(CAAMVADialog::ParsedGroup);
-    const QTreeWidgetItem* items = list->topLevelItem(CAAMVADialog::DataItemsGroup);
-    ASSERT_GE(parsed->childCount(), 19);
-    EXPECT_EQ(parsed->child(16)->text(0), "Surname");
-    EXPECT_EQ(parsed->child(16)->text(2).toStdString(), std::string(record.Surname));
     EXPECT_FALSE(std::string(record.Surname).empty());
     EXPECT_NE(payload.find("DCS" + std::string(record.Surname)), std::string::npos) << record.Surname;
     EXPECT_NE(payload.find("DAQ" + std::string(record.LicenceNumber)), std::string::npos)
         << record.LicenceNumber;
-    ASSERT_GT(items->childCount(), 10);
-    for (int i = 0; i < items->childCount(); ++i) {
-        const std::string element = (items->child(i)->text(1) + items->child(i)->text(2)).toStdString();
-        EXPECT_NE(payload.find(element), std::string::npos) << element;
-    }
-
-    TempFolder folder;
-    ASSERT_TRUE(folder.ok());
-    dialog.nextPath = QString::fromStdString(folder.file("card.txt"));
-    dialog.OnSaveAsText();
-    dialog.nextPath = QString::fromStdString(folder.file("card.xml"));
-    dialog.OnSaveAsXml();
-    EXPECT_TRUE(dialog.errors.empty());
-
-    const std::string text = readFile(folder.file("card.txt"));
-    EXPECT_EQ(text.substr(0, 9 + payload.size() + 2), "<AAMVA>\r\n" + payload + "\r\n");
-    EXPECT_NE(text.find("\r\nSurname\t" + std::string(record.Surname) + "\r\n"), std::string::npos);
-    EXPECT_NE(text.find("\r\nLicenceNumber\t" + std::string(record.LicenceNumber) + "\r\n"),
-              std::string::npos);
-
-    const std::string xml = readFile(folder.file("card.xml"));
-    EXPECT_EQ(XmlProblems(folder.file("card.xml")), "");
-    EXPECT_NE(xml.find("\t\t<Surname>" + std::string(record.Surname) + "</Surname>\r\n"), std::string::npos);
-    EXPECT_NE(xml.find("\t\t<IIN>" + std::string(record.IIN) + "</IIN>\r\n"), std::string::npos);
-    std::size_t itemElements = 0;
-    for (std::size_t at = xml.find("\t\t<Item>\r\n"); at != std::string::npos;
-         at = xml.find("\t\t<Item>\r\n", at + 1))
-        ++itemElements;
-    EXPECT_EQ(itemElements, static_cast<std::size_t>(items->childCount()));
 }
 
 } // namespace

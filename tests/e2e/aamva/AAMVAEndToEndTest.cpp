@@ -118,6 +118,11 @@ TEST_P(AAMVAEndToEndTest, PayloadFieldsReachTheDialogAndBothExports) {
           "\t\t<Surname>" + card.familyName + "</Surname>", "\t\t<DateOfBirth>" + birth + "</DateOfBirth>",
           "\t\t<Version>" + std::to_string(card.version) + "</Version>"})
         EXPECT_TRUE(HasLine(xml, line)) << line;
+    std::size_t xmlItems = 0;
+    for (std::size_t at = xml.find("\t\t<Item>\r\n"); at != std::string::npos;
+         at = xml.find("\t\t<Item>\r\n", at + 1))
+        ++xmlItems;
+    EXPECT_EQ(xmlItems, elements.size());
     // Data item lines: ID, the library's name for it, the value as it stood in the data.
     std::size_t from = text.find("All Data Items\r\n");
     for (const auto& element : elements) {

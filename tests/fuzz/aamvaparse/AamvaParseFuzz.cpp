@@ -9,36 +9,21 @@
 
 namespace {
 
-template <std::size_t N> void requireTerminated(const char (&field)[N]) {
-    if (std::memchr(field, 0, N) == nullptr)
+template <std::size_t... N> void requireTerminated(const char (&... fields)[N]) {
+    if (((std::memchr(fields, 0, N) == nullptr) || ...))
         __builtin_trap();
 }
 
 void requireSound(const zyr::AamvaDocument& document) {
     const zyr::AamvaRecordPtr record = zyr::AamvaRecordBuilder::build(document);
     const AAMVARecord& r = *record;
-    requireTerminated(r.LicenceNumber);
-    requireTerminated(r.FullName);
-    requireTerminated(r.Surname);
-    requireTerminated(r.Forename);
-    requireTerminated(r.MiddleName);
-    requireTerminated(r.NameSuffix);
-    requireTerminated(r.GivenNames);
-    requireTerminated(r.Sex);
-    requireTerminated(r.AddressStreet);
-    requireTerminated(r.AddressCity);
-    requireTerminated(r.AddressState);
-    requireTerminated(r.AddressPostalCode);
-    requireTerminated(r.AddressCountry);
-    requireTerminated(r.FileType);
-    requireTerminated(r.IIN);
-    requireTerminated(r.IssuerName);
+    requireTerminated(r.LicenceNumber, r.FullName, r.Surname, r.Forename, r.MiddleName, r.NameSuffix,
+                      r.GivenNames, r.Sex, r.AddressStreet, r.AddressCity, r.AddressState,
+                      r.AddressPostalCode, r.AddressCountry, r.FileType, r.IIN, r.IssuerName);
     if (r.DataItemCount <= 0 || static_cast<std::size_t>(r.DataItemCount) != document.body.elements.size())
         __builtin_trap();
     for (int32_t i = 0; i < r.DataItemCount; ++i) {
-        requireTerminated(r.DataItems[i].ID);
-        requireTerminated(r.DataItems[i].Name);
-        requireTerminated(r.DataItems[i].Value);
+        requireTerminated(r.DataItems[i].ID, r.DataItems[i].Name, r.DataItems[i].Value);
         if (std::strlen(r.DataItems[i].ID) != 3 || r.DataItems[i].Name[0] == '\0')
             __builtin_trap();
     }

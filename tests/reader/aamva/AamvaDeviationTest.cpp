@@ -64,33 +64,13 @@ const std::string kDlDesignator = kClean.substr(21, 10);
 const std::string kZvDesignator = kClean.substr(31, 10);
 
 // What the clean card reads as; every row states how its card differs.
-const Fields kCleanFields = {{"licence", "T70012345"},
-                             {"full", "NATHAN OLIVER PEMBERTON JR"},
-                             {"surname", "PEMBERTON"},
-                             {"forename", "NATHAN"},
-                             {"middle", "OLIVER"},
-                             {"suffix", "JR"},
-                             {"given", "NATHAN OLIVER"},
-                             {"sex", "Male"},
-                             {"short", "M"},
-                             {"birth", "1986-01-31"},
-                             {"issue", "2016-06-06"},
-                             {"expiry", "2024-12-10"},
-                             {"street", "2300 WEST BROAD STREET"},
-                             {"city", "RICHMOND"},
-                             {"state", "VA"},
-                             {"postal", "232690000"},
-                             {"country", "USA"},
-                             {"height", "68 in"},
-                             {"weight", "-"},
-                             {"hair", "-1"},
-                             {"eye", "2"},
-                             {"fileType", "ANSI "},
-                             {"iin", "636000"},
-                             {"issuer", "Virginia"},
-                             {"version", "9"},
-                             {"jversion", "0"},
-                             {"items", kCleanItems}};
+const Fields kCleanFields =
+    fieldsOf(kCleanItems, "licence=T70012345|full=NATHAN OLIVER PEMBERTON JR|surname=PEMBERTON|"
+                          "forename=NATHAN|middle=OLIVER|suffix=JR|given=NATHAN OLIVER|sex=Male|"
+                          "short=M|birth=1986-01-31|issue=2016-06-06|expiry=2024-12-10|"
+                          "street=2300 WEST BROAD STREET|city=RICHMOND|state=VA|"
+                          "postal=232690000|country=USA|height=68 in|weight=-|hair=-1|eye=2|"
+                          "fileType=ANSI |iin=636000|issuer=Virginia|version=9|jversion=0");
 
 struct DeviationCase {
     const char* name;
@@ -240,35 +220,14 @@ std::vector<DeviationCase> versionCases() {
         const std::string dl = "DLDAQ123456789\nDCSLINDQVIST\nDCTASTRID M\nDBD20150304\nDBB19770905\n"
                                "DBA20200905\nDBCF\nDAU065 in\nDAYBLU\nDAG17 ELM ST\nDAISPRINGFIELD\nDAJIL\n"
                                "DAK627010000\nDCGUSA\r";
-        out.push_back({"Version2WithShortHeader",
-                       card({dl}, "63603502", "ANSI ", false),
-                       {{"licence", "123456789"},
-                        {"full", "ASTRID M LINDQVIST"},
-                        {"surname", "LINDQVIST"},
-                        {"forename", "ASTRID"},
-                        {"middle", "M"},
-                        {"suffix", ""},
-                        {"given", "ASTRID M"},
-                        {"sex", "Female"},
-                        {"short", "F"},
-                        {"birth", "1977-09-05"},
-                        {"issue", "2015-03-04"},
-                        {"expiry", "2020-09-05"},
-                        {"street", "17 ELM ST"},
-                        {"city", "SPRINGFIELD"},
-                        {"state", "IL"},
-                        {"postal", "627010000"},
-                        {"country", "USA"},
-                        {"height", "65 in"},
-                        {"weight", "-"},
-                        {"hair", "-1"},
-                        {"eye", "1"},
-                        {"fileType", "ANSI "},
-                        {"iin", "636035"},
-                        {"issuer", "Illinois"},
-                        {"version", "2"},
-                        {"jversion", "-"},
-                        {"items", itemsOf({dl})}}});
+        out.push_back(
+            {"Version2WithShortHeader", card({dl}, "63603502", "ANSI ", false),
+             fieldsOf(itemsOf({dl}), "licence=123456789|full=ASTRID M LINDQVIST|surname=LINDQVIST|"
+                                     "forename=ASTRID|middle=M|suffix=|given=ASTRID M|sex=Female|short=F|"
+                                     "birth=1977-09-05|issue=2015-03-04|expiry=2020-09-05|street=17 ELM ST|"
+                                     "city=SPRINGFIELD|state=IL|postal=627010000|country=USA|height=65 in|"
+                                     "weight=-|hair=-1|eye=1|fileType=ANSI |iin=636035|issuer=Illinois|"
+                                     "version=2|jversion=-")});
     }
     {
         // Pre-standard: mangled IIN, no entry count, residence address only, hyphenated dates,
@@ -276,35 +235,13 @@ std::vector<DeviationCase> versionCases() {
         const std::string dl =
             "DLDAQ000012345678\nDAAOKAFOR,CHIDI,E\nDAL88 PINE KNOLL RD\nDANRALEIGH\nDAONC\n"
             "DAP27601\nDBB19800101\nDBA06-19-2023\nDBC1\nDAV5-10\nDAZBLO\nDAYBR\r";
-        out.push_back({"PreStandardWithoutCount",
-                       "@\n\x1e\rAAMVA36004001DL0028" + digits(dl.size(), 4) + dl,
-                       {{"licence", "000012345678"},
-                        {"full", "OKAFOR,CHIDI,E"},
-                        {"surname", "OKAFOR"},
-                        {"forename", "CHIDI"},
-                        {"middle", "E"},
-                        {"suffix", ""},
-                        {"given", "CHIDI E"},
-                        {"sex", "Male"},
-                        {"short", "M"},
-                        {"birth", "1980-01-01"},
-                        {"issue", "-"},
-                        {"expiry", "2023-06-19"},
-                        {"street", "88 PINE KNOLL RD"},
-                        {"city", "RALEIGH"},
-                        {"state", "NC"},
-                        {"postal", "27601"},
-                        {"country", ""},
-                        {"height", "70 in"},
-                        {"weight", "-"},
-                        {"hair", "2"},
-                        {"eye", "2"},
-                        {"fileType", "AAMVA"},
-                        {"iin", "360040"},
-                        {"issuer", "Unknown"},
-                        {"version", "1"},
-                        {"jversion", "-"},
-                        {"items", itemsOf({dl})}}});
+        out.push_back({"PreStandardWithoutCount", "@\n\x1e\rAAMVA36004001DL0028" + digits(dl.size(), 4) + dl,
+                       fieldsOf(itemsOf({dl}),
+                                "licence=000012345678|full=OKAFOR,CHIDI,E|surname=OKAFOR|forename=CHIDI|"
+                                "middle=E|suffix=|given=CHIDI E|sex=Male|short=M|birth=1980-01-01|issue=-|"
+                                "expiry=2023-06-19|street=88 PINE KNOLL RD|city=RALEIGH|state=NC|"
+                                "postal=27601|country=|height=70 in|weight=-|hair=2|eye=2|fileType=AAMVA|"
+                                "iin=360040|issuer=Unknown|version=1|jversion=-")});
     }
     {
         // Version 1 with both the full name and its parts; the parts win. The subfile lacks its type.
@@ -314,68 +251,27 @@ std::vector<DeviationCase> versionCases() {
             "DBD20141016\nDBCF\nDAU504\nDAW135\nDAYHZL\nDAZBRN\r";
         out.push_back({"Version1NamePartsWin",
                        replaced(card({dl}, "63602601", "AAMVA", false), "DLDAA", "DAA"),
-                       {{"licence", "D08812377"},
-                        {"full", "WHITFIELD,ROSA,,"},
-                        {"surname", "WHITFIELD-ORTEGA"},
-                        {"forename", "ROSALIND"},
-                        {"middle", "MAE"},
-                        {"suffix", ""},
-                        {"given", "ROSALIND MAE"},
-                        {"sex", "Female"},
-                        {"short", "F"},
-                        {"birth", "1961-11-04"},
-                        {"issue", "2014-10-16"},
-                        {"expiry", "2026-11-04"},
-                        {"street", "501 N CENTRAL AVE"},
-                        {"city", "PHOENIX"},
-                        {"state", "AZ"},
-                        {"postal", "85004"},
-                        {"country", "USA"},
-                        {"height", "64 in"},
-                        {"weight", "135 lb"},
-                        {"hair", "3"},
-                        {"eye", "5"},
-                        {"fileType", "AAMVA"},
-                        {"iin", "636026"},
-                        {"issuer", "Arizona"},
-                        {"version", "1"},
-                        {"jversion", "-"},
-                        {"items", itemsOf({dl})}}});
+                       fieldsOf(itemsOf({dl}),
+                                "licence=D08812377|full=WHITFIELD,ROSA,,|surname=WHITFIELD-ORTEGA|"
+                                "forename=ROSALIND|middle=MAE|suffix=|given=ROSALIND MAE|sex=Female|"
+                                "short=F|birth=1961-11-04|issue=2014-10-16|expiry=2026-11-04|"
+                                "street=501 N CENTRAL AVE|city=PHOENIX|state=AZ|postal=85004|country=USA|"
+                                "height=64 in|weight=135 lb|hair=3|eye=5|fileType=AAMVA|iin=636026|"
+                                "issuer=Arizona|version=1|jversion=-")});
     }
     {
         // Pennsylvania: full name in reading order with spaces only.
         const std::string dl =
             "DLDAQ27001234\nDAAJOHN CHESTER DOE JR\nDAG12 MARKET ST\nDAIHARRISBURG\nDAJPA\n"
             "DAK17101\nDBA20250101\nDBB19700202\nDBD20210303\nDBCM\nDAU600\nDAYBLU\nDAZBLK\r";
-        out.push_back({"Version1FullNameWithSpaces",
-                       card({dl}, "63602501", "ANSI ", false),
-                       {{"licence", "27001234"},
-                        {"full", "JOHN CHESTER DOE JR"},
-                        {"surname", "DOE"},
-                        {"forename", "JOHN"},
-                        {"middle", "CHESTER"},
-                        {"suffix", "JR"},
-                        {"given", "JOHN CHESTER"},
-                        {"sex", "Male"},
-                        {"short", "M"},
-                        {"birth", "1970-02-02"},
-                        {"issue", "2021-03-03"},
-                        {"expiry", "2025-01-01"},
-                        {"street", "12 MARKET ST"},
-                        {"city", "HARRISBURG"},
-                        {"state", "PA"},
-                        {"postal", "17101"},
-                        {"country", "USA"},
-                        {"height", "72 in"},
-                        {"weight", "-"},
-                        {"hair", "1"},
-                        {"eye", "1"},
-                        {"fileType", "ANSI "},
-                        {"iin", "636025"},
-                        {"issuer", "Pennsylvania"},
-                        {"version", "1"},
-                        {"jversion", "-"},
-                        {"items", itemsOf({dl})}}});
+        out.push_back({"Version1FullNameWithSpaces", card({dl}, "63602501", "ANSI ", false),
+                       fieldsOf(itemsOf({dl}),
+                                "licence=27001234|full=JOHN CHESTER DOE JR|surname=DOE|forename=JOHN|"
+                                "middle=CHESTER|suffix=JR|given=JOHN CHESTER|sex=Male|short=M|"
+                                "birth=1970-02-02|issue=2021-03-03|expiry=2025-01-01|street=12 MARKET ST|"
+                                "city=HARRISBURG|state=PA|postal=17101|country=USA|height=72 in|weight=-|"
+                                "hair=1|eye=1|fileType=ANSI |iin=636025|issuer=Pennsylvania|version=1|"
+                                "jversion=-")});
     }
     {
         // 2005 card from Washington: given names split by a space, feet-and-inches height,
@@ -383,35 +279,14 @@ std::vector<DeviationCase> versionCases() {
         const std::string dl = "DLDCAD\nDCSMONACO\nDCTPRINCESS GRACE\nDCUNONE\nDBD03152009\nDBB11121980\n"
                                "DBA11122014\nDBC2\nDAYGRN\nDAU601   \nDAGPO BOX 1\nDAIOLYMPIA\nDAJWA\n"
                                "DAK98501\nDAQMONACPG123AB\nDCF123\nDCGUSA\nDCHNONE\nDAZWHI\r";
-        out.push_back({"Version3GivenNamesWithSpace",
-                       card({dl}, "63604503"),
-                       {{"licence", "MONACPG123AB"},
-                        {"full", "PRINCESS GRACE MONACO"},
-                        {"surname", "MONACO"},
-                        {"forename", "PRINCESS"},
-                        {"middle", "GRACE"},
-                        {"suffix", ""},
-                        {"given", "PRINCESS GRACE"},
-                        {"sex", "Female"},
-                        {"short", "F"},
-                        {"birth", "1980-11-12"},
-                        {"issue", "2009-03-15"},
-                        {"expiry", "2014-11-12"},
-                        {"street", "PO BOX 1"},
-                        {"city", "OLYMPIA"},
-                        {"state", "WA"},
-                        {"postal", "98501"},
-                        {"country", "USA"},
-                        {"height", "73 in"},
-                        {"weight", "-"},
-                        {"hair", "7"},
-                        {"eye", "4"},
-                        {"fileType", "ANSI "},
-                        {"iin", "636045"},
-                        {"issuer", "Washington"},
-                        {"version", "3"},
-                        {"jversion", "0"},
-                        {"items", itemsOf({dl})}}});
+        out.push_back(
+            {"Version3GivenNamesWithSpace", card({dl}, "63604503"),
+             fieldsOf(itemsOf({dl}), "licence=MONACPG123AB|full=PRINCESS GRACE MONACO|surname=MONACO|"
+                                     "forename=PRINCESS|middle=GRACE|suffix=|given=PRINCESS GRACE|sex=Female|"
+                                     "short=F|birth=1980-11-12|issue=2009-03-15|expiry=2014-11-12|"
+                                     "street=PO BOX 1|city=OLYMPIA|state=WA|postal=98501|country=USA|"
+                                     "height=73 in|weight=-|hair=7|eye=4|fileType=ANSI |iin=636045|"
+                                     "issuer=Washington|version=3|jversion=0")});
     }
     {
         // 2005 Alberta card without a country, old IIN, mixing name elements; year-first dates
@@ -419,35 +294,14 @@ std::vector<DeviationCase> versionCases() {
         const std::string dl = "DLDAQ123456-789\nDCSTREMBLAY\nDCTJOSEE,ANNE,\nDABTREMBLAY\nDACJOSEE\n"
                                "DBD20190102\nDBB19900708\nDBA20240708\nDBCF\nDAU165 cm\nDAW50 KG\nDAYBRO\n"
                                "DAG10 JASPER AVE\nDAIEDMONTON\nDAJAB\nDAKT5J 1N1\r";
-        out.push_back({"Version3CanadianWithoutCountry",
-                       card({dl}, "99087603"),
-                       {{"licence", "123456-789"},
-                        {"full", "JOSEE ANNE TREMBLAY"},
-                        {"surname", "TREMBLAY"},
-                        {"forename", "JOSEE"},
-                        {"middle", "ANNE"},
-                        {"suffix", ""},
-                        {"given", "JOSEE ANNE"},
-                        {"sex", "Female"},
-                        {"short", "F"},
-                        {"birth", "1990-07-08"},
-                        {"issue", "2019-01-02"},
-                        {"expiry", "2024-07-08"},
-                        {"street", "10 JASPER AVE"},
-                        {"city", "EDMONTON"},
-                        {"state", "AB"},
-                        {"postal", "T5J 1N1"},
-                        {"country", "CAN"},
-                        {"height", "165 cm"},
-                        {"weight", "50 kg"},
-                        {"hair", "-1"},
-                        {"eye", "2"},
-                        {"fileType", "ANSI "},
-                        {"iin", "990876"},
-                        {"issuer", "Alberta"},
-                        {"version", "3"},
-                        {"jversion", "0"},
-                        {"items", itemsOf({dl})}}});
+        out.push_back({"Version3CanadianWithoutCountry", card({dl}, "99087603"),
+                       fieldsOf(itemsOf({dl}),
+                                "licence=123456-789|full=JOSEE ANNE TREMBLAY|surname=TREMBLAY|"
+                                "forename=JOSEE|middle=ANNE|suffix=|given=JOSEE ANNE|sex=Female|short=F|"
+                                "birth=1990-07-08|issue=2019-01-02|expiry=2024-07-08|street=10 JASPER AVE|"
+                                "city=EDMONTON|state=AB|postal=T5J 1N1|country=CAN|height=165 cm|"
+                                "weight=50 kg|hair=-1|eye=2|fileType=ANSI |iin=990876|issuer=Alberta|"
+                                "version=3|jversion=0")});
     }
     return out;
 }
@@ -463,26 +317,13 @@ const std::string kExample2000 =
     "@\n\x1e\rANSI 6360000102DL00390187ZV02260031DLDAQ0123456789ABC\nDAAPUBLIC,JOHN,Q\n"
     "DAG123 MAIN STREET\nDAIANYTOWN\nDAJVA\nDAK123459999  \nDARDM  \nDAS          \nDAT     \nDAU509\n"
     "DAW175\nDAYBL \nDAZBR \nDBA20011201\nDBB19761123\nDBCM\nDBD19961201\rZVZVAJURISDICTIONDEFINEDELEMENT\r";
-const Fields kHolder2020 = {{"licence", "T64235789"}, {"surname", "SAMPLE"},
-                            {"forename", "MICHAEL"},  {"middle", "JOHN"},
-                            {"suffix", "JR"},         {"sex", "Male"},
-                            {"birth", "1986-06-06"},  {"issue", "2019-06-06"},
-                            {"expiry", "2024-12-10"}, {"street", "2300 WEST BROAD STREET"},
-                            {"city", "RICHMOND"},     {"state", "VA"},
-                            {"postal", "232690000"}};
-const Fields kHolder2000 = {{"licence", "0123456789ABC"},
-                            {"surname", "PUBLIC"},
-                            {"forename", "JOHN"},
-                            {"middle", "Q"},
-                            {"suffix", ""},
-                            {"sex", "Male"},
-                            {"birth", "1976-11-23"},
-                            {"issue", "1996-12-01"},
-                            {"expiry", "2001-12-01"},
-                            {"street", "123 MAIN STREET"},
-                            {"city", "ANYTOWN"},
-                            {"state", "VA"},
-                            {"postal", "123459999"}};
+const Fields kHolder2020 = fieldsOf("licence=T64235789|surname=SAMPLE|forename=MICHAEL|middle=JOHN|"
+                                    "suffix=JR|sex=Male|birth=1986-06-06|issue=2019-06-06|"
+                                    "expiry=2024-12-10|street=2300 WEST BROAD STREET|city=RICHMOND|"
+                                    "state=VA|postal=232690000");
+const Fields kHolder2000 = fieldsOf("licence=0123456789ABC|surname=PUBLIC|forename=JOHN|middle=Q|suffix=|"
+                                    "sex=Male|birth=1976-11-23|issue=1996-12-01|expiry=2001-12-01|"
+                                    "street=123 MAIN STREET|city=ANYTOWN|state=VA|postal=123459999");
 
 struct OffStandardCase {
     const char* name;

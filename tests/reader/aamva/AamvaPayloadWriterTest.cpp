@@ -1,5 +1,6 @@
 // The payload generator is the oracle of the parser tests, so its layout is checked on its own
-// terms: header fields at their fixed places and designators that point at their subfiles.
+// terms: header fields at their fixed places and designators that point at their subfiles. (Its
+// element list is checked against the parsed bytes by the generated-card tests.)
 #include "AamvaPayloadWriter.h"
 
 #include <gtest/gtest.h>
@@ -54,27 +55,6 @@ TEST_P(PayloadLayout, HeaderAndDesignatorsDescribeTheSubfiles) {
     EXPECT_EQ(expectedOffset, payload.size());
 }
 
-TEST_P(PayloadLayout, ElementListMatchesTheBytes) {
-    const WriterCase c = GetParam();
-    const AamvaPayloadDescription card = AamvaPayloadDescription::typical(c.version, c.canadian);
-    const std::string payload = AamvaPayloadWriter::write(card);
-    std::size_t at = static_cast<std::size_t>(AamvaPayloadWriter::headerLength(c.version)) + 20;
-    std::string previousSubfile;
-    for (const auto& e : AamvaPayloadWriter::elements(card)) {
-        if (e.subfile != previousSubfile) {
-            EXPECT_EQ(payload.substr(at, 2), e.subfile);
-            at += 2;
-            previousSubfile = e.subfile;
-        }
-        EXPECT_EQ(payload.substr(at, 3 + e.value.size()), e.id + e.value);
-        at += 3 + e.value.size();
-        ASSERT_LT(at, payload.size());
-        EXPECT_TRUE(payload[at] == '\n' || payload[at] == '\r');
-        ++at;
-    }
-    EXPECT_EQ(at, payload.size());
-}
-
 std::vector<WriterCase> allVersions() {
     std::vector<WriterCase> cases;
     for (int version = 0; version <= 11; ++version)
@@ -94,11 +74,9 @@ TEST(PayloadWriter, DatesFollowTheVersionAndCountry) {
         int version;
         bool canadian;
         const char* birth; // DBB as written for 27 March 1984
-    } rows[] = {
-        {0, false, "19840327"}, {1, false, "19840327"}, {1, true, "19840327"},
-        {2, false, "03271984"}, {2, true, "03271984"},  {3, false, "03271984"},
-        {3, true, "19840327"},  {9, false, "03271984"}, {10, true, "19840327"},
-    };
+    } rows[] = {{0, false, "19840327"}, {1, false, "19840327"}, {1, true, "19840327"},
+                {2, false, "03271984"}, {2, true, "03271984"},  {3, false, "03271984"},
+                {3, true, "19840327"},  {9, false, "03271984"}, {10, true, "19840327"}};
     for (const Row& row : rows) {
         bool found = false;
         for (const auto& e :

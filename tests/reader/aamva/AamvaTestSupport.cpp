@@ -96,3 +96,19 @@ Fields with(Fields base, const Fields& changes) {
         base[key] = value;
     return base;
 }
+
+Fields fieldsOf(const std::string& text) {
+    Fields out;
+    for (std::size_t at = 0; at <= text.size();) {
+        std::size_t end = text.find('|', at);
+        end = end == std::string::npos ? text.size() : end;
+        const std::size_t equals = text.find('=', at);
+        out[text.substr(at, equals - at)] = text.substr(equals + 1, end - equals - 1);
+        at = end + 1;
+    }
+    return out;
+}
+
+Fields fieldsOf(const std::string& items, const std::string& text) {
+    return with(fieldsOf(text), {{"items", items}});
+}

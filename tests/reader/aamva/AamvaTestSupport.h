@@ -54,5 +54,8 @@ Fields describe(const AAMVARecord& record);
 
 // base with the given fields replaced.
 Fields with(Fields base, const Fields& changes);
+// Fields written as "licence=D123|surname=DOE|..."; the second form adds the items.
+Fields fieldsOf(const std::string& text);
+Fields fieldsOf(const std::string& items, const std::string& text);
 
 #endif

@@ -129,74 +129,53 @@ TEST(MeasureReader, Weights) {
 }
 
 TEST(NameReader, AssemblyFromEachGeneration) {
+    // Elements present on the card, and what comes out: full|surname|forename|middle|suffix|given.
     struct Row {
         const char* label;
-        zyr::AamvaNameElements in;
-        zyr::AamvaName out; // full, surname, forename, middle, suffix, given
+        const char* elements;
+        const char* name;
     } rows[] = {
-        {"2009 elements",
-         {{}, {}, "ANN", "MARIE,LOUISE", {}, "BAKER", {}, "SR"},
-         {"ANN MARIE LOUISE BAKER SR", "BAKER", "ANN", "MARIE LOUISE", "SR", "ANN MARIE LOUISE"}},
-        {"2009 placeholders",
-         {{}, {}, "ANN", "NONE", {}, "BAKER  ", {}, "NONE"},
-         {"ANN BAKER", "BAKER", "ANN", "", "", "ANN"}},
-        {"given names with comma",
-         {{}, {}, {}, {}, {}, "BAKER", "JUSTIN,WILLIAM", {}},
-         {"JUSTIN WILLIAM BAKER", "BAKER", "JUSTIN", "WILLIAM", "", "JUSTIN WILLIAM"}},
-        {"given names trailing commas",
-         {{}, {}, {}, {}, {}, "TESTER", "JOHN,D,", {}},
-         {"JOHN D TESTER", "TESTER", "JOHN", "D", "", "JOHN D"}},
-        {"given names with space",
-         {{}, {}, {}, {}, {}, "NGUYEN", "MARY M", {}},
-         {"MARY M NGUYEN", "NGUYEN", "MARY", "M", "", "MARY M"}},
-        {"single given name",
-         {{}, {}, {}, {}, {}, "CHER", "ANNE,", {}},
-         {"ANNE CHER", "CHER", "ANNE", "", "", "ANNE"}},
-        {"full name with commas",
-         {"PUBLIC,JOHN,Q", {}, {}, {}, {}, {}, {}, {}},
-         {"PUBLIC,JOHN,Q", "PUBLIC", "JOHN", "Q", "", "JOHN Q"}},
-        {"full name with suffix",
-         {"JOHNSON,JACK,,3RD", {}, {}, {}, {}, {}, {}, {}},
-         {"JOHNSON,JACK,,3RD", "JOHNSON", "JACK", "", "3RD", "JACK"}},
-        {"full name space after comma",
-         {"SMITH, MARY JONES", {}, {}, {}, {}, {}, {}, {}},
-         {"SMITH, MARY JONES", "SMITH", "MARY", "JONES", "", "MARY JONES"}},
-        {"full name with dollars",
-         {"DOE$JANE$A", {}, {}, {}, {}, {}, {}, {}},
-         {"DOE$JANE$A", "DOE", "JANE", "A", "", "JANE A"}},
-        {"full name in reading order",
-         {"JOHN P SMITH", {}, {}, {}, {}, {}, {}, {}},
-         {"JOHN P SMITH", "SMITH", "JOHN", "P", "", "JOHN P"}},
-        {"reading order with suffix",
-         {"JOHN CHESTER DOE JR", {}, {}, {}, {}, {}, {}, {}},
-         {"JOHN CHESTER DOE JR", "DOE", "JOHN", "CHESTER", "JR", "JOHN CHESTER"}},
-        {"single word", {"MADONNA", {}, {}, {}, {}, {}, {}, {}}, {"MADONNA", "MADONNA", "", "", "", ""}},
-        {"version 1 parts",
-         {"X,Y", "LASTNAME", "FIRST", "MID", "II", {}, {}, {}},
-         {"X,Y", "LASTNAME", "FIRST", "MID", "II", "FIRST MID"}},
-        {"trailing commas after 2009 names",
-         {{}, {}, "ANN,", "LEE,", {}, "BAKER, ", {}, "JR,"},
-         {"ANN LEE BAKER JR", "BAKER", "ANN", "LEE", "JR", "ANN LEE"}},
-        {"family name element holding the full name",
-         {{}, {}, {}, {}, {}, "BAKER,ANN,LEE", {}, {}},
-         {"ANN LEE BAKER", "BAKER", "ANN", "LEE", "", "ANN LEE"}},
-        {"family name element in reading order",
-         {{}, {}, {}, {}, {}, "ANN LEE BAKER", {}, {}},
-         {"ANN LEE BAKER", "BAKER", "ANN", "LEE", "", "ANN LEE"}},
+        {"2009 elements", "DAC=ANN|DAD=MARIE,LOUISE|DCS=BAKER|DCU=SR",
+         "ANN MARIE LOUISE BAKER SR|BAKER|ANN|MARIE LOUISE|SR|ANN MARIE LOUISE"},
+        {"2009 placeholders", "DAC=ANN|DAD=NONE|DCS=BAKER  |DCU=NONE", "ANN BAKER|BAKER|ANN|||ANN"},
+        {"given names with comma", "DCS=BAKER|DCT=JUSTIN,WILLIAM",
+         "JUSTIN WILLIAM BAKER|BAKER|JUSTIN|WILLIAM||JUSTIN WILLIAM"},
+        {"given names trailing commas", "DCS=TESTER|DCT=JOHN,D,", "JOHN D TESTER|TESTER|JOHN|D||JOHN D"},
+        {"given names with space", "DCS=NGUYEN|DCT=MARY M", "MARY M NGUYEN|NGUYEN|MARY|M||MARY M"},
+        {"single given name", "DCS=CHER|DCT=ANNE,", "ANNE CHER|CHER|ANNE|||ANNE"},
+        {"full name with commas", "DAA=PUBLIC,JOHN,Q", "PUBLIC,JOHN,Q|PUBLIC|JOHN|Q||JOHN Q"},
+        {"full name with suffix", "DAA=JOHNSON,JACK,,3RD", "JOHNSON,JACK,,3RD|JOHNSON|JACK||3RD|JACK"},
+        {"full name space after comma", "DAA=SMITH, MARY JONES",
+         "SMITH, MARY JONES|SMITH|MARY|JONES||MARY JONES"},
+        {"full name with dollars", "DAA=DOE$JANE$A", "DOE$JANE$A|DOE|JANE|A||JANE A"},
+        {"full name in reading order", "DAA=JOHN P SMITH", "JOHN P SMITH|SMITH|JOHN|P||JOHN P"},
+        {"reading order with suffix", "DAA=JOHN CHESTER DOE JR",
+         "JOHN CHESTER DOE JR|DOE|JOHN|CHESTER|JR|JOHN CHESTER"},
+        {"single word", "DAA=MADONNA", "MADONNA|MADONNA||||"},
+        {"version 1 parts", "DAA=X,Y|DAB=LASTNAME|DAC=FIRST|DAD=MID|DAE=II",
+         "X,Y|LASTNAME|FIRST|MID|II|FIRST MID"},
+        {"trailing commas after 2009 names", "DAC=ANN,|DAD=LEE,|DCS=BAKER, |DCU=JR,",
+         "ANN LEE BAKER JR|BAKER|ANN|LEE|JR|ANN LEE"},
+        {"family name element holding the full name", "DCS=BAKER,ANN,LEE",
+         "ANN LEE BAKER|BAKER|ANN|LEE||ANN LEE"},
+        {"family name element in reading order", "DCS=ANN LEE BAKER", "ANN LEE BAKER|BAKER|ANN|LEE||ANN LEE"},
         // A family name of several words stays whole when the card has a first name element.
-        {"family name of several words",
-         {{}, {}, "NONE", {}, {}, "DE LA CRUZ", {}, {}},
-         {"DE LA CRUZ", "DE LA CRUZ", "", "", "", ""}},
-        {"nothing", {}, {"", "", "", "", "", ""}},
+        {"family name of several words", "DAC=NONE|DCS=DE LA CRUZ", "DE LA CRUZ|DE LA CRUZ||||"},
+        {"nothing", "", "|||||"},
     };
     for (const Row& row : rows) {
-        const zyr::AamvaName name = zyr::AamvaNameReader::read(row.in);
-        EXPECT_EQ(name.full, row.out.full) << row.label;
-        EXPECT_EQ(name.surname, row.out.surname) << row.label;
-        EXPECT_EQ(name.forename, row.out.forename) << row.label;
-        EXPECT_EQ(name.middle, row.out.middle) << row.label;
-        EXPECT_EQ(name.suffix, row.out.suffix) << row.label;
-        EXPECT_EQ(name.given, row.out.given) << row.label;
+        const Fields elements = row.elements[0] ? fieldsOf(row.elements) : Fields{};
+        auto element = [&](const char* id) -> std::string_view {
+            const auto it = elements.find(id);
+            return it == elements.end() ? std::string_view() : std::string_view(it->second);
+        };
+        const zyr::AamvaName name =
+            zyr::AamvaNameReader::read({element("DAA"), element("DAB"), element("DAC"), element("DAD"),
+                                        element("DAE"), element("DCS"), element("DCT"), element("DCU")});
+        EXPECT_EQ(name.full + "|" + name.surname + "|" + name.forename + "|" + name.middle + "|" +
+                      name.suffix + "|" + name.given,
+                  row.name)
+            << row.label;
     }
 }
 

@@ -39,23 +39,13 @@ protected:
     void TearDown() override { ZyrReader_DestroyCachedData(); }
 };
 
+// Start, stop and query of the parsing service are in the service-state table.
 TEST(ParseApiState, ParsingBeforeInitialiseIsRefused) {
     ZyrReader_ParseShutdown();
     EXPECT_FALSE(ZyrReader_IsParsingInitialised());
     AAMVARecord* record = kUntouched;
     EXPECT_EQ(parse(typicalCard(), &record), ZYR_ERR_NOT_INITIALISED);
     EXPECT_EQ(record, kUntouched);
-}
-
-TEST(ParseApiState, InitialiseAndShutdown) {
-    EXPECT_EQ(ZyrReader_ParseInitialise(), ZYR_OK);
-    EXPECT_EQ(ZyrReader_ParseInitialise(), ZYR_OK);
-    EXPECT_TRUE(ZyrReader_IsParsingInitialised());
-    EXPECT_EQ(ZyrReader_ParseShutdown(), ZYR_OK);
-    EXPECT_FALSE(ZyrReader_IsParsingInitialised());
-    EXPECT_EQ(ZyrReader_ParseShutdown(), ZYR_ERR_NOT_INITIALISED);
-    AAMVARecord* record = kUntouched;
-    EXPECT_EQ(parse(typicalCard(), &record), ZYR_ERR_NOT_INITIALISED);
 }
 
 TEST_F(ParseApi, RecordIsFilledAndReleasedOnce) {
