@@ -18,7 +18,9 @@
 #include <QTimer>
 #include <QWheelEvent>
 
+#include <map>
 #include <memory>
+#include <optional>
 #include <numeric>
 #include <ostream>
 #include <string>
@@ -274,29 +276,6 @@ TEST_F(HexViewTest, CaretWalksNibblesRowsAndScrollsAlong) {
     EXPECT_TRUE(edit->IsCaretVisible());
 }
 
-TEST_F(HexViewTest, ShiftArrowsSelectAndHexCopyIsInclusive) {
-    Load(Counting(64));
-    Click(HexCell(0, 0));
-    Key(Qt::Key_Right, Qt::ShiftModifier, 4);
-    EXPECT_EQ(Selection(), std::make_pair(0, 2));
-    Key(Qt::Key_Down, Qt::ShiftModifier);
-    EXPECT_EQ(Selection(), std::make_pair(0, 10));
-    Key(Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(Clip(HexClipboard::kBinaryMime),
-              QByteArray(reinterpret_cast<const char*>(Counting(11).data()), 11));
-    EXPECT_EQ(Clip(HexClipboard::kTextMime), QByteArray("00 01 02 03 04 05 06 07 08 09 0A "));
-}
-
-TEST_F(HexViewTest, CharacterCopyIsExclusiveWithDotsForUnprintable) {
-    Load({'H', 'i', 0x00, '!', 0x80, 'z'});
-    Click(CharCell(1));
-    Key(Qt::Key_Right, Qt::ShiftModifier, 4);
-    ASSERT_EQ(Selection(), std::make_pair(1, 5));
-    OpenMenu(QContextMenuEvent::Mouse, nullptr, QStringLiteral("Copy"));
-    EXPECT_EQ(Clip(HexClipboard::kBinaryMime), QByteArray("i\0!\x80", 4));
-    EXPECT_EQ(Clip(HexClipboard::kTextMime), QByteArray("i.!."));
-}
-
 TEST_F(HexViewTest, DraggingSelectsAndScrollsPastEitherEdge) {
     Load(Counting(256));
     QTest::mousePress(Client(), Qt::LeftButton, {}, HexCell(9, 0));
@@ -344,95 +323,90 @@ TEST_F(HexViewTest, ShiftClickExtendsFromCaretAndPlainClickClears) {
     EXPECT_EQ(Selection(), std::make_pair(4, 18)) << "released: moves no longer extend";
 }
 
-TEST_F(HexViewTest, PasteTakesBinaryFirstThenText) {
+// Keys from a click on a cell: hex entry, Insert/Delete/Backspace, the clipboard keys, read-only.
+// Tokens: Ins, Del, Bs, Tab, ^C/^V/^X, S-Right, S-Down; any other token is typed as text.
+TEST_F(HexViewTest, KeySequencesEditTheBuffer) {
     struct Case {
         const char* name;
-        bool binary, text;
+        std::vector<uint8_t> data;
+        bool readOnly;
+        char column; // h/l: high/low nibble, c: character, a: address
+        int offset, selStart, selEnd;
+        std::optional<std::string> binary, text; // clipboard before
+        const char* keys;
         std::vector<uint8_t> expected;
+        int32_t caret; // -1: not checked
+        std::optional<std::string> clipAfter;
     };
-    const Case cases[] = {{"Both", true, true, {1, 0xB0, 0x00, 0xB1, 2, 3}},
-                          {"BinaryOnly", true, false, {1, 0xB0, 0x00, 0xB1, 2, 3}},
-                          {"TextOnly", false, true, {1, 't', 'x', 2, 3}},
-                          {"Neither", false, false, {1, 2, 3}}};
-    const QByteArray binary("\xB0\x00\xB1", 3), text("tx");
+    const std::vector<uint8_t> four{0x10, 0x20, 0x30, 0x40}, ones(4, 0x11), five{0, 1, 2, 3, 4};
+    const std::string bin("\xB0\x00\xB1", 3), ab("\xAA\xBB", 2);
+    const Case cases[] = {
+        {"InsertKey", four, false, 'h', 1, -1, -1, {}, {}, "Ins", {0x10, 0, 0x20, 0x30, 0x40}, 1, {}},
+        {"InsertKeySelectionLength", Counting(6), false, 'h', 1, 5, 2, {}, {}, "Ins", {0, 0, 0, 0, 1, 2, 3, 4, 5}, -1, {}},
+        {"DeleteKeyByte", four, false, 'h', 1, -1, -1, {}, {}, "Del", {0x10, 0x30, 0x40}, 1, {}},
+        {"DeleteKeySelection", Counting(6), false, 'h', 1, 0, 5, {}, {}, "Del", {5}, -1, {}},
+        {"Backspace", four, false, 'h', 1, -1, -1, {}, {}, "Bs", {0x20, 0x30, 0x40}, 0, {}},
+        {"BackspaceAtStart", four, false, 'h', 0, -1, -1, {}, {}, "Bs", four, 0, {}},
+        {"HexLowerCaseOnly", ones, false, 'h', 0, 0, 2, {}, {}, "aFb9", {0xAB, 0x91, 0x11, 0x11}, 1, {}},
+        {"HexUpperCaseRefused", ones, false, 'h', 0, -1, -1, {}, {}, "ABF", ones, 0, {}},
+        {"LowNibbleFirst", ones, false, 'l', 0, -1, -1, {}, {}, "07", {0x10, 0x71, 0x11, 0x11}, 1, {}},
+        {"TabToCharacters", ones, false, 'h', 0, -1, -1, {}, {}, "Tab Z", {'Z', 0x11, 0x11, 0x11}, 1, {}},
+        {"CharacterAnyByte", ones, false, 'c', 1, -1, -1, {}, {}, "A!", {0x11, 'A', '!', 0x11}, 3, {}},
+        {"AddressIgnoresTyping", ones, false, 'a', 0, -1, -1, {}, {}, "ab", ones, 0, {}},
+        {"PasteBinaryFirst", {1, 2, 3}, false, 'h', 1, -1, -1, bin, "tx", "^V", {1, 0xB0, 0, 0xB1, 2, 3}, 1, {}},
+        {"PasteTextOnly", {1, 2, 3}, false, 'h', 1, -1, -1, {}, "tx", "^V", {1, 't', 'x', 2, 3}, 1, {}},
+        {"PasteNothing", {1, 2, 3}, false, 'h', 1, -1, -1, {}, {}, "^V", {1, 2, 3}, 1, {}},
+        {"PasteLowNibbleOneFurther", five, false, 'l', 2, -1, -1, ab, {}, "^V", {0, 1, 2, 0xAA, 0xBB, 3, 4}, 2, {}},
+        {"PasteLowNibbleOnLastAppends", five, false, 'l', 4, -1, -1, ab, {}, "^V", {0, 1, 2, 3, 4, 0xAA, 0xBB}, 4, {}},
+        {"PasteCharacterAtCaret", five, false, 'c', 0, -1, -1, ab, {}, "^V", {0xAA, 0xBB, 0, 1, 2, 3, 4}, 0, {}},
+        {"PasteReplacesReversedSelection", five, false, 'h', 1, 4, 1, ab, {}, "^V", {0, 0xAA, 0xBB, 4}, 1, {}},
+        {"CharacterCutIsExclusive", Counting(8), false, 'c', 3, -1, -1, {}, {}, "S-Right S-Right ^X", {0, 1, 2, 5, 6, 7}, -1, std::string("\x03\x04", 2)},
+        {"HexCopyIsInclusive", Counting(16), false, 'h', 0, -1, -1, {}, {}, "S-Right S-Right S-Right S-Right S-Down ^C", Counting(16), -1, std::string(reinterpret_cast<const char*>(Counting(11).data()), 11)},
+        {"ReadOnlyIgnoresEditingKeys", Counting(6), true, 'h', 1, 1, 3, std::string("\x77"), {}, "Ins Del Bs a 5 ^V ^X", Counting(6), -1, std::string("\x77")},
+    };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        Load({1, 2, 3});
-        Click(HexCell(1, 0));
-        SetClip(c.binary ? &binary : nullptr, c.text ? &text : nullptr);
-        Key(Qt::Key_V, Qt::ControlModifier);
+        QGuiApplication::clipboard()->clear();
+        Load(c.data, c.readOnly);
+        Click(c.column == 'c'   ? CharCell(c.offset)
+              : c.column == 'a' ? QPoint(L().CharWidth() * 2, c.offset / 8 * L().LineHeight() + 2)
+                                : HexCell(c.offset, c.column == 'l' ? 2 : 0));
+        if (c.selStart >= 0)
+            edit->SetSelection(c.selStart, c.selEnd);
+        if (c.binary || c.text) {
+            const QByteArray binary = c.binary ? QByteArray::fromStdString(*c.binary) : QByteArray();
+            const QByteArray text = c.text ? QByteArray::fromStdString(*c.text) : QByteArray();
+            SetClip(c.binary ? &binary : nullptr, c.text ? &text : nullptr);
+        }
+        QString keys = QString::fromLatin1(c.keys);
+        for (const QString& token : keys.split(QLatin1Char(' '))) {
+            const std::map<QString, std::pair<Qt::Key, Qt::KeyboardModifiers>> named = {
+                {"Ins", {Qt::Key_Insert, {}}}, {"Del", {Qt::Key_Delete, {}}}, {"Bs", {Qt::Key_Backspace, {}}},
+                {"Tab", {Qt::Key_Tab, {}}}, {"^C", {Qt::Key_C, Qt::ControlModifier}},
+                {"^V", {Qt::Key_V, Qt::ControlModifier}}, {"^X", {Qt::Key_X, Qt::ControlModifier}},
+                {"S-Right", {Qt::Key_Right, Qt::ShiftModifier}}, {"S-Down", {Qt::Key_Down, Qt::ShiftModifier}}};
+            const auto key = named.find(token);
+            if (key != named.end())
+                Key(key->second.first, key->second.second);
+            else
+                QTest::keyClicks(edit, token);
+        }
         EXPECT_EQ(edit->Editor().Data(), c.expected);
-        EXPECT_EQ(Caret(), 1);
+        if (c.caret >= 0) {
+            EXPECT_EQ(Caret(), c.caret);
+        }
+        if (c.clipAfter) {
+            EXPECT_EQ(Clip(HexClipboard::kBinaryMime), QByteArray::fromStdString(*c.clipAfter));
+        }
     }
-}
-
-TEST_F(HexViewTest, PasteReplacesSelectionAndCutRemovesIt) {
-    Load(Counting(8));
-    edit->SetSelection(2, 5);
-    const QByteArray binary("\xEE", 1);
-    SetClip(&binary, nullptr);
-    edit->Paste();
-    EXPECT_EQ(edit->Editor().Data(), (std::vector<uint8_t>{0, 1, 0xEE, 5, 6, 7}));
-
-    Click(CharCell(3));
-    Key(Qt::Key_Right, Qt::ShiftModifier, 2);
-    Key(Qt::Key_X, Qt::ControlModifier);
-    EXPECT_EQ(edit->Editor().Data(), (std::vector<uint8_t>{0, 1, 0xEE, 7}));
-    EXPECT_EQ(Clip(HexClipboard::kBinaryMime), QByteArray("\x05\x06", 2));
-}
-
-TEST_F(HexViewTest, InsertDeleteAndBackspaceKeys) {
-    Load({0x10, 0x20, 0x30, 0x40});
-    Click(HexCell(1, 0));
-    Key(Qt::Key_Insert);
-    EXPECT_EQ(edit->Editor().Data(), (std::vector<uint8_t>{0x10, 0, 0x20, 0x30, 0x40}));
-    edit->SetSelection(2, 4);
-    Key(Qt::Key_Insert);
-    EXPECT_EQ(edit->Editor().Data(), (std::vector<uint8_t>{0x10, 0, 0, 0, 0x20, 0x30, 0x40}))
-        << "as many zero bytes as the selection is long";
-    Key(Qt::Key_Delete);
-    EXPECT_EQ(edit->Editor().Data(), (std::vector<uint8_t>{0x10, 0, 0, 0x20, 0x30, 0x40}));
-    edit->SetSelection(1, 3);
-    Key(Qt::Key_Delete);
-    EXPECT_EQ(edit->Editor().Data(), (std::vector<uint8_t>{0x10, 0x20, 0x30, 0x40}));
-    Key(Qt::Key_Backspace);
-    EXPECT_EQ(edit->Editor().Data(), (std::vector<uint8_t>{0x20, 0x30, 0x40}));
-    EXPECT_EQ(Caret(), 0);
-    Key(Qt::Key_Backspace);
-    EXPECT_EQ(edit->Editor().Length(), 3) << "nothing before offset 0";
-}
-
-TEST_F(HexViewTest, HexEntryTakesLowerCaseDigitsOnly) {
-    Load({0x00, 0x00, 0x00});
-    Click(HexCell(0, 0));
-    QTest::keyClicks(edit, "aFb");
-    EXPECT_EQ(edit->Editor().Data(), (std::vector<uint8_t>{0xAB, 0x00, 0x00}));
-    QTest::keyClicks(edit, "C9");
-    EXPECT_EQ(edit->Editor().Data(), (std::vector<uint8_t>{0xAB, 0x90, 0x00}));
-    Key(Qt::Key_Tab);
-    QTest::keyClicks(edit, "Z");
-    EXPECT_EQ(edit->Editor().Data(), (std::vector<uint8_t>{0xAB, 'Z', 0x00}))
-        << "any byte in the character column";
-}
-
-TEST_F(HexViewTest, ReadOnlyIgnoresEditingKeys) {
-    const std::vector<uint8_t> data = Counting(6);
-    Load(data, true);
-    Click(HexCell(1, 0));
-    edit->SetSelection(1, 3);
-    const QByteArray binary("\x77", 1);
-    SetClip(&binary, nullptr);
-    for (Qt::Key key : {Qt::Key_Insert, Qt::Key_Delete, Qt::Key_Backspace, Qt::Key_A, Qt::Key_5})
-        Key(key);
-    Key(Qt::Key_V, Qt::ControlModifier);
-    Key(Qt::Key_X, Qt::ControlModifier);
+    // The commands behind the menu refuse a read-only buffer too.
+    edit->SelectAll();
     edit->Cut();
     edit->Clear();
     edit->Paste();
     edit->Insert(0, 4);
     edit->DeleteRange(0, 4);
-    EXPECT_EQ(edit->Editor().Data(), data);
-    EXPECT_EQ(Clip(HexClipboard::kBinaryMime), binary);
+    EXPECT_EQ(edit->Editor().Data(), Counting(6));
 }
 
 TEST_F(HexViewTest, MenuGreysEntriesByState) {

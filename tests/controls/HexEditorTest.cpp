@@ -103,47 +103,6 @@ TEST(HexEditor, ShiftMovesStartSelectionAtCaretAndEndFollows) {
     EXPECT_FALSE(editor.HasSelection());
 }
 
-struct TypeCase {
-    std::string name;
-    int mode;
-    std::string keys;
-    uint8_t byte0, byte1;
-    int32_t pos;
-    int finalMode;
-};
-
-void PrintTo(const TypeCase& c, std::ostream* os) {
-    *os << c.name;
-}
-
-class Typing : public testing::TestWithParam<TypeCase> {};
-
-TEST_P(Typing, ChangesBytesAndAdvances) {
-    const TypeCase& c = GetParam();
-    HexEditor editor;
-    Prepare(editor, std::vector<uint8_t>(4, 0x11));
-    editor.SetCaretFromHit({0, c.mode, {}});
-    editor.SetSelection(0, 2);
-    for (char k : c.keys)
-        editor.TypeCharacter(static_cast<uint8_t>(k));
-    EXPECT_EQ(editor.Data()[0], c.byte0);
-    EXPECT_EQ(editor.Data()[1], c.byte1);
-    EXPECT_EQ(editor.CaretPosition(), c.pos);
-    EXPECT_EQ(editor.CaretMode(), c.finalMode);
-    EXPECT_FALSE(editor.HasSelection()) << "typing clears the selection";
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Modes, Typing,
-    testing::Values(TypeCase{"HexLowerCase", HexModeHigh, "a9f", 0xA9, 0xF1, 1, HexModeLow},
-                    TypeCase{"HexUpperCaseRefused", HexModeHigh, "ABF", 0x11, 0x11, 0, HexModeHigh},
-                    TypeCase{"HexMixedSkipsRefused", HexModeHigh, "cXd", 0xCD, 0x11, 1, HexModeHigh},
-                    TypeCase{"LowNibbleFirst", HexModeLow, "07", 0x10, 0x71, 1, HexModeLow},
-                    TypeCase{"CharacterColumnTakesAnyByte", HexModeCharacter, "A\x01", 'A', 0x01, 2,
-                             HexModeCharacter},
-                    TypeCase{"AddressColumnIgnores", HexModeAddress, "ab", 0x11, 0x11, 0, HexModeAddress}),
-    [](const testing::TestParamInfo<TypeCase>& info) { return info.param.name; });
-
 TEST(HexEditor, EditingReshapesBufferAndClampsCaret) {
     HexEditor editor;
     Prepare(editor, Counting(6));
@@ -162,76 +121,6 @@ TEST(HexEditor, EditingReshapesBufferAndClampsCaret) {
     EXPECT_FALSE(editor.Insert(0, -4));
     EXPECT_FALSE(editor.Insert(0, INT32_MAX)) << "length would overflow";
     EXPECT_EQ(editor.Length(), 4);
-}
-
-TEST(HexEditor, ReadOnlyRefusesEveryEdit) {
-    HexEditor editor;
-    const std::vector<uint8_t> data = Counting(8);
-    Prepare(editor, data, true);
-    editor.SetCaretFromHit({3, HexModeHigh, {}});
-    editor.SetSelection(1, 4);
-    EXPECT_FALSE(editor.Insert(0, 2));
-    EXPECT_FALSE(editor.DeleteRange(0, 4));
-    EXPECT_FALSE(editor.Paste({9, 9}));
-    EXPECT_FALSE(editor.InsertAtCaret());
-    EXPECT_FALSE(editor.DeleteAtCaret());
-    EXPECT_FALSE(editor.Backspace());
-    editor.TypeCharacter('f');
-    EXPECT_EQ(editor.Data(), data);
-    EXPECT_TRUE(editor.HasSelection());
-}
-
-struct PasteCase {
-    std::string name;
-    int32_t caret;
-    int mode;
-    int32_t selStart, selEnd;
-    std::vector<uint8_t> expected;
-};
-
-void PrintTo(const PasteCase& c, std::ostream* os) {
-    *os << c.name;
-}
-
-class Pasting : public testing::TestWithParam<PasteCase> {};
-
-TEST_P(Pasting, InsertsAtCaretOrReplacesSelection) {
-    const PasteCase& c = GetParam();
-    HexEditor editor;
-    Prepare(editor, Counting(5));
-    editor.SetCaretFromHit({c.caret, c.mode, {}});
-    if (c.selStart >= 0)
-        editor.SetSelection(c.selStart, c.selEnd);
-    ASSERT_TRUE(editor.Paste({0xAA, 0xBB}));
-    EXPECT_EQ(editor.Data(), c.expected);
-    EXPECT_EQ(editor.CaretPosition(), c.caret) << "the caret stays";
-    EXPECT_FALSE(editor.HasSelection());
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Places, Pasting,
-    testing::Values(PasteCase{"HighNibble", 2, HexModeHigh, -1, -1, {0, 1, 0xAA, 0xBB, 2, 3, 4}},
-                    PasteCase{"LowNibbleOneFurther", 2, HexModeLow, -1, -1, {0, 1, 2, 0xAA, 0xBB, 3, 4}},
-                    PasteCase{
-                        "LowNibbleOnLastByteAppends", 4, HexModeLow, -1, -1, {0, 1, 2, 3, 4, 0xAA, 0xBB}},
-                    PasteCase{"Character", 0, HexModeCharacter, -1, -1, {0xAA, 0xBB, 0, 1, 2, 3, 4}},
-                    PasteCase{"ReplacesReversedSelection", 1, HexModeHigh, 4, 1, {0, 0xAA, 0xBB, 4}}),
-    [](const testing::TestParamInfo<PasteCase>& info) { return info.param.name; });
-
-TEST(HexEditor, InsertAndDeleteKeysUseSelectionLength) {
-    HexEditor editor;
-    Prepare(editor, Counting(6));
-    editor.SetCaretFromHit({1, HexModeHigh, {}});
-    editor.SetSelection(5, 2);
-    ASSERT_TRUE(editor.InsertAtCaret());
-    EXPECT_EQ(editor.Data(), (std::vector<uint8_t>{0, 0, 0, 0, 1, 2, 3, 4, 5}));
-    ASSERT_TRUE(editor.InsertAtCaret()) << "without a selection one byte";
-    EXPECT_EQ(editor.Length(), 10);
-    editor.SetSelection(0, 5);
-    ASSERT_TRUE(editor.DeleteAtCaret());
-    EXPECT_EQ(editor.Data(), (std::vector<uint8_t>{1, 2, 3, 4, 5}));
-    ASSERT_TRUE(editor.DeleteAtCaret());
-    EXPECT_EQ(editor.Data(), (std::vector<uint8_t>{1, 3, 4, 5}));
 }
 
 TEST(HexEditor, ScrollingMovesCaretWithTopAndStopsAtLimits) {
