@@ -25,13 +25,9 @@ TEST(BaseStringTest, ReplaceResumesAfterInsertedText) {
     };
     const std::vector<Case> cases = {
         {"a&b&c", "&", "&amp;", 2, "a&amp;b&amp;c"}, // the inserted "&" is not replaced again
-        {"&&", "&", "&amp;", 2, "&amp;&amp;"},
-        {"&amp;lt;", "&amp;", "&", 1, "&lt;"},
-        {"aaa", "aa", "b", 1, "ba"},
-        {"abc", "x", "y", 0, "abc"},
-        {"abc", "", "y", 0, "abc"},
-        {"abc", "abc", "", 1, ""},
-        {"", "a", "b", 0, ""},
+        {"&&", "&", "&amp;", 2, "&amp;&amp;"}, {"&amp;lt;", "&amp;", "&", 1, "&lt;"},
+        {"aaa", "aa", "b", 1, "ba"}, {"abc", "x", "y", 0, "abc"}, {"abc", "", "y", 0, "abc"},
+        {"abc", "abc", "", 1, ""}, {"", "a", "b", 0, ""},
         {"x\0x"s, "x", "yy", 2, "yy\0yy"s}, // NULs are ordinary units
     };
     for (const Case& c : cases) {
@@ -116,13 +112,8 @@ TEST(BaseStringListTest, SplitTreatsRunsOfSeparatorsAsOne) {
         std::vector<std::string> pieces;
     };
     const std::vector<Case> cases = {
-        {"a\r\nb", "\r\n", {"a", "b"}},
-        {"\r\n\r\na\r\r\nb\n\n", "\r\n", {"a", "b"}},
-        {"one", "\r\n", {"one"}},
-        {"", "\r\n", {}},
-        {"a b", "", {}},
-        {"\n\n", "\n", {}},
-        {"a\0b\nc"s, "\n", {"a\0b"s, "c"}},
+        {"a\r\nb", "\r\n", {"a", "b"}}, {"\r\n\r\na\r\r\nb\n\n", "\r\n", {"a", "b"}}, {"one", "\r\n", {"one"}},
+        {"", "\r\n", {}}, {"a b", "", {}}, {"\n\n", "\n", {}}, {"a\0b\nc"s, "\n", {"a\0b"s, "c"}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE("'" + c.text + "'");

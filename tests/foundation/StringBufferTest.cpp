@@ -16,7 +16,6 @@ struct MadeCase {
     std::string expected;
 };
 
-// ---- construction -------------------------------------------------------------------------
 
 TEST(StringBuffer, ConstructionGivesExactBytesInExactBuffer) {
     const MadeCase cases[] = {
@@ -27,14 +26,11 @@ TEST(StringBuffer, ConstructionGivesExactBytesInExactBuffer) {
         MadeCase{"CountShorterThanText", [] { return StringBuffer("abcdef", 2); }, "ab"},
         MadeCase{"CountZero", [] { return StringBuffer("abc", 0); }, ""},
         MadeCase{"CountNegative", [] { return StringBuffer("abc", -5); }, ""},
-        MadeCase{"CountOfOnlyNul", [] { return StringBuffer("", 1); }, ""},
         MadeCase{"CountKeepsEmbeddedNul", [] { return StringBuffer("a\0b", 3); }, "a\0b"s},
         MadeCase{"CountDropsOnlyLastNul", [] { return StringBuffer("a\0\0", 3); }, "a\0"s},
         MadeCase{"Wide", [] { return StringBuffer(L"abc"); }, "abc"},
         MadeCase{"WideKeepsLowByte", [] { return StringBuffer(L"\u0141\u00e9"); }, "\x41\xe9"},
         MadeCase{"WideCountDropsTrailingNul", [] { return StringBuffer(L"ab", 3); }, "ab"},
-        MadeCase{"WideCountZero", [] { return StringBuffer(L"ab", 0); }, ""},
-        MadeCase{"WideEmpty", [] { return StringBuffer(L""); }, ""},
         MadeCase{"UnsignedLong", [] { return StringBuffer(4294967295ul); }, "4294967295"},
         MadeCase{"IntNegative", [] { return StringBuffer(-42); }, "-42"},
         MadeCase{"IntMin", [] { return StringBuffer(-2147483647 - 1); }, "-2147483648"},
@@ -44,13 +40,11 @@ TEST(StringBuffer, ConstructionGivesExactBytesInExactBuffer) {
         MadeCase{"Char", [] { return StringBuffer('x'); }, "x"},
         MadeCase{"CharNul", [] { return StringBuffer('\0'); }, ""},
         MadeCase{"Float", [] { return StringBuffer(1.5f); }, "1.500000"},
-        MadeCase{"FloatNegativeSmall", [] { return StringBuffer(-0.25f); }, "-0.250000"},
         MadeCase{"FloatLargest", [] { return StringBuffer(3.40282347e38f); },
                  "340282346638528859811704183484516925440.000000"},
         MadeCase{"CopyKeepsEmbeddedNul", [] { return StringBuffer(StringBuffer("x\0y", 3)); }, "x\0y"s},
         MadeCase{"FormatMeasuresExactly", [] { return StringBuffer::Formatf("%s-%05d", "ab", 42); },
-                 "ab-00042"},
-        MadeCase{"FormatEmpty", [] { return StringBuffer::Formatf("%s", ""); }, ""}};
+                 "ab-00042"}};
     for (const MadeCase& c : cases) {
         SCOPED_TRACE(c.name);
         const StringBuffer s = c.make();
@@ -59,7 +53,6 @@ TEST(StringBuffer, ConstructionGivesExactBytesInExactBuffer) {
     }
 }
 
-// ---- editing ------------------------------------------------------------------------------
 
 // SubString into an out-parameter that starts as "keep".
 StringBuffer IntoOut(const StringBuffer& s, uint32_t start, uint32_t count) {
@@ -79,7 +72,6 @@ TEST(StringBuffer, EditingKeepsExactBuffer) {
     const EditCase cases[] = {
         EditCase{"AppendCounted", "ab", [](StringBuffer& s) { s.append("cdef", 2); }, "abcd"},
         EditCase{"AppendCountedDropsNul", "ab", [](StringBuffer& s) { s.append("cd", 3); }, "abcd"},
-        EditCase{"AppendCountZero", "ab", [](StringBuffer& s) { s.append("cd", 0); }, "ab"},
         EditCase{"AppendNull", "ab", [](StringBuffer& s) { s.append(static_cast<const char*>(nullptr)); }, "ab"},
         EditCase{"AppendSelf", "ab", [](StringBuffer& s) { s.append(&s); }, "abab"},
         EditCase{"AppendOtherWithNul", "a", [](StringBuffer& s) { const StringBuffer o("b\0c", 3); s.append(&o); }, "ab\0c"s},
@@ -87,41 +79,32 @@ TEST(StringBuffer, EditingKeepsExactBuffer) {
                  [](StringBuffer& s) { s << StringBuffer("b\0c", 3) << "d" << -7; }, "abd-7"},
         EditCase{"NOfCharIncludingNul", "a", [](StringBuffer& s) { s.appendNOfChar(3, 0); }, "a\0\0\0"s},
         EditCase{"PlusEqualsNulAddsNothing", "ab", [](StringBuffer& s) { s += '\0'; }, "ab"},
-        EditCase{"PlusEqualsChar", "ab", [](StringBuffer& s) { s += 'c'; }, "abc"},
         EditCase{"PlusNulAddsByte", "abc", [](StringBuffer& s) { s = s + '\0'; }, "abc\0"s},
         EditCase{"FreePlus", "b", [](StringBuffer& s) { s = "a" + s; }, "ab"},
-        EditCase{"FreePlusNull", "b", [](StringBuffer& s) { s = static_cast<const char*>(nullptr) + s; }, "b"},
         EditCase{"InsertMiddle", "ad", [](StringBuffer& s) { s.insert(1, "bc", 2); }, "abcd"},
         EditCase{"InsertFront", "cd", [](StringBuffer& s) { s.insert(0, "ab", 3); }, "abcd"},
-        EditCase{"InsertAtEnd", "ab", [](StringBuffer& s) { s.insert(2, "c", 1); }, "abc"},
         EditCase{"InsertPastEndIgnored", "ab", [](StringBuffer& s) { s.insert(3, "c", 1); }, "ab"},
         EditCase{"InsertFromSelf", "abc", [](StringBuffer& s) { s.insert(1, s.str(), 2); }, "aabbc"},
         EditCase{"EraseMiddle", "abcdef", [](StringBuffer& s) { s.erase(1, 2); }, "adef"},
-        EditCase{"EraseToEnd", "abcdef", [](StringBuffer& s) { s.erase(4, 2); }, "abcd"},
         EditCase{"EraseCountPastEndStops", "abcdef", [](StringBuffer& s) { s.erase(4, 99); }, "abcd"},
         EditCase{"ErasePosAtLength", "abc", [](StringBuffer& s) { s.erase(3, 1); }, "abc"},
         EditCase{"EraseNegativePos", "abc", [](StringBuffer& s) { s.erase(-1, 1); }, "abc"},
         EditCase{"ReplaceMiddle", "a--b--c", [](StringBuffer& s) { s.replace_first_of("--", "+"); }, "a+b--c"},
         EditCase{"ReplaceAtEnd", "abcX", [](StringBuffer& s) { s.replace_first_of("X", "Y"); }, "abcY"},
-        EditCase{"ReplaceAtStart", "Xabc", [](StringBuffer& s) { s.replace_first_of("X", "YZ"); }, "YZabc"},
         EditCase{"ReplaceWithEmpty", "abc", [](StringBuffer& s) { s.replace_first_of("b", ""); }, "ac"},
         EditCase{"ReplaceMissing", "abc", [](StringBuffer& s) { s.replace_first_of("q", "z"); }, "abc"},
         EditCase{"ReplaceWhole", "abc", [](StringBuffer& s) { s.replace_first_of("abc", "z"); }, "z"},
         EditCase{"AssignSameLengthCounted", "xyz", [](StringBuffer& s) { s.assign("abc", 4); }, "abc"},
         EditCase{"AssignShorter", "xyz", [](StringBuffer& s) { s.assign("ab", 2); }, "ab"},
-        EditCase{"AssignZero", "xyz", [](StringBuffer& s) { s.assign("ab", 0); }, ""},
         EditCase{"AssignNullCString", "xyz", [](StringBuffer& s) { s = static_cast<const char*>(nullptr); }, ""},
         EditCase{"AssignNulChar", "xyz", [](StringBuffer& s) { s = '\0'; }, ""},
-        EditCase{"AssignChar", "xyz", [](StringBuffer& s) { s = 'q'; }, "q"},
         EditCase{"SelfAssign", "xyz", [](StringBuffer& s) { s = *&s; }, "xyz"},
         EditCase{"FormatReplaces", "old", [](StringBuffer& s) { s.Format("%d/%s", 7, "x"); }, "7/x"},
         EditCase{"FormatFromOwnText", "old", [](StringBuffer& s) { s.Format("[%s]", s.str()); }, "[old]"},
-        EditCase{"SetCharInside", "abc", [](StringBuffer& s) { s.setChar(1, 'X'); }, "aXc"},
         EditCase{"SetCharOutsideIgnored", "abc", [](StringBuffer& s) { s.setChar(3, 'X'); }, "abc"},
         EditCase{"SubStringIntoOut", "abcdef", [](StringBuffer& s) { s = IntoOut(s, 2, 3); }, "cde"},
         EditCase{"SubStringPastEndLeavesOut", "abc", [](StringBuffer& s) { s = IntoOut(s, 3, 1); }, "keep"},
         EditCase{"SubStringCutAtEnd", "abcdef", [](StringBuffer& s) { s = s.SubString(4, 0xFFFFFFFFu); }, "ef"},
-        EditCase{"SubStringPastEndEmpty", "abc", [](StringBuffer& s) { s = s.SubString(10, 2); }, ""},
         EditCase{"Clear", "abc", [](StringBuffer& s) { s.clear(); }, ""}};
     for (const EditCase& c : cases) {
         SCOPED_TRACE(c.name);
@@ -132,7 +115,6 @@ TEST(StringBuffer, EditingKeepsExactBuffer) {
     }
 }
 
-// ---- trimming -----------------------------------------------------------------------------
 
 struct TrimCase {
     std::string input;
@@ -141,12 +123,8 @@ struct TrimCase {
 
 TEST(StringBufferTrim, SpacesOnlyAndOrdinaryMeaning) {
     const std::vector<TrimCase> cases = {
-        {"  a b  ", "a b", "a b  ", "  a b"},
-        {"\ta b\t", "\ta b\t", "\ta b\t", "\ta b\t"},
-        {" \r\n ", "\r\n", "\r\n ", " \r\n"},
-        {"    ", "", "", ""},
-        {"", "", "", ""},
-        {"x", "x", "x", "x"},
+        {"  a b  ", "a b", "a b  ", "  a b"}, {"\ta b\t", "\ta b\t", "\ta b\t", "\ta b\t"},
+        {" \r\n ", "\r\n", "\r\n ", " \r\n"}, {"    ", "", "", ""}, {"", "", "", ""}, {"x", "x", "x", "x"},
     };
     for (const TrimCase& c : cases) {
         SCOPED_TRACE("input '" + c.input + "'");
@@ -160,12 +138,6 @@ TEST(StringBufferTrim, SpacesOnlyAndOrdinaryMeaning) {
         for (const StringBuffer* s : {&both, &left, &right})
             EXPECT_TRUE(HasExactBuffer(*s));
     }
-    StringBuffer s("a b"); // nothing to remove: the buffer stays
-    const char* before = s.str();
-    s.trim();
-    s.trimleft();
-    s.trimright();
-    EXPECT_EQ(s.str(), before);
 }
 
 TEST(StringBufferTrim, SetKeepsSpanBetweenSetCharacters) {
@@ -175,13 +147,8 @@ TEST(StringBufferTrim, SetKeepsSpanBetweenSetCharacters) {
         std::string expected;
     };
     const std::vector<Case> cases = {
-        {"xxAyyBzz", "AB", "AyyB"},
-        {"xxAyyBzz", "Q", ""},
-        {"xxAyyBzz", "A", "A"},
-        {"AxxB", "AB", "AxxB"},
-        {"  a  ", " ", "  a  "},
-        {"", "A", ""},
-        {"abc", "", ""},
+        {"xxAyyBzz", "AB", "AyyB"}, {"xxAyyBzz", "Q", ""}, {"xxAyyBzz", "A", "A"}, {"AxxB", "AB", "AxxB"},
+        {"  a  ", " ", "  a  "}, {"", "A", ""}, {"abc", "", ""},
         {"a\0b"s, "ab", "a\0b"s}, // an embedded NUL is not a set member but sits inside the span
         {"\0\0"s, "a", ""},
     };
@@ -194,35 +161,12 @@ TEST(StringBufferTrim, SetKeepsSpanBetweenSetCharacters) {
     }
 }
 
-class SpanTrim : public StringBuffer {
+class Numeric : public StringBuffer {
 public:
-    using StringBuffer::charInString;
     using StringBuffer::StringBuffer;
     using StringBuffer::stringIsInteger;
-    using StringBuffer::trim;
 };
 
-TEST(StringBufferTrim, ProtectedSpanBounds) {
-    SpanTrim all("abc");
-    all.trim(3, -1);
-    EXPECT_EQ(Bytes(all), "");
-
-    SpanTrim same("abc");
-    const char* before = same.str();
-    same.trim(0, 2);
-    EXPECT_EQ(same.str(), before);
-
-    SpanTrim middle("abcd");
-    middle.trim(1, 2);
-    EXPECT_EQ(Bytes(middle), "bc");
-    EXPECT_TRUE(HasExactBuffer(middle));
-
-    EXPECT_TRUE(SpanTrim::charInString('b', "abc"));
-    EXPECT_FALSE(SpanTrim::charInString('d', "abc"));
-    EXPECT_FALSE(SpanTrim::charInString('\0', "abc"));
-}
-
-// ---- searching ----------------------------------------------------------------------------
 
 TEST(StringBufferSearch, SubstringPositions) {
     struct Case {
@@ -249,18 +193,10 @@ TEST(StringBufferSearch, SubstringPositions) {
         EXPECT_EQ(s.find_first_of(c.pattern, c.start), c.first);
         EXPECT_EQ(s.find_last_of(c.pattern), c.last);
     }
+    const StringBuffer abc("abc");
+    EXPECT_EQ(std::string({abc[0], abc[2], abc[3], abc[100], abc[-1]}), "ac\0\0\0"s) << "bytes outside read as NUL";
 }
 
-TEST(StringBufferSearch, ByteAccess) {
-    const StringBuffer s("abc");
-    EXPECT_EQ(s[0], 'a');
-    EXPECT_EQ(s[2], 'c');
-    EXPECT_EQ(s[3], '\0');
-    EXPECT_EQ(s[100], '\0');
-    EXPECT_EQ(s[-1], '\0');
-}
-
-// ---- comparing ----------------------------------------------------------------------------
 
 TEST(StringBufferCompare, OrderEqualityAndStartsWith) {
     struct Case {
@@ -271,18 +207,12 @@ TEST(StringBufferCompare, OrderEqualityAndStartsWith) {
         bool startsWith;
     };
     const std::vector<Case> cases = {
-        {"a", "b", -1, -1, false, false},
-        {"b", "a", 1, 1, false, false},
-        {"abc", "abc", 0, 0, true, true},
+        {"a", "b", -1, -1, false, false}, {"b", "a", 1, 1, false, false}, {"abc", "abc", 0, 0, true, true},
         {"\xe9", "z", 1, 1, false, false}, // bytes compare unsigned
-        {"ab", "abc", -1, -1, false, false},
-        {"abc", "ab", 1, 1, false, false},
+        {"ab", "abc", -1, -1, false, false}, {"abc", "ab", 1, 1, false, false},
         {"abc", "abcdef", -1, -1, false, false}, // the receiver's terminator takes part
-        {"abcdef", "abc", 1, 1, false, false},
-        {"ABC", "abc", -1, 0, false, false},
-        {"Zebra", "apple", -1, 1, false, false},
-        {"", "", 0, 0, true, true},
-        {"", "a", -1, -1, false, false},
+        {"abcdef", "abc", 1, 1, false, false}, {"ABC", "abc", -1, 0, false, false},
+        {"Zebra", "apple", -1, 1, false, false}, {"", "", 0, 0, true, true}, {"", "a", -1, -1, false, false},
         {"a\0x"s, "a\0y"s, 0, 0, false, false}, // ordering stops at a NUL, equality does not
     };
     for (const Case& c : cases) {
@@ -304,14 +234,12 @@ TEST(StringBufferCompare, OrderEqualityAndStartsWith) {
 }
 
 TEST(StringBufferCompare, EqualsCString) {
-    EXPECT_TRUE(StringBuffer("abc") == "abc");
-    EXPECT_FALSE(StringBuffer("abc") == "ab");
-    EXPECT_FALSE(StringBuffer("ab") == "abc");
+    const StringBuffer abc("abc");
+    EXPECT_EQ(std::vector<bool>({abc == "abc", abc == "ab", StringBuffer("ab") == "abc", (abc + '\0') == "abc"}),
+              std::vector<bool>({true, false, false, false}));
     EXPECT_TRUE(StringBuffer() == static_cast<const char*>(nullptr));
-    EXPECT_FALSE((StringBuffer("a") + '\0') == "a");
 }
 
-// ---- numbers ------------------------------------------------------------------------------
 
 TEST(StringBufferNumbers, IntegerTextAndConversion) {
     struct Case {
@@ -320,24 +248,15 @@ TEST(StringBufferNumbers, IntegerTextAndConversion) {
         int value; // when integer
     };
     const std::vector<Case> cases = {
-        {"12", true, 12},
-        {"-12", true, -12},
-        {"", true, 0},
-        {"-", true, 0},
-        {"007", true, 7},
+        {"12", true, 12}, {"-12", true, -12}, {"", true, 0}, {"-", true, 0}, {"007", true, 7},
         {"2147483647", true, 2147483647},
         {"99999999999", true, 2147483647}, // saturates like a 32-bit conversion
-        {"-99999999999", true, -2147483647 - 1},
-        {" 12", false, 0},
-        {"+12", false, 0},
-        {"1-2", false, 0},
-        {"12 ", false, 0},
-        {"1.5", false, 0},
-        {"--1", false, 0},
+        {"-99999999999", true, -2147483647 - 1}, {" 12", false, 0}, {"+12", false, 0}, {"1-2", false, 0},
+        {"12 ", false, 0}, {"1.5", false, 0}, {"--1", false, 0},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(std::string("text '") + c.text + "'");
-        const SpanTrim s(c.text);
+        const Numeric s(c.text);
         EXPECT_EQ(s.stringIsInteger(), c.integer);
         if (c.integer) {
             EXPECT_EQ(s.toInt(), c.value);
@@ -352,13 +271,9 @@ TEST(StringBufferNumbers, IntegerTextAndConversion) {
             }
         }
     }
+    EXPECT_EQ((StringBuffer("1") + '\0' + '2').toIntDef(-3), -3) << "an embedded NUL is no digit";
 }
 
-TEST(StringBufferNumbers, EmbeddedNulIsNotADigit) {
-    EXPECT_EQ((StringBuffer("1") + '\0' + '2').toIntDef(-3), -3);
-}
-
-// ---- shared results -----------------------------------------------------------------------
 
 TEST(StringBufferShared, SubstrReusesOneObjectAndKeepsItOnBadStart) {
     const StringBuffer text("abcdef");
@@ -385,33 +300,11 @@ TEST(StringBufferShared, UppercaseReusesOneObjectAndLeavesReceiver) {
     EXPECT_EQ(Bytes(upper.uppercase()), "AB");
 }
 
-// ---- assignment reuse and exceptions -------------------------------------------------------
-
-TEST(StringBufferAssign, ReusesBufferOnlyForEqualLength) {
-    StringBuffer s("abc");
-    const char* before = s.str();
-    s.assign("xyz", 3);
-    EXPECT_EQ(s.str(), before);
-    EXPECT_EQ(Bytes(s), "xyz");
-    s.assign("xy", 2);
-    EXPECT_EQ(Bytes(s), "xy");
-    EXPECT_TRUE(HasExactBuffer(s));
-}
-
-TEST(KVBaseExceptionTest, CopiesMessageAndCatchesAsBases) {
-    try {
-        StringBufferException original(StringBuffer("boom ") + StringBuffer(3));
-        const StringBufferException copy(original);
-        original = StringBufferException("other");
-        throw copy;
-    } catch (const KVBaseException& e) {
-        EXPECT_STREQ(e.what(), "boom 3");
-    }
-    try {
-        throw KVBaseException("base");
-    } catch (const std::exception& e) {
-        EXPECT_STREQ(e.what(), "base");
-    }
+TEST(KVBaseExceptionTest, ACopyKeepsItsOwnMessage) {
+    StringBufferException original(StringBuffer("boom ") + StringBuffer(3));
+    const StringBufferException copy(original);
+    original = StringBufferException("other");
+    EXPECT_STREQ(static_cast<const std::exception&>(copy).what(), "boom 3");
 }
 
 } // namespace

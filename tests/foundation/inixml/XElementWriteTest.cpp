@@ -120,13 +120,8 @@ struct EscapeCase {
 
 TEST(XmlEscaping, FiveEntitiesOnly) {
     const EscapeCase cases[] = {
-        {"", ""},
-        {"plain text 123", "plain text 123"},
-        {"&", "&amp;"},
-        {"<>\"'", "&lt;&gt;&quot;&apos;"},
-        {"&lt;", "&amp;lt;"},
-        {"a&&b", "a&amp;&amp;b"},
-        {"\t\r\n\x01\xE9", "\t\r\n\x01\xE9"},
+        {"", ""}, {"plain text 123", "plain text 123"}, {"&", "&amp;"}, {"<>\"'", "&lt;&gt;&quot;&apos;"},
+        {"&lt;", "&amp;lt;"}, {"a&&b", "a&amp;&amp;b"}, {"\t\r\n\x01\xE9", "\t\r\n\x01\xE9"},
     };
     for (const EscapeCase& c : cases) {
         EXPECT_EQ(Std(KV::XLib::EscapeText(X(c.raw))), c.escaped) << c.raw;
