@@ -64,8 +64,7 @@ TEST(ImageFileLoader, UnreadableFilesGiveAReason) {
     std::ofstream(TempPath("junk.png"), std::ios::binary) << "not an image at all";
     const std::pair<std::string, std::string> cases[] = {
         {TempPath("missing.png"), "No such file or directory"},
-        {TempPath("empty.png"), "empty file"},
-        {testing::TempDir(), "Is a directory"},
+        {TempPath("empty.png"), "empty file"}, {testing::TempDir(), "Is a directory"},
     };
     for (const auto& [path, reason] : cases) {
         std::string error;

@@ -22,11 +22,8 @@ std::string Bytes(const char* data, size_t size) {
 
 TEST(TextEncoding, Base64) {
     const Case cases[] = {
-        {"empty", "", ""},
-        {"one byte pads twice", "f", "Zg=="},
-        {"two bytes pad once", "fo", "Zm8="},
-        {"three bytes no padding", "foo", "Zm9v"},
-        {"six bytes", "foobar", "Zm9vYmFy"},
+        {"empty", "", ""}, {"one byte pads twice", "f", "Zg=="}, {"two bytes pad once", "fo", "Zm8="},
+        {"three bytes no padding", "foo", "Zm9v"}, {"six bytes", "foobar", "Zm9vYmFy"},
         {"NUL and high bytes", Bytes("\0\xff\x80", 3), "AP+A"},
         {"CR LF and NUL", Bytes("A\r\n\0", 4), "QQ0KAA=="},
         {"last two alphabet letters", Bytes("\xfb\xff", 2), "+/8="},
@@ -68,12 +65,10 @@ TEST(TextEncoding, JsonStringOfUtf8Text) {
 TEST(TextEncoding, CsvField) {
     const Case cases[] = {
         {"plain stays bare", "qrcode-plain.png", "qrcode-plain.png"},
-        {"empty stays empty", "", ""},
-        {"comma", "a,b", "\"a,b\""},
+        {"empty stays empty", "", ""}, {"comma", "a,b", "\"a,b\""},
         {"quotes doubled", "say \"hi\"", "\"say \"\"hi\"\"\""},
         {"CR LF kept inside quotes", "a\r\nb", "\"a\r\nb\""},
-        {"leading space", " a", "\" a\""},
-        {"trailing space", "a ", "\"a \""},
+        {"leading space", " a", "\" a\""}, {"trailing space", "a ", "\"a \""},
     };
     for (const Case& c : cases) {
         EXPECT_EQ(TextEncoding::CsvField(c.input), c.expected) << c.name;
@@ -82,8 +77,7 @@ TEST(TextEncoding, CsvField) {
 
 TEST(TextEncoding, TableTextKeepsOneLine) {
     const Case latin1[] = {
-        {"line ends", "a\r\nb", "a\\r\\nb"},
-        {"NUL and tab", Bytes("a\0\tb", 4), "a\\0\\tb"},
+        {"line ends", "a\r\nb", "a\\r\\nb"}, {"NUL and tab", Bytes("a\0\tb", 4), "a\\0\\tb"},
         {"record separator and DEL", "\x1e\x7f", "\\x1E\\x7F"},
         {"Latin-1 letters as UTF-8", "Gr\xfc\xdf" "e", "Gr\xc3\xbc\xc3\x9f" "e"},
     };

@@ -152,8 +152,7 @@ TEST(HexLayout, ScrollBarRangePagePosition) {
         int32_t lastRow, page, position, lastPageTop;
     };
     const Case cases[] = {{100, 0, false, 6, 8, 0, 0},
-                          {120, 0, false, 7, 7, 0, 15},
-                          {121, 15, true, 8, 7, 1, 30},
+                          {120, 0, false, 7, 7, 0, 15}, {121, 15, true, 8, 7, 1, 30},
                           {200, 30, true, 13, 7, 2, 105},
                           {0, 0, false, 0, 0, 0, 0}};
     for (const Case& c : cases) {

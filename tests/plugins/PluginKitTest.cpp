@@ -24,15 +24,13 @@ struct TypeCase {
 
 TEST(PayloadType, ClassifiesByContent) {
     const TypeCase cases[] = {
-        {"empty", "", 0, ZYR_DATA_ASCII},
-        {"printable", "HELLO 123", 0, ZYR_DATA_ASCII},
+        {"empty", "", 0, ZYR_DATA_ASCII}, {"printable", "HELLO 123", 0, ZYR_DATA_ASCII},
         {"licence separators", "@\n\x1e\rANSI 636014", 0, ZYR_DATA_ASCII},
         {"GS1 group separator", "0101234\x1d" "10ABC", 0, ZYR_DATA_ASCII},
         {"Latin-1 letters", "Gr\xfc\xdf" "e", 0, ZYR_DATA_TEXT8},
         {"NUL byte", std::string("A\0B", 3), 0, ZYR_DATA_BINARY},
         {"C1 control byte", "A\x85" "B", 0, ZYR_DATA_BINARY},
-        {"DEL", "A\x7f", 0, ZYR_DATA_BINARY},
-        {"bell", "A\x07", 0, ZYR_DATA_BINARY},
+        {"DEL", "A\x7f", 0, ZYR_DATA_BINARY}, {"bell", "A\x07", 0, ZYR_DATA_BINARY},
         {"text with an ECI", "HELLO", 26, ZYR_DATA_ECI_BYTES},
         {"binary with an ECI", std::string("\0\1", 2), 899, ZYR_DATA_ECI_BYTES},
     };
@@ -51,8 +49,7 @@ TEST(EciDesignators, ReadsEveryDesignatorInOrder) {
         bool highBytesBefore;
     };
     const Case cases[] = {
-        {"no designator", "]Q1HELLO", {}, false},
-        {"UTF-8", "]Q2\\000026Gr\xc3\xbc", {26}, false},
+        {"no designator", "]Q1HELLO", {}, false}, {"UTF-8", "]Q2\\000026Gr\xc3\xbc", {26}, false},
         {"switching part-way", "]L1\\000003AB\\000026CD", {3, 26}, false},
         {"8-bit text before the first", "]d4Gr\xfc\\000020\x82\xa0", {20}, true},
         {"doubled backslash is data", "]Q2AB\\\\000020CD\\000026", {26}, false},
