@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -105,31 +106,22 @@ TEST(KVPointerListTest, RemoveAtShiftsAndRejectsOutsideItems) {
     KVPointerList list;
     Filled(list, {1, 2, 3, 4, 5});
     EXPECT_EQ(list.RemoveAt(1), P(2));
+    EXPECT_EQ(std::make_tuple(list.GetAt(4), list.RemoveAt(4), list.RemoveAt(-1)), std::make_tuple(nullptr, nullptr, nullptr));
     EXPECT_EQ(Ids(list), (std::vector<int>{1, 3, 4, 5}));
-    EXPECT_EQ(list.GetAt(4), nullptr);
-    EXPECT_EQ(list.RemoveAt(4), nullptr);
-    EXPECT_EQ(list.RemoveAt(-1), nullptr);
-    EXPECT_EQ(list.GetCount(), 4);
 }
 
 TEST(KVPointerListTest, SetCapacityKeepsPrefixAndClearRestarts) {
     KVPointerList list;
     Filled(list, {1, 2, 3, 4, 5});
     list.SetCapacity(3);
-    EXPECT_EQ(Ids(list), (std::vector<int>{1, 2, 3}));
-    EXPECT_EQ(list.GetAt(3), nullptr);
+    EXPECT_EQ(std::make_pair(Ids(list), list.GetAt(3)), std::make_pair(std::vector<int>{1, 2, 3}, static_cast<void*>(nullptr)));
     list.SetCapacity(10);
-    EXPECT_EQ(list.GetCapacity(), 10);
-    EXPECT_EQ(list.GetAt(9), nullptr);
-    EXPECT_EQ(Ids(list), (std::vector<int>{1, 2, 3}));
+    EXPECT_EQ(std::make_tuple(Ids(list), list.GetCapacity(), list.GetAt(9)), std::make_tuple(std::vector<int>{1, 2, 3}, 10, static_cast<void*>(nullptr)));
     list.SetCapacity(0);
-    EXPECT_EQ(list.GetCount(), 0);
-    EXPECT_EQ(list.GetAt(0), nullptr);
-
+    EXPECT_EQ(std::make_pair(list.GetCount(), list.GetAt(0)), std::make_pair(0, static_cast<void*>(nullptr)));
     Filled(list, {1, 2, 3, 4, 5, 6, 7, 8, 9});
     list.Clear();
-    EXPECT_EQ(list.GetCount(), 0);
-    EXPECT_EQ(list.GetCapacity(), 0);
+    EXPECT_EQ(std::make_pair(list.GetCount(), list.GetCapacity()), std::make_pair(0, 0));
     EXPECT_EQ(list.Add(P(7)), 0);
     EXPECT_EQ(list.GetCapacity(), 4);
 }
@@ -150,15 +142,13 @@ TEST(KVObjectPointerListTest, TypedAccessAndHolderDeletesItems) {
     list->Add(b);
     EXPECT_EQ(list->GetAt(1), b);
     EXPECT_EQ(list->Remove(a), 0);
-    EXPECT_EQ(list->GetAt(0), b);
-    EXPECT_EQ(deaths, 0); // removing never deletes
+    EXPECT_EQ(std::make_pair(list->GetAt(0), deaths), std::make_pair(b, 0)) << "removing never deletes";
     delete a;
 
     // Clear through the base: the virtual override runs and frees only the array.
     KVPointerList* base = list.get();
     base->Clear();
-    EXPECT_EQ(list->GetCount(), 0);
-    EXPECT_EQ(deaths, 1);
+    EXPECT_EQ(std::make_pair(list->GetCount(), deaths), std::make_pair(0, 1));
     delete b;
     EXPECT_EQ(deaths, 2);
 

@@ -16,34 +16,29 @@ struct MadeCase {
     std::string expected;
 };
 
-
 TEST(StringBuffer, ConstructionGivesExactBytesInExactBuffer) {
     const MadeCase cases[] = {
-        MadeCase{"Default", [] { return StringBuffer(); }, ""},
-        MadeCase{"CString", [] { return StringBuffer("abc"); }, "abc"},
-        MadeCase{"NullCString", [] { return StringBuffer(static_cast<const char*>(nullptr)); }, ""},
-        MadeCase{"CountDropsTrailingNul", [] { return StringBuffer("abc", 4); }, "abc"},
-        MadeCase{"CountShorterThanText", [] { return StringBuffer("abcdef", 2); }, "ab"},
-        MadeCase{"CountZero", [] { return StringBuffer("abc", 0); }, ""},
-        MadeCase{"CountNegative", [] { return StringBuffer("abc", -5); }, ""},
-        MadeCase{"CountKeepsEmbeddedNul", [] { return StringBuffer("a\0b", 3); }, "a\0b"s},
-        MadeCase{"CountDropsOnlyLastNul", [] { return StringBuffer("a\0\0", 3); }, "a\0"s},
-        MadeCase{"Wide", [] { return StringBuffer(L"abc"); }, "abc"},
-        MadeCase{"WideKeepsLowByte", [] { return StringBuffer(L"\u0141\u00e9"); }, "\x41\xe9"},
-        MadeCase{"WideCountDropsTrailingNul", [] { return StringBuffer(L"ab", 3); }, "ab"},
-        MadeCase{"UnsignedLong", [] { return StringBuffer(4294967295ul); }, "4294967295"},
-        MadeCase{"IntNegative", [] { return StringBuffer(-42); }, "-42"},
-        MadeCase{"IntMin", [] { return StringBuffer(-2147483647 - 1); }, "-2147483648"},
-        MadeCase{"UnsignedIntMax", [] { return StringBuffer(4294967295u); }, "-1"},
-        MadeCase{"UnsignedIntHighBit", [] { return StringBuffer(2147483648u); }, "-2147483648"},
-        MadeCase{"UnsignedIntBelowHighBit", [] { return StringBuffer(2147483647u); }, "2147483647"},
-        MadeCase{"Char", [] { return StringBuffer('x'); }, "x"},
-        MadeCase{"CharNul", [] { return StringBuffer('\0'); }, ""},
-        MadeCase{"Float", [] { return StringBuffer(1.5f); }, "1.500000"},
-        MadeCase{"FloatLargest", [] { return StringBuffer(3.40282347e38f); },
+        {"Default", [] { return StringBuffer(); }, ""},
+        {"NullCString", [] { return StringBuffer(static_cast<const char*>(nullptr)); }, ""},
+        {"CountDropsTrailingNul", [] { return StringBuffer("abc", 4); }, "abc"},
+        {"CountShorterThanText", [] { return StringBuffer("abcdef", 2); }, "ab"},
+        {"CountZero", [] { return StringBuffer("abc", 0); }, ""},
+        {"CountNegative", [] { return StringBuffer("abc", -5); }, ""},
+        {"CountKeepsEmbeddedNul", [] { return StringBuffer("a\0b", 3); }, "a\0b"s},
+        {"CountDropsOnlyLastNul", [] { return StringBuffer("a\0\0", 3); }, "a\0"s},
+        {"WideKeepsLowByte", [] { return StringBuffer(L"\u0141\u00e9"); }, "\x41\xe9"},
+        {"WideCountDropsTrailingNul", [] { return StringBuffer(L"ab", 3); }, "ab"},
+        {"UnsignedLong", [] { return StringBuffer(4294967295ul); }, "4294967295"},
+        {"IntMin", [] { return StringBuffer(-2147483647 - 1); }, "-2147483648"},
+        {"UnsignedIntMax", [] { return StringBuffer(4294967295u); }, "-1"},
+        {"UnsignedIntHighBit", [] { return StringBuffer(2147483648u); }, "-2147483648"},
+        {"UnsignedIntBelowHighBit", [] { return StringBuffer(2147483647u); }, "2147483647"},
+        {"CharNul", [] { return StringBuffer('\0'); }, ""},
+        {"Float", [] { return StringBuffer(1.5f); }, "1.500000"},
+        {"FloatLargest", [] { return StringBuffer(3.40282347e38f); },
                  "340282346638528859811704183484516925440.000000"},
-        MadeCase{"CopyKeepsEmbeddedNul", [] { return StringBuffer(StringBuffer("x\0y", 3)); }, "x\0y"s},
-        MadeCase{"FormatMeasuresExactly", [] { return StringBuffer::Formatf("%s-%05d", "ab", 42); },
+        {"CopyKeepsEmbeddedNul", [] { return StringBuffer(StringBuffer("x\0y", 3)); }, "x\0y"s},
+        {"FormatMeasuresExactly", [] { return StringBuffer::Formatf("%s-%05d", "ab", 42); },
                  "ab-00042"}};
     for (const MadeCase& c : cases) {
         SCOPED_TRACE(c.name);
@@ -52,7 +47,6 @@ TEST(StringBuffer, ConstructionGivesExactBytesInExactBuffer) {
         EXPECT_TRUE(HasExactBuffer(s));
     }
 }
-
 
 // SubString into an out-parameter that starts as "keep".
 StringBuffer IntoOut(const StringBuffer& s, uint32_t start, uint32_t count) {
@@ -70,42 +64,36 @@ struct EditCase {
 
 TEST(StringBuffer, EditingKeepsExactBuffer) {
     const EditCase cases[] = {
-        EditCase{"AppendCounted", "ab", [](StringBuffer& s) { s.append("cdef", 2); }, "abcd"},
-        EditCase{"AppendCountedDropsNul", "ab", [](StringBuffer& s) { s.append("cd", 3); }, "abcd"},
-        EditCase{"AppendNull", "ab", [](StringBuffer& s) { s.append(static_cast<const char*>(nullptr)); }, "ab"},
-        EditCase{"AppendSelf", "ab", [](StringBuffer& s) { s.append(&s); }, "abab"},
-        EditCase{"AppendOtherWithNul", "a", [](StringBuffer& s) { const StringBuffer o("b\0c", 3); s.append(&o); }, "ab\0c"s},
-        EditCase{"ShiftStopsAtNul", "a",
+        {"AppendCountedDropsNul", "ab", [](StringBuffer& s) { s.append("cd", 3); }, "abcd"},
+        {"AppendNull", "ab", [](StringBuffer& s) { s.append(static_cast<const char*>(nullptr)); }, "ab"},
+        {"AppendSelf", "ab", [](StringBuffer& s) { s.append(&s); }, "abab"},
+        {"AppendOtherWithNul", "a", [](StringBuffer& s) { const StringBuffer o("b\0c", 3); s.append(&o); }, "ab\0c"s},
+        {"ShiftStopsAtNul", "a",
                  [](StringBuffer& s) { s << StringBuffer("b\0c", 3) << "d" << -7; }, "abd-7"},
-        EditCase{"NOfCharIncludingNul", "a", [](StringBuffer& s) { s.appendNOfChar(3, 0); }, "a\0\0\0"s},
-        EditCase{"PlusEqualsNulAddsNothing", "ab", [](StringBuffer& s) { s += '\0'; }, "ab"},
-        EditCase{"PlusNulAddsByte", "abc", [](StringBuffer& s) { s = s + '\0'; }, "abc\0"s},
-        EditCase{"FreePlus", "b", [](StringBuffer& s) { s = "a" + s; }, "ab"},
-        EditCase{"InsertMiddle", "ad", [](StringBuffer& s) { s.insert(1, "bc", 2); }, "abcd"},
-        EditCase{"InsertFront", "cd", [](StringBuffer& s) { s.insert(0, "ab", 3); }, "abcd"},
-        EditCase{"InsertPastEndIgnored", "ab", [](StringBuffer& s) { s.insert(3, "c", 1); }, "ab"},
-        EditCase{"InsertFromSelf", "abc", [](StringBuffer& s) { s.insert(1, s.str(), 2); }, "aabbc"},
-        EditCase{"EraseMiddle", "abcdef", [](StringBuffer& s) { s.erase(1, 2); }, "adef"},
-        EditCase{"EraseCountPastEndStops", "abcdef", [](StringBuffer& s) { s.erase(4, 99); }, "abcd"},
-        EditCase{"ErasePosAtLength", "abc", [](StringBuffer& s) { s.erase(3, 1); }, "abc"},
-        EditCase{"EraseNegativePos", "abc", [](StringBuffer& s) { s.erase(-1, 1); }, "abc"},
-        EditCase{"ReplaceMiddle", "a--b--c", [](StringBuffer& s) { s.replace_first_of("--", "+"); }, "a+b--c"},
-        EditCase{"ReplaceAtEnd", "abcX", [](StringBuffer& s) { s.replace_first_of("X", "Y"); }, "abcY"},
-        EditCase{"ReplaceWithEmpty", "abc", [](StringBuffer& s) { s.replace_first_of("b", ""); }, "ac"},
-        EditCase{"ReplaceMissing", "abc", [](StringBuffer& s) { s.replace_first_of("q", "z"); }, "abc"},
-        EditCase{"ReplaceWhole", "abc", [](StringBuffer& s) { s.replace_first_of("abc", "z"); }, "z"},
-        EditCase{"AssignSameLengthCounted", "xyz", [](StringBuffer& s) { s.assign("abc", 4); }, "abc"},
-        EditCase{"AssignShorter", "xyz", [](StringBuffer& s) { s.assign("ab", 2); }, "ab"},
-        EditCase{"AssignNullCString", "xyz", [](StringBuffer& s) { s = static_cast<const char*>(nullptr); }, ""},
-        EditCase{"AssignNulChar", "xyz", [](StringBuffer& s) { s = '\0'; }, ""},
-        EditCase{"SelfAssign", "xyz", [](StringBuffer& s) { s = *&s; }, "xyz"},
-        EditCase{"FormatReplaces", "old", [](StringBuffer& s) { s.Format("%d/%s", 7, "x"); }, "7/x"},
-        EditCase{"FormatFromOwnText", "old", [](StringBuffer& s) { s.Format("[%s]", s.str()); }, "[old]"},
-        EditCase{"SetCharOutsideIgnored", "abc", [](StringBuffer& s) { s.setChar(3, 'X'); }, "abc"},
-        EditCase{"SubStringIntoOut", "abcdef", [](StringBuffer& s) { s = IntoOut(s, 2, 3); }, "cde"},
-        EditCase{"SubStringPastEndLeavesOut", "abc", [](StringBuffer& s) { s = IntoOut(s, 3, 1); }, "keep"},
-        EditCase{"SubStringCutAtEnd", "abcdef", [](StringBuffer& s) { s = s.SubString(4, 0xFFFFFFFFu); }, "ef"},
-        EditCase{"Clear", "abc", [](StringBuffer& s) { s.clear(); }, ""}};
+        {"NOfCharIncludingNul", "a", [](StringBuffer& s) { s.appendNOfChar(3, 0); }, "a\0\0\0"s},
+        {"PlusEqualsNulAddsNothing", "ab", [](StringBuffer& s) { s += '\0'; }, "ab"},
+        {"PlusNulAddsByte", "abc", [](StringBuffer& s) { s = s + '\0'; }, "abc\0"s},
+        {"InsertMiddle", "ad", [](StringBuffer& s) { s.insert(1, "bc", 2); }, "abcd"},
+        {"InsertPastEndIgnored", "ab", [](StringBuffer& s) { s.insert(3, "c", 1); }, "ab"},
+        {"InsertFromSelf", "abc", [](StringBuffer& s) { s.insert(1, s.str(), 2); }, "aabbc"},
+        {"EraseMiddle", "abcdef", [](StringBuffer& s) { s.erase(1, 2); }, "adef"},
+        {"EraseCountPastEndStops", "abcdef", [](StringBuffer& s) { s.erase(4, 99); }, "abcd"},
+        {"ErasePosAtLength", "abc", [](StringBuffer& s) { s.erase(3, 1); }, "abc"},
+        {"EraseNegativePos", "abc", [](StringBuffer& s) { s.erase(-1, 1); }, "abc"},
+        {"ReplaceMiddle", "a--b--c", [](StringBuffer& s) { s.replace_first_of("--", "+"); }, "a+b--c"},
+        {"ReplaceAtEnd", "abcX", [](StringBuffer& s) { s.replace_first_of("X", "Y"); }, "abcY"},
+        {"ReplaceMissing", "abc", [](StringBuffer& s) { s.replace_first_of("q", "z"); }, "abc"},
+        {"ReplaceWhole", "abc", [](StringBuffer& s) { s.replace_first_of("abc", "z"); }, "z"},
+        {"AssignSameLengthCounted", "xyz", [](StringBuffer& s) { s.assign("abc", 4); }, "abc"},
+        {"AssignNullCString", "xyz", [](StringBuffer& s) { s = static_cast<const char*>(nullptr); }, ""},
+        {"AssignNulChar", "xyz", [](StringBuffer& s) { s = '\0'; }, ""},
+        {"SelfAssign", "xyz", [](StringBuffer& s) { s = *&s; }, "xyz"},
+        {"FormatFromOwnText", "old", [](StringBuffer& s) { s.Format("[%s]", s.str()); }, "[old]"},
+        {"SetCharOutsideIgnored", "abc", [](StringBuffer& s) { s.setChar(3, 'X'); }, "abc"},
+        {"SubStringIntoOut", "abcdef", [](StringBuffer& s) { s = IntoOut(s, 2, 3); }, "cde"},
+        {"SubStringPastEndLeavesOut", "abc", [](StringBuffer& s) { s = IntoOut(s, 3, 1); }, "keep"},
+        {"SubStringCutAtEnd", "abcdef", [](StringBuffer& s) { s = s.SubString(4, 0xFFFFFFFFu); }, "ef"},
+        {"Clear", "abc", [](StringBuffer& s) { s.clear(); }, ""}};
     for (const EditCase& c : cases) {
         SCOPED_TRACE(c.name);
         StringBuffer s(c.start.data(), static_cast<int32_t>(c.start.size()));
@@ -114,7 +102,6 @@ TEST(StringBuffer, EditingKeepsExactBuffer) {
         EXPECT_TRUE(HasExactBuffer(s));
     }
 }
-
 
 struct TrimCase {
     std::string input;
@@ -167,7 +154,6 @@ public:
     using StringBuffer::stringIsInteger;
 };
 
-
 TEST(StringBufferSearch, SubstringPositions) {
     struct Case {
         std::string text;
@@ -196,7 +182,6 @@ TEST(StringBufferSearch, SubstringPositions) {
     const StringBuffer abc("abc");
     EXPECT_EQ(std::string({abc[0], abc[2], abc[3], abc[100], abc[-1]}), "ac\0\0\0"s) << "bytes outside read as NUL";
 }
-
 
 TEST(StringBufferCompare, OrderEqualityAndStartsWith) {
     struct Case {
@@ -240,7 +225,6 @@ TEST(StringBufferCompare, EqualsCString) {
     EXPECT_TRUE(StringBuffer() == static_cast<const char*>(nullptr));
 }
 
-
 TEST(StringBufferNumbers, IntegerTextAndConversion) {
     struct Case {
         const char* text;
@@ -273,7 +257,6 @@ TEST(StringBufferNumbers, IntegerTextAndConversion) {
     }
     EXPECT_EQ((StringBuffer("1") + '\0' + '2').toIntDef(-3), -3) << "an embedded NUL is no digit";
 }
-
 
 TEST(StringBufferShared, SubstrReusesOneObjectAndKeepsItOnBadStart) {
     const StringBuffer text("abcdef");
