@@ -123,26 +123,6 @@ TEST(HexEditor, EditingReshapesBufferAndClampsCaret) {
     EXPECT_EQ(editor.Length(), 4);
 }
 
-TEST(HexEditor, ScrollingMovesCaretWithTopAndStopsAtLimits) {
-    HexEditor editor;
-    Prepare(editor, Counting(kLength));
-    editor.SetCaretFromHit({1, HexModeHigh, {}});
-    editor.ScrollLineUp();
-    EXPECT_EQ(editor.Top(), 0);
-    editor.ScrollPageDown();
-    EXPECT_EQ(editor.Top(), 8) << "a page would pass the last page";
-    EXPECT_EQ(editor.CaretPosition(), 9);
-    editor.ScrollLineDown();
-    EXPECT_EQ(editor.Top(), 8) << "top < length - visible rows x bytes per row fails at 8";
-    editor.ScrollPageUp();
-    EXPECT_EQ(editor.Top(), 0);
-    editor.ScrollToRow(1);
-    EXPECT_EQ(editor.Top(), 4);
-    EXPECT_EQ(editor.CaretPosition(), 5);
-    editor.ScrollToRow(50);
-    EXPECT_EQ(editor.Top(), 8);
-}
-
 TEST(HexEditor, ShrinkingBufferPullsTopBackOntoData) {
     HexEditor editor;
     Prepare(editor, Counting(kLength));
