@@ -5,7 +5,6 @@
 #include <QJsonDocument>
 #include <QProcess>
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -128,18 +127,6 @@ std::string SamplePath(const std::string& fileName) {
 }
 std::string PluginDir() {
     return GLYPHOR_PLUGIN_DIR;
-}
-
-std::vector<std::string> SampleImageNames() {
-    std::vector<std::string> names;
-    for (const auto& entry : fs::recursive_directory_iterator(SamplesDir())) {
-        const std::string extension = entry.path().extension().string();
-        if (entry.is_regular_file() && (extension == ".png" || extension == ".jpg" || extension == ".bmp")) {
-            names.push_back(entry.path().lexically_relative(SamplesDir()).generic_string());
-        }
-    }
-    std::sort(names.begin(), names.end());
-    return names;
 }
 
 } // namespace batchtest

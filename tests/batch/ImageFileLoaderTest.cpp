@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <fstream>
 #include <functional>
+#include <tuple>
 
 namespace {
 
@@ -49,12 +50,9 @@ TEST(ImageFileLoader, GivesTheFilesPixelsGreyOrRgb) {
         std::string error;
         const std::shared_ptr<const ZyrImage> image = ImageFileLoader::Load(path, error);
         ASSERT_NE(image, nullptr) << c.file << ": " << error;
-        EXPECT_EQ(image->Width, 3) << c.file;
-        EXPECT_EQ(image->Height, 2) << c.file;
-        EXPECT_EQ(image->PixelFormat, c.format) << c.file;
-        ASSERT_EQ(image->Stride, 3 * c.channels) << c.file;
-        EXPECT_EQ(std::vector<uint8_t>(image->Pixels, image->Pixels + 6 * c.channels), written.pixels)
-            << c.file;
+        ASSERT_EQ(std::make_tuple(image->Width, image->Height, image->PixelFormat, image->Stride),
+                  std::make_tuple(3, 2, c.format, 3 * c.channels)) << c.file;
+        EXPECT_EQ(std::vector<uint8_t>(image->Pixels, image->Pixels + 6 * c.channels), written.pixels) << c.file;
         std::remove(path.c_str());
     }
 }
@@ -62,18 +60,15 @@ TEST(ImageFileLoader, GivesTheFilesPixelsGreyOrRgb) {
 TEST(ImageFileLoader, UnreadableFilesGiveAReason) {
     std::ofstream(TempPath("empty.png")).close();
     std::ofstream(TempPath("junk.png"), std::ios::binary) << "not an image at all";
-    const std::pair<std::string, std::string> cases[] = {
-        {TempPath("missing.png"), "No such file or directory"},
-        {TempPath("empty.png"), "empty file"}, {testing::TempDir(), "Is a directory"},
-    };
+    const std::pair<std::string, std::string> cases[] = {{TempPath("missing.png"), "No such file or directory"},
+                                                         {TempPath("empty.png"), "empty file"},
+                                                         {testing::TempDir(), "Is a directory"},
+                                                         {TempPath("junk.png"), ""}}; // the codec's own words
     for (const auto& [path, reason] : cases) {
         std::string error;
         EXPECT_EQ(ImageFileLoader::Load(path, error), nullptr) << path;
-        EXPECT_EQ(error, reason) << path;
+        EXPECT_TRUE(reason.empty() ? !error.empty() : error == reason) << path << ": " << error;
     }
-    std::string error;
-    EXPECT_EQ(ImageFileLoader::Load(TempPath("junk.png"), error), nullptr);
-    EXPECT_FALSE(error.empty());
     std::remove(TempPath("empty.png").c_str());
     std::remove(TempPath("junk.png").c_str());
 }
