@@ -78,32 +78,4 @@ TEST(ExpectationCheck, Verdicts) {
     }
 }
 
-TEST(ExpectationCheck, ReadsTheTextFileBesideTheImage) {
-    const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / "expectation-read";
-    std::filesystem::create_directories(folder);
-    std::ofstream((folder / "card.front.txt").string(), std::ios::binary) << std::string("A\0\r\nB", 5);
-    const std::string image = (folder / "card.front.png").string();
-    EXPECT_EQ(ExpectationCheck::ExpectedPath(image), (folder / "card.front.txt").string());
-    EXPECT_EQ(ExpectationCheck::ReadExpected(image), std::string("A\0\r\nB", 5));
-    EXPECT_EQ(ExpectationCheck::ReadExpected((folder / "other.png").string()), std::nullopt);
-}
-
-TEST(ExpectationSummary, CountsPerPluginInFirstSeenOrderAndAlignsTheTable) {
-    ExpectationSummary summary;
-    summary.Add("ZXing", Verdict::Pass);
-    summary.Add("QRCode", Verdict::Miss);
-    summary.Add("ZXing", Verdict::Misread);
-    summary.Add("ZXing", Verdict::Pass);
-    summary.Add("QRCode", Verdict::Unchecked);
-    ASSERT_EQ(summary.PerPlugin().size(), 2u); // the JSON output reads the counts, the table shows them
-    EXPECT_EQ(summary.PerPlugin()[1].unchecked, 1);
-    const std::vector<std::string> expected = {
-        "Expected results:",
-        "Plugin   Passed  Misread   Missed    No .txt",
-        "ZXing         2        1        0          0",
-        "QRCode        0        0        1          1",
-    };
-    EXPECT_EQ(summary.TableLines(), expected);
-}
-
 } // namespace

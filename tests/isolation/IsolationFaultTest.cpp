@@ -139,19 +139,4 @@ TEST_F(IsolatedFaults, AHostKilledWhileIdleIsReplacedWithoutAFailedDecode) {
     EXPECT_NE(onlyHost(), host);
 }
 
-TEST_F(IsolatedFaults, TheLogSaysHowTheHostEnded) {
-    const std::string log = testing::TempDir() + "isolation.log";
-    std::remove(log.c_str());
-    ASSERT_EQ(ZyrReader_InitialiseLogging(true, 3, ZYR_LOG_ALL, log.c_str()), ZYR_OK);
-    EXPECT_EQ(decode(handle_, TestImage(8, 8, ZYR_PIXEL_GREY8, Abort, 1).image()).result,
-              ZYR_ERR_PLUGIN_CRASHED);
-    EXPECT_EQ(decode(handle_, TestImage(8, 8, ZYR_PIXEL_GREY8, Hang, 2).image()).result,
-              ZYR_ERR_PLUGIN_TIMEOUT);
-    ZyrReader_InitialiseLogging(false, 0, 0, nullptr);
-    std::stringstream text;
-    text << std::ifstream(log).rdbuf();
-    for (const std::string& says : {"killed by signal " + std::to_string(SIGABRT), std::string("time limit of 2000 ms")})
-        EXPECT_NE(text.str().find(says), std::string::npos) << text.str();
-}
-
 } // namespace

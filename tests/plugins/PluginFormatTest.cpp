@@ -167,36 +167,3 @@ INSTANTIATE_TEST_SUITE_P(Samples, SymbolOrientation,
                                            OrientationCase{"datamatrix-rotated", 17}));
 
 } // namespace
-
-namespace {
-
-// The licence samples decode to bytes the library's own AAMVA parser accepts, on both PDF417 readers.
-class LicenceData : public ::testing::TestWithParam<std::pair<const char*, const char*>> {
-protected:
-    void TearDown() override {
-        ZyrReader_ParseShutdown();
-        ZyrReader_DestroyCachedData();
-    }
-};
-
-TEST_P(LicenceData, DecodedBytesParseAsAamva) {
-    const uint64_t handle = loadPlugin(GetParam().first);
-    std::vector<SeenSymbol> seen = decodeSample(handle, GetParam().second);
-    ASSERT_EQ(seen.size(), 1u);
-    ASSERT_EQ(ZyrReader_ParseInitialise(), ZYR_OK);
-    AAMVARecord* record = nullptr;
-    ASSERT_EQ(ZyrReader_ParseAAMVA(reinterpret_cast<const uint8_t*>(seen[0].data.data()),
-                                   int32_t(seen[0].data.size()), &record, 0),
-              ZYR_OK);
-    ASSERT_NE(record, nullptr);
-    const int32_t items = record->DataItemCount; // packed: copy before binding a reference
-    EXPECT_GT(items, 5);
-    EXPECT_NE(record->LicenceNumber[0], '\0');
-    EXPECT_EQ(ZyrReader_DestroyCachedObject(record), ZYR_OK);
-}
-
-INSTANTIATE_TEST_SUITE_P(Samples, LicenceData,
-                         ::testing::Values(std::pair{"Pdf417", "aamva-pdf417"},
-                                           std::pair{"ZXing", "aamva-pdf417-document"}));
-
-} // namespace
