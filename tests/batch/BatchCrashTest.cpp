@@ -36,9 +36,7 @@ protected:
 };
 
 // What the plug-in reports for an 8x4 image of nines with this first pixel.
-std::string GoodText(int first) {
-    return "8x4 " + std::to_string(31 * 9 + first);
-}
+std::string GoodText(int first) { return "8x4 " + std::to_string(31 * 9 + first); }
 
 TEST_F(BatchCrashTest, CrashedAndTimedOutDecodesAreNamedInCsvAndJson) {
     fs::create_directories(m_dir / "images");

@@ -47,10 +47,7 @@ TEST(BatchOptions, AcceptedCommandLines) {
 }
 
 TEST(BatchOptions, RefusedCommandLines) {
-    struct Case {
-        Args args;
-        const char* error;
-    };
+    struct Case { Args args; const char* error; };
     const Case cases[] = {
         {{}, "no image files or folders given (see --help)"},
         {{"-p", "ZXing"}, "no image files or folders given (see --help)"},

@@ -26,9 +26,7 @@ protected:
     }
 };
 
-std::string Str(const QJsonValue& value) {
-    return value.toString().toStdString();
-}
+std::string Str(const QJsonValue& value) { return value.toString().toStdString(); }
 
 // As the run script does without a display: ./ZyrReader.ini read by default. Columns line up by
 // characters, also after a file name with a two-byte character.

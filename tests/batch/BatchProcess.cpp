@@ -110,14 +110,8 @@ void WriteFile(const std::string& path, const std::string& bytes) {
     std::ofstream(path, std::ios::binary) << bytes;
 }
 
-std::string SamplesDir() {
-    return GLYPHOR_SAMPLES_DIR;
-}
-std::string SamplePath(const std::string& fileName) {
-    return SamplesDir() + "/" + fileName;
-}
-std::string PluginDir() {
-    return GLYPHOR_PLUGIN_DIR;
-}
+std::string SamplesDir() { return GLYPHOR_SAMPLES_DIR; }
+std::string SamplePath(const std::string& fileName) { return SamplesDir() + "/" + fileName; }
+std::string PluginDir() { return GLYPHOR_PLUGIN_DIR; }
 
 } // namespace batchtest

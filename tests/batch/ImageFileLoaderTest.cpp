@@ -14,9 +14,7 @@ namespace {
 
 using glyphor::samples::RasterImage;
 
-std::string TempPath(const std::string& name) {
-    return testing::TempDir() + "loader-" + name;
-}
+std::string TempPath(const std::string& name) { return testing::TempDir() + "loader-" + name; }
 
 // 3 x 2 pixels, every byte different, so that a swapped channel or row shows.
 RasterImage Pattern(int channels) {

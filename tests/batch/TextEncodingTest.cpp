@@ -10,15 +10,9 @@
 
 namespace {
 
-struct Case {
-    const char* name;
-    std::string input;
-    std::string expected;
-};
+struct Case { const char* name; std::string input; std::string expected; };
 
-std::string Bytes(const char* data, size_t size) {
-    return std::string(data, size);
-}
+std::string Bytes(const char* data, size_t size) { return std::string(data, size); }
 
 TEST(TextEncoding, Base64) {
     const Case cases[] = {
@@ -99,12 +93,7 @@ TEST(TextEncoding, DisplayWidthCountsCharacters) {
 namespace {
 
 TEST(EciText, ConvertsTheCharacterSetAnEciNames) {
-    struct Case {
-        int32_t dataType;
-        int32_t eci;
-        std::string bytes;
-        std::optional<std::string> utf8;
-    };
+    struct Case { int32_t dataType; int32_t eci; std::string bytes; std::optional<std::string> utf8; };
     const std::string nihon = "\xe6\x97\xa5\xe6\x9c\xac";
     const Case cases[] = {
         {ZYR_DATA_ECI_BYTES, ZYR_ECI_SHIFT_JIS, "\x93\xfa\x96\x7b", nihon},

@@ -10,19 +10,11 @@ namespace {
 
 const std::vector<uint8_t> kData{'A', 'B', 0x01, 0xFF, 'x', 'y', 'z', 0x7F};
 
-std::vector<uint8_t> Bytes(const std::string& s) {
-    return std::vector<uint8_t>(s.begin(), s.end());
-}
+std::vector<uint8_t> Bytes(const std::string& s) { return std::vector<uint8_t>(s.begin(), s.end()); }
 
 // The character column copies start..end exclusive; every other column copies one byte more.
 TEST(HexClipboardFormat, CopiesExactBytesInBothFormats) {
-    struct Case {
-        const char* name;
-        int32_t start, end;
-        int mode;
-        std::vector<uint8_t> binary;
-        std::string text;
-    };
+    struct Case { const char* name; int32_t start, end; int mode; std::vector<uint8_t> binary; std::string text; };
     const Case cases[] = {{"CharacterForward", 1, 4, HexModeCharacter, Bytes("B\x01\xFF"), "B.."},
         {"CharacterReversed", 4, 1, HexModeCharacter, Bytes("B\x01\xFF"), "B.."},
         {"CharacterEmptyRange", 3, 3, HexModeCharacter, {}, ""},

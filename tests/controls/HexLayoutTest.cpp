@@ -115,14 +115,7 @@ TEST(HexLayout, HitTestFindsByteModeAndCaretPoint) {
 }
 
 TEST(HexLayout, CaretPointAndVisibility) {
-    struct Case {
-        const char* name;
-        int32_t position;
-        int mode;
-        int32_t top;
-        HexPoint point;
-        bool inClient;
-    };
+    struct Case { const char* name; int32_t position; int mode; int32_t top; HexPoint point; bool inClient; };
     const Case cases[] = {{"HighNibble", 0, HexModeHigh, 0, {63, 0}, true},
                           {"LowNibble", 0, HexModeLow, 0, {70, 0}, true},
                           {"Character", 16, HexModeCharacter, 0, {385, 14}, true},
@@ -146,11 +139,7 @@ TEST(HexLayout, CaretPointAndVisibility) {
 // 15 bytes per row, 7 rows in view (8 counted for 100 bytes); the bar comes alive only when the
 // last row index exceeds the rows in view.
 TEST(HexLayout, ScrollBarRangePagePosition) {
-    struct Case {
-        int32_t length, top;
-        bool enabled;
-        int32_t lastRow, page, position, lastPageTop;
-    };
+    struct Case { int32_t length, top; bool enabled; int32_t lastRow, page, position, lastPageTop; };
     const Case cases[] = {{100, 0, false, 6, 8, 0, 0},
                           {120, 0, false, 7, 7, 0, 15}, {121, 15, true, 8, 7, 1, 30},
                           {200, 30, true, 13, 7, 2, 105},

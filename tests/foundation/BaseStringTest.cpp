@@ -13,16 +13,10 @@ using KV::BaseString;
 using KV::BaseStringList;
 using String = BaseString<char>;
 
-std::string Text(const String& s) {
-    return std::string(s.GetBuffer(), static_cast<size_t>(s.Length()));
-}
+std::string Text(const String& s) { return std::string(s.GetBuffer(), static_cast<size_t>(s.Length())); }
 
 TEST(BaseStringTest, ReplaceResumesAfterInsertedText) {
-    struct Case {
-        std::string text, find, with;
-        int made;
-        std::string expected;
-    };
+    struct Case { std::string text, find, with; int made; std::string expected; };
     const std::vector<Case> cases = {
         {"a&b&c", "&", "&amp;", 2, "a&amp;b&amp;c"}, // the inserted "&" is not replaced again
         {"&&", "&", "&amp;", 2, "&amp;&amp;"}, {"&amp;lt;", "&amp;", "&", 1, "&lt;"},
@@ -66,10 +60,7 @@ TEST(BaseStringTest, FindSubStringAndEdits) {
 }
 
 TEST(BaseStringTest, CompareAndEquality) {
-    struct Case {
-        std::string a, b;
-        int compare;
-    };
+    struct Case { std::string a, b; int compare; };
     const std::vector<Case> cases = {
         {"a", "b", -1}, {"b", "a", 1},    {"ab", "abc", -1},      {"abc", "ab", 1},
         {"", "", 0},    {"\xe9", "z", 1}, {"a\0b"s, "a\0c"s, -1}, {"a\0"s, "a", 1},
@@ -97,11 +88,7 @@ TEST(BaseStringTest, WideUnitsWork) {
 }
 
 TEST(BaseStringListTest, SplitTreatsRunsOfSeparatorsAsOne) {
-    struct Case {
-        std::string text;
-        const char* separators;
-        std::vector<std::string> pieces;
-    };
+    struct Case { std::string text; const char* separators; std::vector<std::string> pieces; };
     const std::vector<Case> cases = {
         {"a\r\nb", "\r\n", {"a", "b"}}, {"\r\n\r\na\r\r\nb\n\n", "\r\n", {"a", "b"}}, {"one", "\r\n", {"one"}},
         {"", "\r\n", {}}, {"a b", "", {}}, {"\n\n", "\n", {}}, {"a\0b\nc"s, "\n", {"a\0b"s, "c"}},

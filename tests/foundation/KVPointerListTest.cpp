@@ -16,9 +16,7 @@ namespace {
 
 // Distinct addresses to store; the lists never dereference them.
 int slots[100];
-void* P(int i) {
-    return &slots[i];
-}
+void* P(int i) { return &slots[i]; }
 
 // Every list grows by one rule: 4, 8, 16, then steps of 16; from a capacity set by hand the step
 // depends on that capacity.
@@ -71,13 +69,7 @@ TEST(KVPointerListTest, AddReturnsIndexAcceptsNullAndGetAtIsBounded) {
 }
 
 TEST(KVPointerListTest, RemoveByIdentity) {
-    struct Case {
-        const char* name;
-        std::vector<int> start;
-        int remove;
-        int index;
-        std::vector<int> after;
-    };
+    struct Case { const char* name; std::vector<int> start; int remove; int index; std::vector<int> after; };
     const std::vector<Case> cases = {
         {"middle", {1, 2, 3}, 2, 1, {1, 3}}, {"first", {1, 2, 3}, 1, 0, {2, 3}},
         {"last", {1, 2, 3}, 3, 2, {1, 2}}, {"absent", {1, 2, 3}, 9, -1, {1, 2, 3}}, {"empty", {}, 1, -1, {}},

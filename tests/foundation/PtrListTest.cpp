@@ -13,13 +13,9 @@
 
 namespace {
 
-struct Item {
-    int key;
-};
+struct Item { int key; };
 
-int ByKey(Item* a, Item* b) {
-    return a->key < b->key ? -1 : (a->key > b->key ? 1 : 0);
-}
+int ByKey(Item* a, Item* b) { return a->key < b->key ? -1 : (a->key > b->key ? 1 : 0); }
 
 // Items live in a fixed array, so their addresses rise with their index.
 class PtrListTest : public ::testing::Test {

@@ -20,13 +20,9 @@ Lines LinesOf(const StringBufferList& list) {
     return lines;
 }
 
-StringBuffer Sb(const std::string& bytes) {
-    return StringBuffer(bytes.data(), static_cast<int32_t>(bytes.size()));
-}
+StringBuffer Sb(const std::string& bytes) { return StringBuffer(bytes.data(), static_cast<int32_t>(bytes.size())); }
 
-std::string SystemText(int error) {
-    return std::strerror(error);
-}
+std::string SystemText(int error) { return std::strerror(error); }
 
 // Runs f and returns the message of the StringBufferException it throws ("" when none).
 template <typename F> std::string ThrownMessage(F f) {
@@ -39,10 +35,7 @@ template <typename F> std::string ThrownMessage(F f) {
 }
 
 TEST(StringBufferListSplit, RunsOfSeparatorsCountAsOne) {
-    struct Case {
-        std::string text, separators;
-        Lines pieces;
-    };
+    struct Case { std::string text, separators; Lines pieces; };
     const std::vector<Case> cases = {
         {"a b c", " ", {"a", "b", "c"}}, {"  a   b  ", " ", {"a", "b"}}, {"a,;b;,c", ",;", {"a", "b", "c"}},
         {"a\r\n\r\nb\rc\n", "\r\n", {"a", "b", "c"}}, {"abc", "x", {"abc"}}, {",,,", ",", {}}, {"", ",", {}},
@@ -73,11 +66,7 @@ TEST(StringBufferListItems, MissingEntriesThrowWithTheirIndex) {
 }
 
 TEST(StringBufferListFiles, LoadSplitsAtCrAndLfAsASet) {
-    struct Case {
-        const char* name;
-        std::string bytes;
-        Lines lines;
-    };
+    struct Case { const char* name; std::string bytes; Lines lines; };
     const std::vector<Case> cases = {
         {"crlf and blank lines", "a\r\n\r\nb\nc", {"a", "b", "c"}},
         {"no final break", "one\r\ntwo", {"one", "two"}},
@@ -104,13 +93,7 @@ TEST(StringBufferListFiles, LoadSplitsAtCrAndLfAsASet) {
 }
 
 TEST(StringBufferListFiles, SaveEndsEveryLineWithCrLf) {
-    struct Case {
-        const char* name;
-        std::string existing;
-        Lines lines;
-        bool append;
-        std::string expected;
-    };
+    struct Case { const char* name; std::string existing; Lines lines; bool append; std::string expected; };
     const std::vector<Case> cases = {
         {"two lines", "", {"x", "y"}, false, "x\r\ny\r\n"},
         {"empty list writes nothing", "old", {}, false, ""},

@@ -104,10 +104,7 @@ TEST(StringBuffer, EditingKeepsExactBuffer) {
     }
 }
 
-struct TrimCase {
-    std::string input;
-    std::string trimmed, left, right;
-};
+struct TrimCase { std::string input; std::string trimmed, left, right; };
 
 TEST(StringBufferTrim, SpacesOnlyAndOrdinaryMeaning) {
     const std::vector<TrimCase> cases = {
@@ -129,11 +126,7 @@ TEST(StringBufferTrim, SpacesOnlyAndOrdinaryMeaning) {
 }
 
 TEST(StringBufferTrim, SetKeepsSpanBetweenSetCharacters) {
-    struct Case {
-        std::string input;
-        const char* set;
-        std::string expected;
-    };
+    struct Case { std::string input; const char* set; std::string expected; };
     const std::vector<Case> cases = {
         {"xxAyyBzz", "AB", "AyyB"}, {"xxAyyBzz", "Q", ""}, {"xxAyyBzz", "A", "A"}, {"AxxB", "AB", "AxxB"},
         {"  a  ", " ", "  a  "}, {"", "A", ""}, {"abc", "", ""},
@@ -156,13 +149,7 @@ public:
 };
 
 TEST(StringBufferSearch, SubstringPositions) {
-    struct Case {
-        std::string text;
-        const char* pattern;
-        uint32_t start;
-        int32_t first;
-        int32_t last;
-    };
+    struct Case { std::string text; const char* pattern; uint32_t start; int32_t first; int32_t last; };
     const std::vector<Case> cases = {
         {"abcabc", "b", 0, 1, 4},    {"abcabc", "bc", 0, 1, 4},
         {"abcabc", "b", 2, 4, 4},    {"abcabc", "q", 0, -1, -1},
@@ -184,13 +171,7 @@ TEST(StringBufferSearch, SubstringPositions) {
 }
 
 TEST(StringBufferCompare, OrderEqualityAndStartsWith) {
-    struct Case {
-        std::string a, b;
-        int compare;
-        int compareICSign;
-        bool equal;
-        bool startsWith;
-    };
+    struct Case { std::string a, b; int compare; int compareICSign; bool equal; bool startsWith; };
     const std::vector<Case> cases = {
         {"a", "b", -1, -1, false, false}, {"b", "a", 1, 1, false, false}, {"abc", "abc", 0, 0, true, true},
         {"\xe9", "z", 1, 1, false, false}, // bytes compare unsigned

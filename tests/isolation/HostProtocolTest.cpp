@@ -108,11 +108,7 @@ TEST(HostMessages, EachMessageDecodesBackWholeButNotCutShortOrPadded) {
 }
 
 TEST(HostMessages, DeclaredSizesPastTheLimitsAreRefusedBeforeAnyAllocation) {
-    struct Case {
-        const char* what;
-        std::vector<uint8_t> bytes;
-        bool refused;
-    };
+    struct Case { const char* what; std::vector<uint8_t> bytes; bool refused; };
     auto withWord = [](std::vector<uint8_t> bytes, size_t at, uint32_t word) {
         std::memcpy(bytes.data() + at, &word, sizeof word);
         return bytes;
@@ -154,12 +150,7 @@ std::pair<int, int> Sockets() {
 }
 
 TEST(FrameChannelStatus, WhatThePeerSendsDecidesTheStatus) {
-    struct Case {
-        const char* what;
-        std::vector<uint8_t> sent;
-        bool peerCloses;
-        FrameChannel::Status expected;
-    };
+    struct Case { const char* what; std::vector<uint8_t> sent; bool peerCloses; FrameChannel::Status expected; };
     const Case cases[] = {
         {"whole frame", frame(4, 3, 3), false, FrameChannel::Status::Ok},
         {"empty frame", frame(2, 0, 0), false, FrameChannel::Status::Ok},
@@ -200,12 +191,7 @@ TEST(FrameChannel, SendingToAClosedPeerIsClosedNotASignal) {
 }
 
 TEST(IsolationSettingsTest, HostSectionValues) {
-    struct Case {
-        const char* text;
-        bool ok;
-        bool isolated;
-        long long milliseconds;
-    };
+    struct Case { const char* text; bool ok; bool isolated; long long milliseconds; };
     const Case cases[] = {
         {"", true, true, 20000},
         {"[Decoder]\nIsolated=0\nTimeLimitSeconds=1\n", true, true, 20000}, // another section's keys

@@ -100,11 +100,7 @@ TEST_F(IsolationLifetime, AnInProcessPluginRunsInTheCallersProcess) {
     }
 }
 
-struct LoadCase {
-    const char* what;
-    std::string settings;
-    int32_t expected;
-};
+struct LoadCase { const char* what; std::string settings; int32_t expected; };
 
 TEST_F(IsolationLifetime, AFailedLoadLeavesNoHostBehind) {
     const LoadCase cases[] = {

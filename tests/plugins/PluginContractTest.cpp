@@ -122,10 +122,7 @@ TEST_P(PluginContract, SymbolsAreReleasedOnceAndTheRestEndWithDestroyCachedData)
 
 TEST_P(PluginContract, RefusesImagesItCannotRead) {
     uint8_t pixels[64] = {};
-    struct Bad {
-        const char* what;
-        ZyrImage image;
-    };
+    struct Bad { const char* what; ZyrImage image; };
     const Bad bad[] = {
         {"zero width", {0, 8, 8, ZYR_PIXEL_GREY8, pixels}},
         {"negative height", {8, -1, 8, ZYR_PIXEL_GREY8, pixels}},

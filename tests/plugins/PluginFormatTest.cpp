@@ -13,17 +13,9 @@ using namespace plugintest;
 
 namespace {
 
-struct FormatCase {
-    const char* plugin;
-    const char* sample;
-    int32_t symbology;
-    int32_t dataType;
-    int32_t eci;
-};
+struct FormatCase { const char* plugin; const char* sample; int32_t symbology; int32_t dataType; int32_t eci; };
 
-std::ostream& operator<<(std::ostream& out, const FormatCase& c) {
-    return out << c.plugin << " on " << c.sample;
-}
+std::ostream& operator<<(std::ostream& out, const FormatCase& c) { return out << c.plugin << " on " << c.sample; }
 
 // Short names for the table: symbologies, then data types; ECI numbers as they are.
 enum : int32_t {
@@ -112,13 +104,7 @@ TEST(PluginFormatMulti, TwoCopiesOfOneLinearSymbolBothComeBack) {
 
 // The decoder options that change what comes back, each against its default.
 TEST(PluginFormatOptions, AddOnsAndMixedCharacterSetsFollowTheSettings) {
-    struct Case {
-        const char* plugin;
-        const char* settings;
-        const char* sample;
-        std::string data;
-        int32_t eci;
-    };
+    struct Case { const char* plugin; const char* settings; const char* sample; std::string data; int32_t eci; };
     const Case cases[] = {
         {"ZXing", "[Decoder]\nEanAddOn=0\n", "ean13-addon2", "5901234123457", 0},
         {"ZBar", "[Decoder]\nEanAddOn=0\n", "ean13-addon2", "5901234123457", 0},
@@ -141,10 +127,7 @@ TEST(PluginFormatOptions, AddOnsAndMixedCharacterSetsFollowTheSettings) {
 }
 
 // Orientation comes from the corners the decoder reports: clockwise degrees of the top edge.
-struct OrientationCase {
-    const char* sample;
-    int32_t degrees;
-};
+struct OrientationCase { const char* sample; int32_t degrees; };
 
 class SymbolOrientation : public ::testing::TestWithParam<OrientationCase> {
 protected:

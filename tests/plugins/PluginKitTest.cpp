@@ -16,12 +16,7 @@
 
 namespace {
 
-struct TypeCase {
-    const char* what;
-    std::string bytes;
-    int32_t eci;
-    int32_t expected;
-};
+struct TypeCase { const char* what; std::string bytes; int32_t eci; int32_t expected; };
 
 TEST(PayloadType, ClassifiesByContent) {
     const TypeCase cases[] = {
@@ -43,12 +38,7 @@ TEST(PayloadType, ClassifiesByContent) {
 }
 
 TEST(EciDesignators, ReadsEveryDesignatorInOrder) {
-    struct Case {
-        const char* what;
-        std::string rendered;
-        std::vector<int32_t> values;
-        bool highBytesBefore;
-    };
+    struct Case { const char* what; std::string rendered; std::vector<int32_t> values; bool highBytesBefore; };
     const Case cases[] = {
         {"no designator", "]Q1HELLO", {}, false}, {"UTF-8", "]Q2\\000026Gr\xc3\xbc", {26}, false},
         {"switching part-way", "]L1\\000003AB\\000026CD", {3, 26}, false},
@@ -83,13 +73,7 @@ TEST(GuessTextEci, NamesTheLikelyCharacterSet) {
 }
 
 TEST(RetryPass, ParsesBinarizerTurnAndDownscale) {
-    struct Case {
-        const char* text;
-        bool ok;
-        ZXing::Binarizer binarizer;
-        double degrees;
-        bool downscale;
-    };
+    struct Case { const char* text; bool ok; ZXing::Binarizer binarizer; double degrees; bool downscale; };
     using B = ZXing::Binarizer;
     const Case cases[] = {
         {"GlobalHistogram", true, B::GlobalHistogram, 0, false},

@@ -17,12 +17,7 @@ std::string writeFile(const std::string& name, const std::string& text) {
     return path;
 }
 
-struct LoadFailure {
-    const char* what;
-    std::string library;
-    std::string settings;
-    int32_t expected;
-};
+struct LoadFailure { const char* what; std::string library; std::string settings; int32_t expected; };
 
 class PluginLoadFailure : public ::testing::Test {
 protected:

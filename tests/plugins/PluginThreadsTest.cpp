@@ -11,11 +11,7 @@ using namespace plugintest;
 namespace {
 
 TEST(PluginThreads, ConcurrentDecodesEachGetTheirOwnSymbols) {
-    struct Job {
-        const char* plugin;
-        const char* sample;
-        const char* payload;
-    };
+    struct Job { const char* plugin; const char* sample; const char* payload; };
     const Job jobs[] = {{"ZXing", "qrcode-plain", "GLYPHOR QR SAMPLE 42"},
                         {"Pdf417", "pdf417-plain", "GLYPHOR PDF417 SAMPLE 0001"},
                         {"ZBar", "code128-plain", "GLY-128-0042"},

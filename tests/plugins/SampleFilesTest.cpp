@@ -13,9 +13,7 @@ using namespace glyphor::samples;
 
 namespace {
 
-std::string samplesDir() {
-    return GLYPHOR_SAMPLES_DIR;
-}
+std::string samplesDir() { return GLYPHOR_SAMPLES_DIR; }
 
 TEST(SampleFiles, EveryImageAndItsExpectedContentsAreWritten) {
     for (const Sample& sample : sampleCatalogue()) {

@@ -18,9 +18,7 @@ std::string LoadAndDump(const TempFolder& folder, const std::string& bytes) {
     return Dump(ini);
 }
 
-void PrintTo(const ParseCase& c, std::ostream* os) {
-    *os << c.label;
-}
+void PrintTo(const ParseCase& c, std::ostream* os) { *os << c.label; }
 
 class IniParse : public ::testing::TestWithParam<ParseCase> {};
 

@@ -5,11 +5,7 @@
 
 namespace {
 
-struct TypedCase {
-    const char* value;
-    int asInt;
-    bool asBool;
-};
+struct TypedCase { const char* value; int asInt; bool asBool; };
 
 // Typed reads of a stored value: the integer read is lenient, the boolean one strict.
 TEST(IniTypedValues, ConvertStoredText) {

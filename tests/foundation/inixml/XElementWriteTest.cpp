@@ -110,10 +110,7 @@ TEST(XmlWrite, DocumentDeclarationAndDoctype) {
     EXPECT_EQ(Std(out), "<?xml version='1.0'?><!DOCTYPE Root SYSTEM \"root.dtd\"><Root />");
 }
 
-struct EscapeCase {
-    std::string raw;
-    std::string escaped;
-};
+struct EscapeCase { std::string raw; std::string escaped; };
 
 TEST(XmlEscaping, FiveEntitiesOnly) {
     const EscapeCase cases[] = {
