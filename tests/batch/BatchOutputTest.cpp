@@ -129,11 +129,9 @@ TEST_F(BatchOutputTest, JsonHasEveryRowAndSymbolWithExactBytes) {
         EXPECT_EQ(joined, data) << "the row's bytes are its symbols' bytes";
     }
     const auto rowOf = [&](const char* file, const char* plugin) {
-        for (const QJsonValue& value : rows) {
-            if (Str(value.toObject()["file"]) == file && Str(value.toObject()["plugin"]) == plugin) {
+        for (const QJsonValue& value : rows)
+            if (Str(value.toObject()["file"]) == file && Str(value.toObject()["plugin"]) == plugin)
                 return value.toObject();
-            }
-        }
         ADD_FAILURE() << "no row for " << file << " " << plugin;
         return QJsonObject();
     };
@@ -159,16 +157,14 @@ TEST_F(BatchOutputTest, JsonHasEveryRowAndSymbolWithExactBytes) {
     const QJsonObject statistics = document["statistics"].toObject();
     EXPECT_EQ(std::make_pair(statistics["imageCount"].toInt(-1), statistics["symbolsCount"].toInt(-1)),
               std::make_pair(6, symbols));
-    const QJsonArray expectations = document["expectations"].toArray();
-    ASSERT_EQ(expectations.size(), 2);
-    EXPECT_EQ(Str(expectations[0].toObject()["plugin"]), "QRCode");
     int judged = 0;
-    for (const QJsonValue& e : expectations) {
-        const QJsonObject counts = e.toObject();
-        judged += counts["passed"].toInt() + counts["misread"].toInt() + counts["missed"].toInt() +
-                  counts["unchecked"].toInt();
+    std::string plugins;
+    for (const QJsonValue& e : document["expectations"].toArray()) {
+        plugins += Str(e.toObject()["plugin"]) + " ";
+        for (const char* verdict : {"passed", "misread", "missed", "unchecked"})
+            judged += e.toObject()[verdict].toInt();
     }
-    EXPECT_EQ(judged, 12);
+    EXPECT_EQ(std::make_pair(plugins, judged), std::make_pair(std::string("QRCode ZXing "), 12));
 }
 
 TEST_F(BatchOutputTest, TwoJobsGiveTheRowsOfOneJobInTheSameOrder) {

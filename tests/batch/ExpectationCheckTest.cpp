@@ -37,10 +37,7 @@ TEST(ExpectationCheck, Verdicts) {
     const std::string binary("GLY\0\x01\x02\xff\x80\x00\x7f" "END\n",
                              14);
     struct Case {
-        const char* name;
-        std::optional<std::string> expected;
-        std::vector<DecodedSymbol> symbols;
-        Verdict verdict;
+        const char* name; std::optional<std::string> expected; std::vector<DecodedSymbol> symbols; Verdict verdict;
     };
     const Case cases[] = {
         {"exact", "GLYPHOR 42", Symbols({"GLYPHOR 42"}), Verdict::Pass},

@@ -34,14 +34,8 @@ using Move = HexNavigator::Move;
 
 TEST(HexEditor, CaretWalksEndOnByteNibbleAndTop) {
     struct Case {
-        const char* name;
-        int32_t startPos;
-        int startMode;
-        int32_t startTop;
-        std::vector<Move> moves;
-        int32_t pos;
-        int mode;
-        int32_t top;
+        const char* name; int32_t startPos; int startMode; int32_t startTop; std::vector<Move> moves; int32_t pos;
+        int mode; int32_t top;
     };
     const Case cases[] = {{"RightHighToLow", 0, HexModeHigh, 0, {Move::Right}, 0, HexModeLow, 0},
         {"RightLowToNextHigh", 0, HexModeLow, 0, {Move::Right}, 1, HexModeHigh, 0},

@@ -34,13 +34,8 @@ HexLayout Make(const HexLayout::Options& options, int width, int height, int32_t
 
 TEST(HexLayout, FiguresMatchWorkedExamples) {
     struct Case {
-        const char* name;
-        HexLayout::Options options;
-        int width, height;
-        int32_t length, bytesPerRow;
-        int hexX, charX;
-        int32_t visibleRows;
-        bool partial;
+        const char* name; HexLayout::Options options; int width, height; int32_t length, bytesPerRow;
+        int hexX, charX; int32_t visibleRows; bool partial;
     };
     const Case cases[] = {
         // 500 - 10 - 2 x 5 x 7 = 420 pixels, 28 per byte.
@@ -74,13 +69,7 @@ TEST(HexLayout, FiguresMatchWorkedExamples) {
 // characters at cell 54.
 TEST(HexLayout, HitTestFindsByteModeAndCaretPoint) {
     struct Case {
-        const char* name;
-        HexLayout::Options options;
-        int x, y;
-        int32_t top;
-        bool hit;
-        int32_t position;
-        int mode;
+        const char* name; HexLayout::Options options; int x, y; int32_t top; bool hit; int32_t position; int mode;
         HexPoint caret;
     };
     const HexLayout::Options wide{}, noAddress = Columns(false, true, true);

@@ -246,11 +246,4 @@ TEST(StringBufferShared, UppercaseReusesOneObjectAndLeavesReceiver) {
     EXPECT_EQ(Bytes(upper.uppercase()), "AB");
 }
 
-TEST(KVBaseExceptionTest, ACopyKeepsItsOwnMessage) {
-    StringBufferException original(StringBuffer("boom ") + StringBuffer(3));
-    const StringBufferException copy(original);
-    original = StringBufferException("other");
-    EXPECT_STREQ(static_cast<const std::exception&>(copy).what(), "boom 3");
-}
-
 } // namespace

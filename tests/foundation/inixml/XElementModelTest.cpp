@@ -23,16 +23,6 @@ TEST(XmlNames, SetNameSplitsAtTheFirstColon) {
     EXPECT_EQ(Std(e.GetPrefix()) + " " + Std(e.GetName()), "x x:z");
 }
 
-TEST(XmlTree, NodeTypesAndParents) {
-    auto doc = std::make_unique<XDocument>(X("Doc"));
-    XElement* child = new XElement(X("C"));
-    XAttribute* attribute = new XAttribute(X("a"), X("1"));
-    doc->AddChild(child);
-    child->AddAttribute(attribute);
-    EXPECT_EQ(std::make_tuple(doc->GetNodeType(), child->GetNodeType(), attribute->GetNodeType()), std::make_tuple(3, 2, 1));
-    EXPECT_TRUE(doc->IsRoot() && !child->IsRoot() && child->GetParent() == doc.get() && attribute->GetParent() == child);
-} // the document frees the whole tree; the sanitizer build reports any leak
-
 TEST(XmlTree, AddChildAtPosition) {
     XElement root(X("R"));
     root.AddChild(new XElement(X("B")));
