@@ -22,9 +22,8 @@ RasterImage Pattern(int channels) {
     image.width = 3;
     image.height = 2;
     image.channels = channels;
-    for (int i = 0; i < 6 * channels; ++i) {
+    for (int i = 0; i < 6 * channels; ++i)
         image.pixels.push_back(uint8_t(10 + 37 * i));
-    }
     return image;
 }
 

@@ -74,9 +74,8 @@ TEST_F(ImageInputsTest, LinkedFoldersAreNotFollowedButLinkedFilesAre) {
     const std::vector<ImageInput> inputs = ImageInputs::Expand({At("sub")}, errors);
     EXPECT_TRUE(errors.empty());
     std::vector<std::string> names;
-    for (const ImageInput& input : inputs) {
+    for (const ImageInput& input : inputs)
         names.push_back(input.display);
-    }
     EXPECT_EQ(names, (std::vector<std::string>{"deeper/y.png", "link.png", "z.bmp"}));
 }
 

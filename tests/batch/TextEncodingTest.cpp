@@ -22,9 +22,8 @@ TEST(TextEncoding, Base64) {
         {"CR LF and NUL", Bytes("A\r\n\0", 4), "QQ0KAA=="},
         {"last two alphabet letters", Bytes("\xfb\xff", 2), "+/8="},
     };
-    for (const Case& c : cases) {
+    for (const Case& c : cases)
         EXPECT_EQ(TextEncoding::Base64(c.input), c.expected) << c.name;
-    }
 }
 
 TEST(TextEncoding, JsonStringOfLatin1Text) {
@@ -36,9 +35,8 @@ TEST(TextEncoding, JsonStringOfLatin1Text) {
         {"high bytes are ISO-8859-1", "\xfc\xdf", "\"\\u00fc\\u00df\""},
         {"UTF-8 bytes are two Latin-1 characters", "\xc3\xbc", "\"\\u00c3\\u00bc\""},
     };
-    for (const Case& c : cases) {
+    for (const Case& c : cases)
         EXPECT_EQ(TextEncoding::JsonString(c.input, true), c.expected) << c.name;
-    }
 }
 
 TEST(TextEncoding, JsonStringOfUtf8Text) {
@@ -51,9 +49,8 @@ TEST(TextEncoding, JsonStringOfUtf8Text) {
         {"overlong form read as Latin-1", "\xe0\x80\xaf", "\"\\u00e0\\u0080\\u00af\""},
         {"surrogate code read as Latin-1", "\xed\xa0\x80", "\"\\u00ed\\u00a0\\u0080\""},
     };
-    for (const Case& c : cases) {
+    for (const Case& c : cases)
         EXPECT_EQ(TextEncoding::JsonString(c.input, false), c.expected) << c.name;
-    }
 }
 
 TEST(TextEncoding, CsvField) {
@@ -64,9 +61,8 @@ TEST(TextEncoding, CsvField) {
         {"CR LF kept inside quotes", "a\r\nb", "\"a\r\nb\""},
         {"leading space", " a", "\" a\""}, {"trailing space", "a ", "\"a \""},
     };
-    for (const Case& c : cases) {
+    for (const Case& c : cases)
         EXPECT_EQ(TextEncoding::CsvField(c.input), c.expected) << c.name;
-    }
 }
 
 TEST(TextEncoding, TableTextKeepsOneLine) {
@@ -75,9 +71,8 @@ TEST(TextEncoding, TableTextKeepsOneLine) {
         {"record separator and DEL", "\x1e\x7f", "\\x1E\\x7F"},
         {"Latin-1 letters as UTF-8", "Gr\xfc\xdf" "e", "Gr\xc3\xbc\xc3\x9f" "e"},
     };
-    for (const Case& c : latin1) {
+    for (const Case& c : latin1)
         EXPECT_EQ(TextEncoding::TableText(c.input, true), c.expected) << c.name;
-    }
     EXPECT_EQ(TextEncoding::TableText("caf\xc3\xa9\n.png", false), "caf\xc3\xa9\\n.png");
 }
 
@@ -108,9 +103,8 @@ TEST(EciText, ConvertsTheCharacterSetAnEciNames) {
         {ZYR_DATA_ASCII, 0, "HELLO", std::string("HELLO")},
         {ZYR_DATA_BINARY, 0, "HELLO", std::nullopt},
     };
-    for (const Case& c : cases) {
+    for (const Case& c : cases)
         EXPECT_EQ(EciText::SymbolText(c.dataType, c.eci, c.bytes), c.utf8) << c.eci << " " << c.bytes;
-    }
 }
 
 } // namespace
