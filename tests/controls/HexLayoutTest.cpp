@@ -74,12 +74,14 @@ TEST(HexLayout, HitTestFindsByteModeAndCaretPoint) {
     };
     const HexLayout::Options wide{}, noAddress = Columns(false, true, true);
     const Case cases[] = {
+        {"AddressFirstCell", wide, 0, 0, 0, true, 0, HexModeAddress, {0, 0}},
         {"AddressGapCell", wide, 60, 20, 0, true, 15, HexModeAddress, {56, 14}},
         {"HexFirstCellHigh", wide, 63, 0, 0, true, 0, HexModeHigh, {63, 0}},
         {"HexSecondCellHigh", wide, 71, 0, 0, true, 0, HexModeHigh, {63, 0}},
         {"HexThirdCellLow", wide, 78, 0, 0, true, 0, HexModeLow, {70, 0}},
         {"HexThirdRowSecondByte", wide, 85, 30, 0, true, 31, HexModeHigh, {84, 28}},
         {"HexLastCellOfRow", wide, 375, 0, 0, true, 14, HexModeLow, {364, 0}},
+        {"CharacterFirst", wide, 378, 0, 0, true, 0, HexModeCharacter, {378, 0}},
         {"CharacterSecondRow", wide, 382, 14, 0, true, 15, HexModeCharacter, {378, 14}},
         {"CharacterOnePastRow", wide, 483, 0, 0, true, 15, HexModeCharacter, {483, 0}},
         {"RightOfCharacters", wide, 490, 0, 0, false, 0, 0, {}},
@@ -89,6 +91,7 @@ TEST(HexLayout, HitTestFindsByteModeAndCaretPoint) {
         {"RowPastBuffer", wide, 10, 14, 195, false, 0, 0, {}},
         {"CharacterClampedToLength", wide, 427, 0, 195, true, 200, HexModeCharacter, {427, 0}},
         {"LeftOfClientIsFirstCell", wide, -20, 0, 0, true, 0, HexModeAddress, {0, 0}},
+        {"NoAddressHigh", noAddress, 8, 0, 0, true, 0, HexModeHigh, {0, 0}},
         {"NoAddressLow", noAddress, 15, 0, 0, true, 0, HexModeLow, {7, 0}},
         {"NoAddressSecondByte", noAddress, 21, 0, 0, true, 1, HexModeHigh, {21, 0}},
         {"NarrowAddressFirstHexCell", Columns(true, true, true, false), 35, 0, 0, true, 0, HexModeLow, {28, 0}}};
