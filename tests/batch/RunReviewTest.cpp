@@ -82,11 +82,11 @@ TEST(RunFile, BrokenOrForeignDocumentsAreRefusedWithTheirReason) {
 }
 
 TEST(ShardSelection, ParsesKOfNAndSplitsEveryImageIntoExactlyOnePart) {
-    ShardSelection spec;
-    EXPECT_TRUE(ShardSelection::Parse("2/5", spec));
-    EXPECT_EQ(std::make_pair(spec.index, spec.count), std::make_pair(2, 5));
+    ShardSelection shard;
+    EXPECT_TRUE(ShardSelection::Parse("2/5", shard));
+    EXPECT_EQ(std::make_pair(shard.index, shard.count), std::make_pair(2, 5));
     for (const char* bad : {"", "1", "/2", "0/1", "2/1", "1/0", "a/2", "1/2/3", "1/1000000000"})
-        EXPECT_FALSE(ShardSelection::Parse(bad, spec)) << bad;
+        EXPECT_FALSE(ShardSelection::Parse(bad, shard)) << bad;
     std::vector<ImageInput> inputs;
     for (int i = 0; i < 200; ++i)
         inputs.push_back(ImageInput{"/p/" + std::to_string(i), "", "dir/" + std::to_string(i) + ".png", size_t(i)});
