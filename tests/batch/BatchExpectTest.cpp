@@ -53,9 +53,8 @@ TEST_F(BatchExpectTest, OutputFolderGetsBytesAndAamvaExportsMirroringSubfolders)
     EXPECT_EQ(ReadFile(out + "/sub/binary.png.QRCode.bin"), ReadFile(SamplePath("binary-qrcode.txt")));
     std::vector<std::string> written;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(out)) {
-        if (entry.is_regular_file()) {
+        if (entry.is_regular_file())
             written.push_back(entry.path().lexically_relative(out).string());
-        }
     }
     std::sort(written.begin(), written.end());
     // Nothing for rows without bytes, no exports for bytes that are not AAMVA data.
@@ -68,9 +67,8 @@ TEST_F(BatchExpectTest, OutputFolderGetsBytesAndAamvaExportsMirroringSubfolders)
 std::vector<std::string> PluginsOfRows(const std::string& csv) {
     std::vector<std::string> plugins;
     const auto records = ParseCsv(csv);
-    for (size_t i = 1; i < records.size(); ++i) {
+    for (size_t i = 1; i < records.size(); ++i)
         plugins.push_back(records[i].at(1));
-    }
     return plugins;
 }
 

@@ -14,9 +14,7 @@ void BatchFixture::SetUp() {
     fs::create_directories(m_dir);
 }
 
-void BatchFixture::TearDown() {
-    fs::remove_all(m_dir);
-}
+void BatchFixture::TearDown() { fs::remove_all(m_dir); }
 
 void BatchFixture::CopySample(const std::string& sample, const std::string& as, bool withText) {
     const fs::path source = SamplePath(sample);

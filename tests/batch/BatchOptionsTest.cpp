@@ -3,87 +3,57 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <string>
 
 namespace {
 
 using Args = std::vector<std::string>;
 using Outcome = BatchOptions::ParseOutcome;
 
+// Every field of the options in one line, so that a case shows all it sets.
+std::string Describe(const BatchOptions& o) {
+    auto join = [](const Args& items) {
+        std::string out;
+        for (const std::string& item : items)
+            out += (out.empty() ? "" : ",") + item;
+        return out;
+    };
+    const char* formats[] = {"table", "csv", "json"};
+    const char* progress[] = {"auto", "on", "off"};
+    return "in=" + join(o.inputs) + " s=" + o.settingsFile + " p=" + join(o.plugins) + " f=" +
+           formats[int(o.format)] + " o=" + o.outputFolder + " e=" + std::to_string(o.expect) +
+           " j=" + std::to_string(o.jobs) + " progress=" + progress[int(o.progress)] + " shard=" +
+           std::to_string(o.shard.index) + "/" + std::to_string(o.shard.count) + " b=" + o.baseline;
+}
+
 TEST(BatchOptions, AcceptedCommandLines) {
-    struct Case {
-        const char* name;
-        Args args;
-        std::function<void(const BatchOptions&)> check;
-    };
-    const Case cases[] = {
-        {"defaults",
-         {"img"},
-         [](const BatchOptions& o) {
-             EXPECT_EQ(o.inputs, Args{"img"});
-             EXPECT_TRUE(o.settingsFile.empty());
-             EXPECT_TRUE(o.plugins.empty());
-             EXPECT_EQ(o.format, OutputFormat::Table);
-             EXPECT_TRUE(o.outputFolder.empty());
-             EXPECT_FALSE(o.expect);
-             EXPECT_EQ(o.jobs, 1);
-             EXPECT_EQ(o.progress, ProgressMode::Auto);
-         }},
-        {"long options with separate values",
-         {"--settings", "r.ini", "--plugins", "ZXing,Pdf417", "--format", "csv", "--output-dir", "out",
-          "--jobs", "2", "--expect", "a", "b"},
-         [](const BatchOptions& o) {
-             EXPECT_EQ(o.settingsFile, "r.ini");
-             EXPECT_EQ(o.plugins, (Args{"ZXing", "Pdf417"}));
-             EXPECT_EQ(o.format, OutputFormat::Csv);
-             EXPECT_EQ(o.outputFolder, "out");
-             EXPECT_EQ(o.jobs, 2);
-             EXPECT_TRUE(o.expect);
-             EXPECT_EQ(o.inputs, (Args{"a", "b"}));
-         }},
-        {"short options and inline values",
-         {"-s", "r.ini", "-p", "QRCode", "-f", "json", "-o", "d", "-j", "64", "-e", "--plugins=ZBar", "x"},
-         [](const BatchOptions& o) {
-             EXPECT_EQ(o.plugins, (Args{"QRCode", "ZBar"}));
-             EXPECT_EQ(o.format, OutputFormat::Json);
-             EXPECT_EQ(o.jobs, 64);
-             EXPECT_TRUE(o.expect);
-         }},
-        {"empty names between commas are dropped",
-         {"-p", ",A,,B,", "x"},
-         [](const BatchOptions& o) {
-             EXPECT_EQ(o.plugins, (Args{"A", "B"}));
-         }},
-        {"the last progress option wins",
-         {"--no-progress", "--progress", "x"},
-         [](const BatchOptions& o) { EXPECT_EQ(o.progress, ProgressMode::On); }},
-        {"-- ends the options",
-         {"--", "-p", "--help"},
-         [](const BatchOptions& o) {
-             EXPECT_EQ(o.inputs, (Args{"-p", "--help"}));
-             EXPECT_TRUE(o.plugins.empty());
-         }},
-        {"a lone dash is a path", {"-"}, [](const BatchOptions& o) { EXPECT_EQ(o.inputs, Args{"-"}); }},
-    };
-    for (const Case& c : cases) {
+    const std::pair<Args, std::string> cases[] = {
+        {{"img"}, "in=img s= p= f=table o= e=0 j=1 progress=auto shard=0/0 b="},
+        {{"--settings", "r.ini", "--plugins", "ZXing,Pdf417", "--format", "csv", "--output-dir", "out", "--jobs", "2",
+          "--expect", "--shard", "2/3", "--baseline", "b.json", "a", "b"},
+         "in=a,b s=r.ini p=ZXing,Pdf417 f=csv o=out e=1 j=2 progress=auto shard=2/3 b=b.json"},
+        {{"-s", "r.ini", "-p", "QRCode", "-f", "json", "-o", "d", "-j", "64", "-e", "--plugins=ZBar", "x"},
+         "in=x s=r.ini p=QRCode,ZBar f=json o=d e=1 j=64 progress=auto shard=0/0 b="},
+        {{"-p", ",A,,B,", "x"}, "in=x s= p=A,B f=table o= e=0 j=1 progress=auto shard=0/0 b="},
+        {{"--no-progress", "--progress", "x"}, "in=x s= p= f=table o= e=0 j=1 progress=on shard=0/0 b="},
+        {{"--", "-p", "--help"}, "in=-p,--help s= p= f=table o= e=0 j=1 progress=auto shard=0/0 b="},
+        {{"-"}, "in=- s= p= f=table o= e=0 j=1 progress=auto shard=0/0 b="}};
+    for (const auto& [args, described] : cases) {
         BatchOptions options;
         std::string error;
-        ASSERT_EQ(BatchOptions::Parse(c.args, options, error), Outcome::Run) << c.name << ": " << error;
-        c.check(options);
+        ASSERT_EQ(BatchOptions::Parse(args, options, error), Outcome::Run) << described << ": " << error;
+        EXPECT_EQ(Describe(options), described);
     }
 }
 
 TEST(BatchOptions, RefusedCommandLines) {
-    struct Case {
-        Args args;
-        const char* error;
-    };
+    struct Case { Args args; const char* error; };
     const Case cases[] = {
         {{}, "no image files or folders given (see --help)"},
         {{"-p", "ZXing"}, "no image files or folders given (see --help)"},
         {{"--bogus", "x"}, "unknown option '--bogus' (see --help)"},
-        {{"-x", "x"}, "unknown option '-x' (see --help)"},
         {{"--bogus=1", "x"}, "unknown option '--bogus' (see --help)"},
+        {{"-x", "x"}, "unknown option '-x' (see --help)"},
         {{"x", "--jobs"}, "option '--jobs' needs a value"},
         {{"--jobs", "0", "x"}, "option '--jobs' needs a whole number from 1 to 64, not '0'"},
         {{"--jobs", "65", "x"}, "option '--jobs' needs a whole number from 1 to 64, not '65'"},

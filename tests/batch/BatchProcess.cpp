@@ -5,7 +5,6 @@
 #include <QJsonDocument>
 #include <QProcess>
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -37,9 +36,8 @@ RunResult RunBatch(const std::vector<std::string>& args, const std::string& cwd)
 std::vector<std::string> Lines(const std::string& text) {
     std::vector<std::string> lines;
     std::istringstream in(text);
-    for (std::string line; std::getline(in, line);) {
+    for (std::string line; std::getline(in, line);)
         lines.push_back(line);
-    }
     return lines;
 }
 
@@ -57,30 +55,22 @@ std::vector<std::vector<std::string>> ParseCsv(const std::string& text) {
     bool quoted = false;
     for (size_t i = 0; i < text.size(); ++i) {
         const char c = text[i];
-        if (quoted) {
-            if (c == '"' && i + 1 < text.size() && text[i + 1] == '"') {
-                field += '"';
-                ++i;
-            } else if (c == '"') {
-                quoted = false;
-            } else {
-                field += c;
-            }
-        } else if (c == '"') {
-            quoted = true;
-        } else if (c == ',') {
-            record.push_back(field);
-            field.clear();
-        } else if (c == '\r' || c == '\n') {
-            if (c == '\r' && i + 1 < text.size() && text[i + 1] == '\n') {
-                ++i;
-            }
-            record.push_back(field);
-            field.clear();
-            records.push_back(record);
-            record.clear();
-        } else {
+        const bool next = i + 1 < text.size();
+        if (quoted && c == '"' && next && text[i + 1] == '"') {
             field += c;
+            ++i;
+        } else if (c == '"') {
+            quoted = !quoted;
+        } else if (quoted || (c != ',' && c != '\r' && c != '\n')) {
+            field += c;
+        } else {
+            record.push_back(std::move(field));
+            field.clear();
+            if (c != ',') {
+                i += c == '\r' && next && text[i + 1] == '\n';
+                records.push_back(std::move(record));
+                record.clear();
+            }
         }
     }
     if (!field.empty() || !record.empty()) {
@@ -120,26 +110,8 @@ void WriteFile(const std::string& path, const std::string& bytes) {
     std::ofstream(path, std::ios::binary) << bytes;
 }
 
-std::string SamplesDir() {
-    return GLYPHOR_SAMPLES_DIR;
-}
-std::string SamplePath(const std::string& fileName) {
-    return SamplesDir() + "/" + fileName;
-}
-std::string PluginDir() {
-    return GLYPHOR_PLUGIN_DIR;
-}
-
-std::vector<std::string> SampleImageNames() {
-    std::vector<std::string> names;
-    for (const auto& entry : fs::recursive_directory_iterator(SamplesDir())) {
-        const std::string extension = entry.path().extension().string();
-        if (entry.is_regular_file() && (extension == ".png" || extension == ".jpg" || extension == ".bmp")) {
-            names.push_back(entry.path().lexically_relative(SamplesDir()).generic_string());
-        }
-    }
-    std::sort(names.begin(), names.end());
-    return names;
-}
+std::string SamplesDir() { return GLYPHOR_SAMPLES_DIR; }
+std::string SamplePath(const std::string& fileName) { return SamplesDir() + "/" + fileName; }
+std::string PluginDir() { return GLYPHOR_PLUGIN_DIR; }
 
 } // namespace batchtest

@@ -36,7 +36,4 @@ std::string SamplesDir();
 std::string SamplePath(const std::string& fileName);
 std::string PluginDir();
 
-// The images the generator wrote, by path within the samples folder, in byte order.
-std::vector<std::string> SampleImageNames();
-
 } // namespace batchtest

@@ -37,10 +37,7 @@ TEST(ExpectationCheck, Verdicts) {
     const std::string binary("GLY\0\x01\x02\xff\x80\x00\x7f" "END\n",
                              14);
     struct Case {
-        const char* name;
-        std::optional<std::string> expected;
-        std::vector<DecodedSymbol> symbols;
-        Verdict verdict;
+        const char* name; std::optional<std::string> expected; std::vector<DecodedSymbol> symbols; Verdict verdict;
     };
     const Case cases[] = {
         {"exact", "GLYPHOR 42", Symbols({"GLYPHOR 42"}), Verdict::Pass},
@@ -76,34 +73,6 @@ TEST(ExpectationCheck, Verdicts) {
         EXPECT_EQ(ExpectationCheck::Judge(c.expected, c.symbols), c.verdict)
             << c.name << ": got " << ExpectationCheck::Name(ExpectationCheck::Judge(c.expected, c.symbols));
     }
-}
-
-TEST(ExpectationCheck, ReadsTheTextFileBesideTheImage) {
-    const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / "expectation-read";
-    std::filesystem::create_directories(folder);
-    std::ofstream((folder / "card.front.txt").string(), std::ios::binary) << std::string("A\0\r\nB", 5);
-    const std::string image = (folder / "card.front.png").string();
-    EXPECT_EQ(ExpectationCheck::ExpectedPath(image), (folder / "card.front.txt").string());
-    EXPECT_EQ(ExpectationCheck::ReadExpected(image), std::string("A\0\r\nB", 5));
-    EXPECT_EQ(ExpectationCheck::ReadExpected((folder / "other.png").string()), std::nullopt);
-}
-
-TEST(ExpectationSummary, CountsPerPluginInFirstSeenOrderAndAlignsTheTable) {
-    ExpectationSummary summary;
-    summary.Add("ZXing", Verdict::Pass);
-    summary.Add("QRCode", Verdict::Miss);
-    summary.Add("ZXing", Verdict::Misread);
-    summary.Add("ZXing", Verdict::Pass);
-    summary.Add("QRCode", Verdict::Unchecked);
-    ASSERT_EQ(summary.PerPlugin().size(), 2u); // the JSON output reads the counts, the table shows them
-    EXPECT_EQ(summary.PerPlugin()[1].unchecked, 1);
-    const std::vector<std::string> expected = {
-        "Expected results:",
-        "Plugin   Passed  Misread   Missed    No .txt",
-        "ZXing         2        1        0          0",
-        "QRCode        0        0        1          1",
-    };
-    EXPECT_EQ(summary.TableLines(), expected);
 }
 
 } // namespace

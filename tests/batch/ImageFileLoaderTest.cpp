@@ -8,14 +8,13 @@
 #include <cstdio>
 #include <fstream>
 #include <functional>
+#include <tuple>
 
 namespace {
 
 using glyphor::samples::RasterImage;
 
-std::string TempPath(const std::string& name) {
-    return testing::TempDir() + "loader-" + name;
-}
+std::string TempPath(const std::string& name) { return testing::TempDir() + "loader-" + name; }
 
 // 3 x 2 pixels, every byte different, so that a swapped channel or row shows.
 RasterImage Pattern(int channels) {
@@ -23,9 +22,8 @@ RasterImage Pattern(int channels) {
     image.width = 3;
     image.height = 2;
     image.channels = channels;
-    for (int i = 0; i < 6 * channels; ++i) {
+    for (int i = 0; i < 6 * channels; ++i)
         image.pixels.push_back(uint8_t(10 + 37 * i));
-    }
     return image;
 }
 
@@ -49,12 +47,9 @@ TEST(ImageFileLoader, GivesTheFilesPixelsGreyOrRgb) {
         std::string error;
         const std::shared_ptr<const ZyrImage> image = ImageFileLoader::Load(path, error);
         ASSERT_NE(image, nullptr) << c.file << ": " << error;
-        EXPECT_EQ(image->Width, 3) << c.file;
-        EXPECT_EQ(image->Height, 2) << c.file;
-        EXPECT_EQ(image->PixelFormat, c.format) << c.file;
-        ASSERT_EQ(image->Stride, 3 * c.channels) << c.file;
-        EXPECT_EQ(std::vector<uint8_t>(image->Pixels, image->Pixels + 6 * c.channels), written.pixels)
-            << c.file;
+        ASSERT_EQ(std::make_tuple(image->Width, image->Height, image->PixelFormat, image->Stride),
+                  std::make_tuple(3, 2, c.format, 3 * c.channels)) << c.file;
+        EXPECT_EQ(std::vector<uint8_t>(image->Pixels, image->Pixels + 6 * c.channels), written.pixels) << c.file;
         std::remove(path.c_str());
     }
 }
@@ -62,19 +57,15 @@ TEST(ImageFileLoader, GivesTheFilesPixelsGreyOrRgb) {
 TEST(ImageFileLoader, UnreadableFilesGiveAReason) {
     std::ofstream(TempPath("empty.png")).close();
     std::ofstream(TempPath("junk.png"), std::ios::binary) << "not an image at all";
-    const std::pair<std::string, std::string> cases[] = {
-        {TempPath("missing.png"), "No such file or directory"},
-        {TempPath("empty.png"), "empty file"},
-        {testing::TempDir(), "Is a directory"},
-    };
+    const std::pair<std::string, std::string> cases[] = {{TempPath("missing.png"), "No such file or directory"},
+                                                         {TempPath("empty.png"), "empty file"},
+                                                         {testing::TempDir(), "Is a directory"},
+                                                         {TempPath("junk.png"), ""}}; // the codec's own words
     for (const auto& [path, reason] : cases) {
         std::string error;
         EXPECT_EQ(ImageFileLoader::Load(path, error), nullptr) << path;
-        EXPECT_EQ(error, reason) << path;
+        EXPECT_TRUE(reason.empty() ? !error.empty() : error == reason) << path << ": " << error;
     }
-    std::string error;
-    EXPECT_EQ(ImageFileLoader::Load(TempPath("junk.png"), error), nullptr);
-    EXPECT_FALSE(error.empty());
     std::remove(TempPath("empty.png").c_str());
     std::remove(TempPath("junk.png").c_str());
 }

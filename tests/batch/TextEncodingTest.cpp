@@ -10,30 +10,20 @@
 
 namespace {
 
-struct Case {
-    const char* name;
-    std::string input;
-    std::string expected;
-};
+struct Case { const char* name; std::string input; std::string expected; };
 
-std::string Bytes(const char* data, size_t size) {
-    return std::string(data, size);
-}
+std::string Bytes(const char* data, size_t size) { return std::string(data, size); }
 
 TEST(TextEncoding, Base64) {
     const Case cases[] = {
-        {"empty", "", ""},
-        {"one byte pads twice", "f", "Zg=="},
-        {"two bytes pad once", "fo", "Zm8="},
-        {"three bytes no padding", "foo", "Zm9v"},
-        {"six bytes", "foobar", "Zm9vYmFy"},
+        {"empty", "", ""}, {"one byte pads twice", "f", "Zg=="}, {"two bytes pad once", "fo", "Zm8="},
+        {"three bytes no padding", "foo", "Zm9v"}, {"six bytes", "foobar", "Zm9vYmFy"},
         {"NUL and high bytes", Bytes("\0\xff\x80", 3), "AP+A"},
         {"CR LF and NUL", Bytes("A\r\n\0", 4), "QQ0KAA=="},
         {"last two alphabet letters", Bytes("\xfb\xff", 2), "+/8="},
     };
-    for (const Case& c : cases) {
+    for (const Case& c : cases)
         EXPECT_EQ(TextEncoding::Base64(c.input), c.expected) << c.name;
-    }
 }
 
 TEST(TextEncoding, JsonStringOfLatin1Text) {
@@ -45,9 +35,8 @@ TEST(TextEncoding, JsonStringOfLatin1Text) {
         {"high bytes are ISO-8859-1", "\xfc\xdf", "\"\\u00fc\\u00df\""},
         {"UTF-8 bytes are two Latin-1 characters", "\xc3\xbc", "\"\\u00c3\\u00bc\""},
     };
-    for (const Case& c : cases) {
+    for (const Case& c : cases)
         EXPECT_EQ(TextEncoding::JsonString(c.input, true), c.expected) << c.name;
-    }
 }
 
 TEST(TextEncoding, JsonStringOfUtf8Text) {
@@ -60,36 +49,30 @@ TEST(TextEncoding, JsonStringOfUtf8Text) {
         {"overlong form read as Latin-1", "\xe0\x80\xaf", "\"\\u00e0\\u0080\\u00af\""},
         {"surrogate code read as Latin-1", "\xed\xa0\x80", "\"\\u00ed\\u00a0\\u0080\""},
     };
-    for (const Case& c : cases) {
+    for (const Case& c : cases)
         EXPECT_EQ(TextEncoding::JsonString(c.input, false), c.expected) << c.name;
-    }
 }
 
 TEST(TextEncoding, CsvField) {
     const Case cases[] = {
         {"plain stays bare", "qrcode-plain.png", "qrcode-plain.png"},
-        {"empty stays empty", "", ""},
-        {"comma", "a,b", "\"a,b\""},
+        {"empty stays empty", "", ""}, {"comma", "a,b", "\"a,b\""},
         {"quotes doubled", "say \"hi\"", "\"say \"\"hi\"\"\""},
         {"CR LF kept inside quotes", "a\r\nb", "\"a\r\nb\""},
-        {"leading space", " a", "\" a\""},
-        {"trailing space", "a ", "\"a \""},
+        {"leading space", " a", "\" a\""}, {"trailing space", "a ", "\"a \""},
     };
-    for (const Case& c : cases) {
+    for (const Case& c : cases)
         EXPECT_EQ(TextEncoding::CsvField(c.input), c.expected) << c.name;
-    }
 }
 
 TEST(TextEncoding, TableTextKeepsOneLine) {
     const Case latin1[] = {
-        {"line ends", "a\r\nb", "a\\r\\nb"},
-        {"NUL and tab", Bytes("a\0\tb", 4), "a\\0\\tb"},
+        {"line ends", "a\r\nb", "a\\r\\nb"}, {"NUL and tab", Bytes("a\0\tb", 4), "a\\0\\tb"},
         {"record separator and DEL", "\x1e\x7f", "\\x1E\\x7F"},
         {"Latin-1 letters as UTF-8", "Gr\xfc\xdf" "e", "Gr\xc3\xbc\xc3\x9f" "e"},
     };
-    for (const Case& c : latin1) {
+    for (const Case& c : latin1)
         EXPECT_EQ(TextEncoding::TableText(c.input, true), c.expected) << c.name;
-    }
     EXPECT_EQ(TextEncoding::TableText("caf\xc3\xa9\n.png", false), "caf\xc3\xa9\\n.png");
 }
 
@@ -105,12 +88,7 @@ TEST(TextEncoding, DisplayWidthCountsCharacters) {
 namespace {
 
 TEST(EciText, ConvertsTheCharacterSetAnEciNames) {
-    struct Case {
-        int32_t dataType;
-        int32_t eci;
-        std::string bytes;
-        std::optional<std::string> utf8;
-    };
+    struct Case { int32_t dataType; int32_t eci; std::string bytes; std::optional<std::string> utf8; };
     const std::string nihon = "\xe6\x97\xa5\xe6\x9c\xac";
     const Case cases[] = {
         {ZYR_DATA_ECI_BYTES, ZYR_ECI_SHIFT_JIS, "\x93\xfa\x96\x7b", nihon},
@@ -125,9 +103,8 @@ TEST(EciText, ConvertsTheCharacterSetAnEciNames) {
         {ZYR_DATA_ASCII, 0, "HELLO", std::string("HELLO")},
         {ZYR_DATA_BINARY, 0, "HELLO", std::nullopt},
     };
-    for (const Case& c : cases) {
+    for (const Case& c : cases)
         EXPECT_EQ(EciText::SymbolText(c.dataType, c.eci, c.bytes), c.utf8) << c.eci << " " << c.bytes;
-    }
 }
 
 } // namespace

@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <numeric>
-#include <ostream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -32,64 +32,46 @@ void Prepare(HexEditor& editor, const std::vector<uint8_t>& data, bool readOnly 
 
 using Move = HexNavigator::Move;
 
-struct WalkCase {
-    std::string name;
-    int32_t startPos;
-    int startMode;
-    int32_t startTop;
-    std::vector<Move> moves;
-    int32_t pos;
-    int mode;
-    int32_t top;
-};
-
-void PrintTo(const WalkCase& c, std::ostream* os) {
-    *os << c.name;
-}
-
-class CaretWalk : public testing::TestWithParam<WalkCase> {};
-
-TEST_P(CaretWalk, EndsOnByteNibbleAndTop) {
-    const WalkCase& c = GetParam();
-    HexEditor editor;
-    Prepare(editor, Counting(kLength));
-    // Put top in place by scrolling, then the caret where the walk starts.
-    for (int32_t t = 0; t < c.startTop; t += 4)
-        editor.ScrollLineDown();
-    editor.SetCaretFromHit({c.startPos, c.startMode, {}});
-    for (Move m : c.moves)
-        HexNavigator::Apply(editor, m, false);
-    EXPECT_EQ(editor.CaretPosition(), c.pos);
-    EXPECT_EQ(editor.CaretMode(), c.mode);
-    EXPECT_EQ(editor.Top(), c.top);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Nibbles, CaretWalk,
-    testing::Values(
-        WalkCase{"RightHighToLow", 0, HexModeHigh, 0, {Move::Right}, 0, HexModeLow, 0},
-        WalkCase{"RightLowToNextHigh", 0, HexModeLow, 0, {Move::Right}, 1, HexModeHigh, 0},
-        WalkCase{"LeftLowToHigh", 1, HexModeLow, 0, {Move::Left}, 1, HexModeHigh, 0},
-        WalkCase{"LeftHighToPreviousLow", 1, HexModeHigh, 0, {Move::Left}, 0, HexModeLow, 0},
-        WalkCase{"RightAcrossRowEnd", 3, HexModeLow, 0, {Move::Right}, 4, HexModeHigh, 0},
-        WalkCase{"LeftAtStartStaysOnFirstByte", 0, HexModeHigh, 0, {Move::Left}, 0, HexModeLow, 0},
-        WalkCase{"RightPastEndStepsBack", 19, HexModeLow, 8, {Move::Right}, 19, HexModeHigh, 8},
-        WalkCase{"DownThenScrollOneRowEach", 2, HexModeHigh, 0, {Move::Down, Move::Down, Move::Down, Move::Down},
+TEST(HexEditor, CaretWalksEndOnByteNibbleAndTop) {
+    struct Case {
+        const char* name; int32_t startPos; int startMode; int32_t startTop; std::vector<Move> moves; int32_t pos;
+        int mode; int32_t top;
+    };
+    const Case cases[] = {{"RightHighToLow", 0, HexModeHigh, 0, {Move::Right}, 0, HexModeLow, 0},
+        {"RightLowToNextHigh", 0, HexModeLow, 0, {Move::Right}, 1, HexModeHigh, 0},
+        {"LeftLowToHigh", 1, HexModeLow, 0, {Move::Left}, 1, HexModeHigh, 0},
+        {"LeftHighToPreviousLow", 1, HexModeHigh, 0, {Move::Left}, 0, HexModeLow, 0},
+        {"RightAcrossRowEnd", 3, HexModeLow, 0, {Move::Right}, 4, HexModeHigh, 0},
+        {"LeftAtStartStaysOnFirstByte", 0, HexModeHigh, 0, {Move::Left}, 0, HexModeLow, 0},
+        {"RightPastEndStepsBack", 19, HexModeLow, 8, {Move::Right}, 19, HexModeHigh, 8},
+        {"DownThenScrollOneRowEach", 2, HexModeHigh, 0, {Move::Down, Move::Down, Move::Down, Move::Down},
                  18, HexModeHigh, 8},
-        WalkCase{"DownPastLastRowStays", 18, HexModeHigh, 8, {Move::Down}, 18, HexModeHigh, 8},
-        WalkCase{"UpScrollsBack", 18, HexModeLow, 8, {Move::Up, Move::Up, Move::Up}, 6, HexModeLow, 4},
-        WalkCase{"UpAtFirstRowClampsToZero", 2, HexModeHigh, 0, {Move::Up}, 0, HexModeHigh, 0},
-        WalkCase{"CharacterRightWrapsRow", 3, HexModeCharacter, 0, {Move::Right}, 4, HexModeCharacter, 0},
-        WalkCase{"CharacterRightAtEndStays", 19, HexModeCharacter, 8, {Move::Right}, 19, HexModeCharacter, 8},
-        WalkCase{"AddressColumnDoesNotMove", 4, HexModeAddress, 0, {Move::Down, Move::Right}, 4, HexModeAddress, 0},
-        WalkCase{"HomeGoesToRowStartHigh", 6, HexModeLow, 0, {Move::Home}, 4, HexModeHigh, 0},
-        WalkCase{"EndGoesToRowEnd", 5, HexModeCharacter, 0, {Move::End}, 7, HexModeCharacter, 0},
-        WalkCase{"CtrlEndShowsLastPage", 0, HexModeHigh, 0, {Move::BufferEnd}, 19, HexModeHigh, 8},
-        WalkCase{"CtrlHomeBackToTop", 17, HexModeCharacter, 8, {Move::BufferStart}, 0, HexModeCharacter, 0},
-        WalkCase{"PageDownMovesViewAndCaret", 1, HexModeHigh, 0, {Move::PageDown}, 13, HexModeHigh, 8},
-        WalkCase{"PageDownAtLastPageKeepsColumn", 13, HexModeHigh, 8, {Move::PageDown}, 17, HexModeHigh, 8},
-        WalkCase{"PageUpToFirstRow", 17, HexModeHigh, 8, {Move::PageUp}, 5, HexModeHigh, 0}),
-    [](const testing::TestParamInfo<WalkCase>& info) { return info.param.name; });
+        {"DownPastLastRowStays", 18, HexModeHigh, 8, {Move::Down}, 18, HexModeHigh, 8},
+        {"UpScrollsBack", 18, HexModeLow, 8, {Move::Up, Move::Up, Move::Up}, 6, HexModeLow, 4},
+        {"UpAtFirstRowClampsToZero", 2, HexModeHigh, 0, {Move::Up}, 0, HexModeHigh, 0},
+        {"CharacterRightWrapsRow", 3, HexModeCharacter, 0, {Move::Right}, 4, HexModeCharacter, 0},
+        {"CharacterRightAtEndStays", 19, HexModeCharacter, 8, {Move::Right}, 19, HexModeCharacter, 8},
+        {"AddressColumnDoesNotMove", 4, HexModeAddress, 0, {Move::Down, Move::Right}, 4, HexModeAddress, 0},
+        {"HomeGoesToRowStartHigh", 6, HexModeLow, 0, {Move::Home}, 4, HexModeHigh, 0},
+        {"EndGoesToRowEnd", 5, HexModeCharacter, 0, {Move::End}, 7, HexModeCharacter, 0},
+        {"CtrlEndShowsLastPage", 0, HexModeHigh, 0, {Move::BufferEnd}, 19, HexModeHigh, 8},
+        {"CtrlHomeBackToTop", 17, HexModeCharacter, 8, {Move::BufferStart}, 0, HexModeCharacter, 0},
+        {"PageDownMovesViewAndCaret", 1, HexModeHigh, 0, {Move::PageDown}, 13, HexModeHigh, 8},
+        {"PageDownAtLastPageKeepsColumn", 13, HexModeHigh, 8, {Move::PageDown}, 17, HexModeHigh, 8},
+        {"PageUpToFirstRow", 17, HexModeHigh, 8, {Move::PageUp}, 5, HexModeHigh, 0}};
+    for (const Case& c : cases) {
+        HexEditor editor;
+        Prepare(editor, Counting(kLength));
+        for (int32_t t = 0; t < c.startTop; t += 4) // top in place by scrolling, then the caret
+            editor.ScrollLineDown();
+        editor.SetCaretFromHit({c.startPos, c.startMode, {}});
+        for (Move m : c.moves)
+            HexNavigator::Apply(editor, m, false);
+        EXPECT_EQ(std::make_tuple(editor.CaretPosition(), editor.CaretMode(), editor.Top()), std::make_tuple(c.pos, c.mode, c.top))
+            << c.name;
+    }
+}
+
 
 TEST(HexEditor, ShiftMovesStartSelectionAtCaretAndEndFollows) {
     HexEditor editor;
@@ -97,52 +79,10 @@ TEST(HexEditor, ShiftMovesStartSelectionAtCaretAndEndFollows) {
     editor.SetCaretFromHit({5, HexModeCharacter, {}});
     HexNavigator::Apply(editor, Move::Right, true);
     HexNavigator::Apply(editor, Move::Down, true);
-    EXPECT_EQ(editor.SelectionStart(), 5);
-    EXPECT_EQ(editor.SelectionEnd(), 10);
+    EXPECT_EQ(std::make_pair(editor.SelectionStart(), editor.SelectionEnd()), std::make_pair(5, 10));
     HexNavigator::Apply(editor, Move::Left, false);
     EXPECT_FALSE(editor.HasSelection());
 }
-
-struct TypeCase {
-    std::string name;
-    int mode;
-    std::string keys;
-    uint8_t byte0, byte1;
-    int32_t pos;
-    int finalMode;
-};
-
-void PrintTo(const TypeCase& c, std::ostream* os) {
-    *os << c.name;
-}
-
-class Typing : public testing::TestWithParam<TypeCase> {};
-
-TEST_P(Typing, ChangesBytesAndAdvances) {
-    const TypeCase& c = GetParam();
-    HexEditor editor;
-    Prepare(editor, std::vector<uint8_t>(4, 0x11));
-    editor.SetCaretFromHit({0, c.mode, {}});
-    editor.SetSelection(0, 2);
-    for (char k : c.keys)
-        editor.TypeCharacter(static_cast<uint8_t>(k));
-    EXPECT_EQ(editor.Data()[0], c.byte0);
-    EXPECT_EQ(editor.Data()[1], c.byte1);
-    EXPECT_EQ(editor.CaretPosition(), c.pos);
-    EXPECT_EQ(editor.CaretMode(), c.finalMode);
-    EXPECT_FALSE(editor.HasSelection()) << "typing clears the selection";
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Modes, Typing,
-    testing::Values(TypeCase{"HexLowerCase", HexModeHigh, "a9f", 0xA9, 0xF1, 1, HexModeLow},
-                    TypeCase{"HexUpperCaseRefused", HexModeHigh, "ABF", 0x11, 0x11, 0, HexModeHigh},
-                    TypeCase{"HexMixedSkipsRefused", HexModeHigh, "cXd", 0xCD, 0x11, 1, HexModeHigh},
-                    TypeCase{"LowNibbleFirst", HexModeLow, "07", 0x10, 0x71, 1, HexModeLow},
-                    TypeCase{"CharacterColumnTakesAnyByte", HexModeCharacter, "A\x01", 'A', 0x01, 2,
-                             HexModeCharacter},
-                    TypeCase{"AddressColumnIgnores", HexModeAddress, "ab", 0x11, 0x11, 0, HexModeAddress}),
-    [](const testing::TestParamInfo<TypeCase>& info) { return info.param.name; });
 
 TEST(HexEditor, EditingReshapesBufferAndClampsCaret) {
     HexEditor editor;
@@ -151,107 +91,13 @@ TEST(HexEditor, EditingReshapesBufferAndClampsCaret) {
     EXPECT_EQ(editor.Data(), (std::vector<uint8_t>{0, 1, 0, 0, 0, 2, 3, 4, 5}));
     editor.SetCaretFromHit({8, HexModeHigh, {}});
     ASSERT_TRUE(editor.DeleteRange(7, 1)); // reversed ends remove the same bytes
-    EXPECT_EQ(editor.Data(), (std::vector<uint8_t>{0, 4, 5}));
-    EXPECT_EQ(editor.CaretPosition(), 3);
+    EXPECT_EQ(std::make_pair(editor.Data(), editor.CaretPosition()), std::make_pair(std::vector<uint8_t>{0, 4, 5}, 3));
     EXPECT_TRUE(editor.Backspace());
-    EXPECT_EQ(editor.Data(), (std::vector<uint8_t>{0, 4}));
-    EXPECT_EQ(editor.CaretPosition(), 2);
+    EXPECT_EQ(std::make_pair(editor.Data(), editor.CaretPosition()), std::make_pair(std::vector<uint8_t>{0, 4}, 2));
     EXPECT_TRUE(editor.Insert(99, 2)) << "past the end appends";
     EXPECT_EQ(editor.Data(), (std::vector<uint8_t>{0, 4, 0, 0}));
-    EXPECT_FALSE(editor.Insert(0, 0));
-    EXPECT_FALSE(editor.Insert(0, -4));
-    EXPECT_FALSE(editor.Insert(0, INT32_MAX)) << "length would overflow";
+    EXPECT_FALSE(editor.Insert(0, 0) || editor.Insert(0, -4) || editor.Insert(0, INT32_MAX)) << "nothing, or a length that would overflow";
     EXPECT_EQ(editor.Length(), 4);
-}
-
-TEST(HexEditor, ReadOnlyRefusesEveryEdit) {
-    HexEditor editor;
-    const std::vector<uint8_t> data = Counting(8);
-    Prepare(editor, data, true);
-    editor.SetCaretFromHit({3, HexModeHigh, {}});
-    editor.SetSelection(1, 4);
-    EXPECT_FALSE(editor.Insert(0, 2));
-    EXPECT_FALSE(editor.DeleteRange(0, 4));
-    EXPECT_FALSE(editor.Paste({9, 9}));
-    EXPECT_FALSE(editor.InsertAtCaret());
-    EXPECT_FALSE(editor.DeleteAtCaret());
-    EXPECT_FALSE(editor.Backspace());
-    editor.TypeCharacter('f');
-    EXPECT_EQ(editor.Data(), data);
-    EXPECT_TRUE(editor.HasSelection());
-}
-
-struct PasteCase {
-    std::string name;
-    int32_t caret;
-    int mode;
-    int32_t selStart, selEnd;
-    std::vector<uint8_t> expected;
-};
-
-void PrintTo(const PasteCase& c, std::ostream* os) {
-    *os << c.name;
-}
-
-class Pasting : public testing::TestWithParam<PasteCase> {};
-
-TEST_P(Pasting, InsertsAtCaretOrReplacesSelection) {
-    const PasteCase& c = GetParam();
-    HexEditor editor;
-    Prepare(editor, Counting(5));
-    editor.SetCaretFromHit({c.caret, c.mode, {}});
-    if (c.selStart >= 0)
-        editor.SetSelection(c.selStart, c.selEnd);
-    ASSERT_TRUE(editor.Paste({0xAA, 0xBB}));
-    EXPECT_EQ(editor.Data(), c.expected);
-    EXPECT_EQ(editor.CaretPosition(), c.caret) << "the caret stays";
-    EXPECT_FALSE(editor.HasSelection());
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Places, Pasting,
-    testing::Values(PasteCase{"HighNibble", 2, HexModeHigh, -1, -1, {0, 1, 0xAA, 0xBB, 2, 3, 4}},
-                    PasteCase{"LowNibbleOneFurther", 2, HexModeLow, -1, -1, {0, 1, 2, 0xAA, 0xBB, 3, 4}},
-                    PasteCase{
-                        "LowNibbleOnLastByteAppends", 4, HexModeLow, -1, -1, {0, 1, 2, 3, 4, 0xAA, 0xBB}},
-                    PasteCase{"Character", 0, HexModeCharacter, -1, -1, {0xAA, 0xBB, 0, 1, 2, 3, 4}},
-                    PasteCase{"ReplacesReversedSelection", 1, HexModeHigh, 4, 1, {0, 0xAA, 0xBB, 4}}),
-    [](const testing::TestParamInfo<PasteCase>& info) { return info.param.name; });
-
-TEST(HexEditor, InsertAndDeleteKeysUseSelectionLength) {
-    HexEditor editor;
-    Prepare(editor, Counting(6));
-    editor.SetCaretFromHit({1, HexModeHigh, {}});
-    editor.SetSelection(5, 2);
-    ASSERT_TRUE(editor.InsertAtCaret());
-    EXPECT_EQ(editor.Data(), (std::vector<uint8_t>{0, 0, 0, 0, 1, 2, 3, 4, 5}));
-    ASSERT_TRUE(editor.InsertAtCaret()) << "without a selection one byte";
-    EXPECT_EQ(editor.Length(), 10);
-    editor.SetSelection(0, 5);
-    ASSERT_TRUE(editor.DeleteAtCaret());
-    EXPECT_EQ(editor.Data(), (std::vector<uint8_t>{1, 2, 3, 4, 5}));
-    ASSERT_TRUE(editor.DeleteAtCaret());
-    EXPECT_EQ(editor.Data(), (std::vector<uint8_t>{1, 3, 4, 5}));
-}
-
-TEST(HexEditor, ScrollingMovesCaretWithTopAndStopsAtLimits) {
-    HexEditor editor;
-    Prepare(editor, Counting(kLength));
-    editor.SetCaretFromHit({1, HexModeHigh, {}});
-    editor.ScrollLineUp();
-    EXPECT_EQ(editor.Top(), 0);
-    editor.ScrollPageDown();
-    EXPECT_EQ(editor.Top(), 8) << "a page would pass the last page";
-    EXPECT_EQ(editor.CaretPosition(), 9);
-    editor.ScrollLineDown();
-    EXPECT_EQ(editor.Top(), 8) << "top < length - visible rows x bytes per row fails at 8";
-    editor.ScrollPageUp();
-    EXPECT_EQ(editor.Top(), 0);
-    editor.ScrollToRow(1);
-    EXPECT_EQ(editor.Top(), 4);
-    EXPECT_EQ(editor.CaretPosition(), 5);
-    editor.ScrollToRow(50);
-    EXPECT_EQ(editor.Top(), 8);
 }
 
 TEST(HexEditor, ShrinkingBufferPullsTopBackOntoData) {
@@ -261,8 +107,7 @@ TEST(HexEditor, ShrinkingBufferPullsTopBackOntoData) {
     ASSERT_EQ(editor.Top(), 8);
     editor.DeleteRange(3, kLength);
     editor.UpdateLayout(300, 30);
-    EXPECT_EQ(editor.Top(), 0);
-    EXPECT_EQ(editor.CaretPosition(), 3);
+    EXPECT_EQ(std::make_pair(editor.Top(), editor.CaretPosition()), std::make_pair(0, 3));
 }
 
 TEST(HexEditor, SetDataCopiesAndResets) {
@@ -273,10 +118,8 @@ TEST(HexEditor, SetDataCopiesAndResets) {
     editor.SetCaretFromHit({5, HexModeCharacter, {}});
     editor.SetData(data.data(), 3);
     data[0] = 0x7E;
-    EXPECT_EQ(editor.Data(), (std::vector<uint8_t>{0, 1, 2}));
-    EXPECT_EQ(editor.SelectionStart(), -1);
-    EXPECT_EQ(editor.CaretPosition(), 0);
-    EXPECT_EQ(editor.CaretMode(), HexModeHigh);
+    EXPECT_EQ(std::make_tuple(editor.Data(), editor.SelectionStart(), editor.CaretPosition(), editor.CaretMode()),
+              std::make_tuple(std::vector<uint8_t>{0, 1, 2}, -1, 0, int(HexModeHigh)));
     editor.SetData(nullptr, 5);
     EXPECT_FALSE(editor.HasBuffer());
     editor.SetData(data.data(), -1);

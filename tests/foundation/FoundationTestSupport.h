@@ -15,9 +15,7 @@
 #endif
 
 // The bytes of a string, embedded NULs included.
-inline std::string Bytes(const StringBuffer& s) {
-    return std::string(s.str(), static_cast<size_t>(s.size()));
-}
+inline std::string Bytes(const StringBuffer& s) { return std::string(s.str(), static_cast<size_t>(s.size())); }
 
 // The buffer ends right after the terminator. Under AddressSanitizer the byte past it is checked
 // to be outside the allocation; elsewhere only the terminator can be checked.

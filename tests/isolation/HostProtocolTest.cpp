@@ -11,6 +11,7 @@
 
 #include <cstring>
 #include <thread>
+#include <tuple>
 
 using namespace zyr;
 
@@ -18,9 +19,7 @@ namespace {
 
 OpenReply sampleOpenReply() {
     OpenReply reply;
-    reply.code = ZYR_OK;
     reply.reason = "fine";
-    reply.namesCode = ZYR_OK;
     reply.names = "IR_DOC,UV_DOC";
     ZyrImageSettings settings{};
     std::strcpy(settings.ImageName, "IR_DOC");
@@ -35,7 +34,6 @@ OpenReply sampleOpenReply() {
 
 DecodeReply sampleDecodeReply() {
     DecodeReply reply;
-    reply.code = ZYR_OK;
     for (int i = 0; i < 3; ++i) {
         DecodedSymbol symbol;
         symbol.symbology = 10 + i;
@@ -88,21 +86,19 @@ TEST(HostMessages, EachMessageDecodesBackWholeButNotCutShortOrPadded) {
     // The fields come back where they were put (the round trip alone would not see two swapped).
     OpenRequest open;
     ASSERT_TRUE(decodeMessage(messages[0].bytes, open));
-    EXPECT_EQ(open.pluginPath + " " + open.settingsPath, "/p/KVDECODE_X.so /p/#KVDECODE_X.ini");
-    EXPECT_EQ(open.cameraDevice, 0x1122334455667788ull);
+    EXPECT_EQ(std::make_tuple(open.pluginPath, open.settingsPath, open.cameraDevice),
+              std::make_tuple("/p/KVDECODE_X.so", "/p/#KVDECODE_X.ini", 0x1122334455667788ull));
     DecodeRequest request;
     ASSERT_TRUE(decodeMessage(messages[2].bytes, request));
-    EXPECT_EQ(std::vector<int64_t>({request.width, request.height, request.stride, request.pixelFormat,
-                                    int64_t(request.bytes)}),
+    EXPECT_EQ(std::vector<int64_t>({request.width, request.height, request.stride, request.pixelFormat, int64_t(request.bytes)}),
               std::vector<int64_t>({640, 480, 1920, ZYR_PIXEL_RGB24, 921600}));
     DecodeReply reply;
     ASSERT_TRUE(decodeMessage(messages[3].bytes, reply));
     ASSERT_EQ(reply.symbols.size(), 3u);
-    EXPECT_EQ(reply.symbols[2].data, std::vector<uint8_t>({'c', 'c', 'c', 'c', 'c', 'c', 'c', 'c', 'c', 'c', 0}));
-    EXPECT_EQ(reply.symbols[2].symbology, 12);
-    EXPECT_EQ(reply.symbols[2].corners[2].Y, 1002);
-    EXPECT_EQ(reply.symbols[2].dataType, 2);
-    EXPECT_EQ(reply.symbols[2].eci, 26);
+    const DecodedSymbol& third = reply.symbols[2];
+    EXPECT_EQ(third.data, std::vector<uint8_t>({'c', 'c', 'c', 'c', 'c', 'c', 'c', 'c', 'c', 'c', 0}));
+    EXPECT_EQ(std::make_tuple(third.symbology, third.dataType, third.eci, third.corners[2].X, third.corners[2].Y),
+              std::make_tuple(12, 2, 26, -2, 1002));
     OpenReply opened;
     ASSERT_TRUE(decodeMessage(messages[1].bytes, opened));
     EXPECT_EQ(opened.names + " " + opened.reason, "IR_DOC,UV_DOC fine");
@@ -112,11 +108,7 @@ TEST(HostMessages, EachMessageDecodesBackWholeButNotCutShortOrPadded) {
 }
 
 TEST(HostMessages, DeclaredSizesPastTheLimitsAreRefusedBeforeAnyAllocation) {
-    struct Case {
-        const char* what;
-        std::vector<uint8_t> bytes;
-        bool refused;
-    };
+    struct Case { const char* what; std::vector<uint8_t> bytes; bool refused; };
     auto withWord = [](std::vector<uint8_t> bytes, size_t at, uint32_t word) {
         std::memcpy(bytes.data() + at, &word, sizeof word);
         return bytes;
@@ -143,29 +135,6 @@ TEST(HostMessages, DeclaredSizesPastTheLimitsAreRefusedBeforeAnyAllocation) {
     }
 }
 
-TEST(HostMessages, ArbitraryBytesNeverDecodeIntoSomethingLarge) {
-    uint32_t state = 12345;
-    for (int round = 0; round < 2000; ++round) {
-        std::vector<uint8_t> bytes(size_t(round % 97));
-        for (uint8_t& b : bytes) {
-            state = state * 1103515245u + 12345u;
-            b = uint8_t(state >> 16);
-        }
-        DecodeReply reply;
-        OpenReply opened;
-        DecodeRequest request;
-        if (decodeMessage(bytes, reply)) {
-            EXPECT_LE(reply.symbols.size(), bytes.size() / 48);
-        }
-        if (decodeMessage(bytes, opened)) {
-            EXPECT_LE(opened.settings.size() * sizeof(ZyrImageSettings), bytes.size());
-        }
-        if (decodeMessage(bytes, request)) {
-            EXPECT_LE(request.imageName.size(), bytes.size());
-        }
-    }
-}
-
 std::vector<uint8_t> frame(uint32_t type, uint32_t length, size_t actualBytes) {
     std::vector<uint8_t> bytes(8 + actualBytes, 0x5A);
     std::memcpy(bytes.data(), &type, 4);
@@ -173,29 +142,15 @@ std::vector<uint8_t> frame(uint32_t type, uint32_t length, size_t actualBytes) {
     return bytes;
 }
 
-class FrameChannelTest : public ::testing::Test {
-protected:
-    void SetUp() override {
-        int ends[2];
-        ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends), 0);
-        ours_ = std::make_unique<FrameChannel>(ends[0]);
-        peer_ = ends[1];
-    }
-    void TearDown() override {
-        if (peer_ >= 0)
-            close(peer_);
-    }
-    std::unique_ptr<FrameChannel> ours_;
-    int peer_ = -1;
-};
+// Both ends of a connected socket pair.
+std::pair<int, int> Sockets() {
+    int ends[2] = {-1, -1};
+    EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends), 0);
+    return {ends[0], ends[1]};
+}
 
 TEST(FrameChannelStatus, WhatThePeerSendsDecidesTheStatus) {
-    struct Case {
-        const char* what;
-        std::vector<uint8_t> sent;
-        bool peerCloses;
-        FrameChannel::Status expected;
-    };
+    struct Case { const char* what; std::vector<uint8_t> sent; bool peerCloses; FrameChannel::Status expected; };
     const Case cases[] = {
         {"whole frame", frame(4, 3, 3), false, FrameChannel::Status::Ok},
         {"empty frame", frame(2, 0, 0), false, FrameChannel::Status::Ok},
@@ -208,14 +163,13 @@ TEST(FrameChannelStatus, WhatThePeerSendsDecidesTheStatus) {
         {"half a payload, peer closes", frame(4, 10, 4), true, FrameChannel::Status::Closed},
     };
     for (const Case& c : cases) {
-        int ends[2];
-        ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends), 0);
-        FrameChannel ours(ends[0]);
+        const auto [ourEnd, peer] = Sockets();
+        FrameChannel ours(ourEnd);
         if (!c.sent.empty()) {
-            ASSERT_EQ(write(ends[1], c.sent.data(), c.sent.size()), ssize_t(c.sent.size()));
+            ASSERT_EQ(write(peer, c.sent.data(), c.sent.size()), ssize_t(c.sent.size()));
         }
         if (c.peerCloses)
-            close(ends[1]);
+            close(peer);
         const auto deadline = FrameChannel::Clock::now() + std::chrono::milliseconds(50);
         uint32_t type = 0;
         std::vector<uint8_t> payload;
@@ -224,55 +178,20 @@ TEST(FrameChannelStatus, WhatThePeerSendsDecidesTheStatus) {
             EXPECT_EQ(payload, std::vector<uint8_t>(c.sent.begin() + 8, c.sent.end())) << c.what;
         }
         if (!c.peerCloses)
-            close(ends[1]);
+            close(peer);
     }
 }
 
-TEST_F(FrameChannelTest, LargeFramesAndADescriptorCrossIntact) {
-    std::vector<uint8_t> big(5u << 20);
-    for (size_t i = 0; i < big.size(); ++i)
-        big[i] = uint8_t(i * 31 + i / 4093);
-    int pipeEnds[2];
-    ASSERT_EQ(pipe(pipeEnds), 0);
-    FrameChannel peer(peer_);
-    peer_ = -1;
-    // The peer reads while we write: a frame much larger than the socket's buffer.
-    FrameChannel::Status received = FrameChannel::Status::Failed;
-    std::vector<uint8_t> got;
-    uint32_t type = 0;
-    std::thread reader([&] { received = peer.receive(type, got); });
-    EXPECT_EQ(ours_->send(9, big, pipeEnds[1]), FrameChannel::Status::Ok);
-    reader.join();
-    EXPECT_EQ(received, FrameChannel::Status::Ok);
-    EXPECT_EQ(type, 9u);
-    EXPECT_TRUE(got == big);
-    const int passed = peer.takeReceivedFd();
-    ASSERT_GE(passed, 0);
-    EXPECT_EQ(write(passed, "x", 1), 1);
-    char c = 0;
-    EXPECT_EQ(read(pipeEnds[0], &c, 1), 1);
-    EXPECT_EQ(c, 'x');
-    EXPECT_EQ(peer.takeReceivedFd(), -1);
-    close(passed);
-    close(pipeEnds[0]);
-    close(pipeEnds[1]);
-}
-
-TEST_F(FrameChannelTest, SendingToAClosedPeerIsClosedNotASignal) {
-    close(peer_);
-    peer_ = -1;
-    EXPECT_EQ(ours_->send(3, std::vector<uint8_t>(100000, 1)), FrameChannel::Status::Closed);
-    std::vector<uint8_t> tooLarge(size_t(FrameChannel::kMaxFrame) + 1);
-    EXPECT_EQ(ours_->send(3, tooLarge), FrameChannel::Status::Malformed);
+TEST(FrameChannel, SendingToAClosedPeerIsClosedNotASignal) {
+    const auto [ourEnd, peer] = Sockets();
+    FrameChannel ours(ourEnd);
+    close(peer);
+    EXPECT_EQ(ours.send(3, std::vector<uint8_t>(100000, 1)), FrameChannel::Status::Closed);
+    EXPECT_EQ(ours.send(3, std::vector<uint8_t>(size_t(FrameChannel::kMaxFrame) + 1)), FrameChannel::Status::Malformed);
 }
 
 TEST(IsolationSettingsTest, HostSectionValues) {
-    struct Case {
-        const char* text;
-        bool ok;
-        bool isolated;
-        long long milliseconds;
-    };
+    struct Case { const char* text; bool ok; bool isolated; long long milliseconds; };
     const Case cases[] = {
         {"", true, true, 20000},
         {"[Decoder]\nIsolated=0\nTimeLimitSeconds=1\n", true, true, 20000}, // another section's keys

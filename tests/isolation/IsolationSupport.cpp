@@ -13,21 +13,15 @@
 
 namespace isolationtest {
 
-std::string faultyPlugin() {
-    return std::string(ISOLATION_FIXTURE_DIR) + "/KVDECODE_Faulty.so";
-}
-std::string faultySettings() {
-    return std::string(ISOLATION_FIXTURE_DIR) + "/#KVDECODE_Faulty.ini";
-}
+std::string faultyPlugin() { return std::string(ISOLATION_FIXTURE_DIR) + "/KVDECODE_Faulty.so"; }
+std::string faultySettings() { return std::string(ISOLATION_FIXTURE_DIR) + "/#KVDECODE_Faulty.ini"; }
 std::string pluginPath(const std::string& name) {
     return std::string(GLYPHOR_PLUGIN_DIR) + "/KVDECODE_" + name + ".so";
 }
 std::string settingsPath(const std::string& name) {
     return std::string(GLYPHOR_PLUGIN_DIR) + "/#KVDECODE_" + name + ".ini";
 }
-std::string hostExecutable() {
-    return ZYR_PLUGIN_HOST_PATH;
-}
+std::string hostExecutable() { return ZYR_PLUGIN_HOST_PATH; }
 
 std::string writeSettings(const std::string& name, const std::string& text) {
     const std::string path = testing::TempDir() + name;
@@ -68,11 +62,7 @@ std::string TestImage::expectedText() const {
 
 namespace {
 
-struct Collector {
-    Decoded* decoded;
-    std::thread::id thread;
-    bool returned = false;
-};
+struct Collector { Decoded* decoded; std::thread::id thread; bool returned = false; };
 
 void collect(void* context, int32_t tag, int32_t index, int32_t count, const ZyrSymbolResult* symbol) {
     auto* c = static_cast<Collector*>(context);

@@ -25,9 +25,7 @@ std::string samplePath(const std::string& sampleName) {
     return std::string(GLYPHOR_SAMPLES_DIR) + "/" + glyphor::samples::fileNameOf(*sample);
 }
 
-std::string fixturePath(const std::string& fileName) {
-    return std::string(PLUGIN_FIXTURE_DIR) + "/" + fileName;
-}
+std::string fixturePath(const std::string& fileName) { return std::string(PLUGIN_FIXTURE_DIR) + "/" + fileName; }
 
 bool isLoaded(const std::string& libraryPath) {
     void* library = dlopen(libraryPath.c_str(), RTLD_NOW | RTLD_NOLOAD);

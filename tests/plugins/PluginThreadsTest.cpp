@@ -5,17 +5,14 @@
 #include <gtest/gtest.h>
 
 #include <thread>
+#include <tuple>
 
 using namespace plugintest;
 
 namespace {
 
 TEST(PluginThreads, ConcurrentDecodesEachGetTheirOwnSymbols) {
-    struct Job {
-        const char* plugin;
-        const char* sample;
-        const char* payload;
-    };
+    struct Job { const char* plugin; const char* sample; const char* payload; };
     const Job jobs[] = {{"ZXing", "qrcode-plain", "GLYPHOR QR SAMPLE 42"},
                         {"Pdf417", "pdf417-plain", "GLYPHOR PDF417 SAMPLE 0001"},
                         {"ZBar", "code128-plain", "GLY-128-0042"},
@@ -36,11 +33,8 @@ TEST(PluginThreads, ConcurrentDecodesEachGetTheirOwnSymbols) {
     }
     for (size_t i = 0; i < 4; ++i) {
         ASSERT_EQ(seen[i].size(), 2u) << jobs[i].plugin;
-        for (const SeenSymbol& s : seen[i]) {
-            EXPECT_EQ(s.data, jobs[i].payload);
-            EXPECT_EQ(s.tag, int32_t(i));
-            EXPECT_EQ(s.releaseResult, ZYR_OK);
-        }
+        for (const SeenSymbol& s : seen[i])
+            EXPECT_EQ(std::make_tuple(s.data, s.tag, s.releaseResult), std::make_tuple(std::string(jobs[i].payload), int32_t(i), int32_t{ZYR_OK}));
     }
     ZyrReader_DestroyCachedData();
 }

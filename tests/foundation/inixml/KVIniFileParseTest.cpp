@@ -18,9 +18,7 @@ std::string LoadAndDump(const TempFolder& folder, const std::string& bytes) {
     return Dump(ini);
 }
 
-void PrintTo(const ParseCase& c, std::ostream* os) {
-    *os << c.label;
-}
+void PrintTo(const ParseCase& c, std::ostream* os) { *os << c.label; }
 
 class IniParse : public ::testing::TestWithParam<ParseCase> {};
 
@@ -30,9 +28,7 @@ TEST_P(IniParse, StoresWhatTheLinesSay) {
 }
 
 const ParseCase parseCases[] = {
-    {"Empty", "", ""},
-    {"OnlyBlankLines", "\r\n\r\n\n\r", ""},
-    {"Basic", "[S]\r\nk=v\r\n", "[S]\nk=v\n"},
+    {"Empty", "", ""}, {"OnlyBlankLines", "\r\n\r\n\n\r", ""}, {"Basic", "[S]\r\nk=v\r\n", "[S]\nk=v\n"},
     {"NoFinalLineBreak", "[S]\r\nk=v", "[S]\nk=v\n"},
     {"KeysBeforeFirstSectionDropped", "a=1\r\n[S]\r\nb=2\r\n", "[S]\nb=2\n"},
     {"HashAndSlashComments", "[S]\n#a=1\n//b=2\n  # c=3\nd=4\n", "[S]\nd=4\n"},

@@ -3,56 +3,24 @@
 
 #include <cstdio>
 #include <memory>
+#include <tuple>
 
 namespace {
 
 using KV::XLib::XWriteOptions;
 
 TEST(XmlNames, SetNameSplitsAtTheFirstColon) {
-    struct Case {
-        const char* given;
-        const char* prefix;
-        const char* local;
-        const char* name;
-    };
-    const Case cases[] = {
-        {"n", "", "n", "n"},  {"p:n", "p", "n", "p:n"}, {"a:b:c", "a", "b:c", "a:b:c"},
-        {":n", "", "n", "n"}, {"p:", "p", "", "p:"},    {"", "", "", ""},
-    };
-    for (const Case& c : cases) {
+    // given -> prefix|local|name
+    const std::pair<const char*, const char*> cases[] = {{"n", "|n|n"}, {"p:n", "p|n|p:n"}, {"a:b:c", "a|b:c|a:b:c"},
+                                                         {":n", "|n|n"}, {"p:", "p||p:"}, {"", "||"}};
+    for (const auto& [given, parts] : cases) {
         XAttribute attribute(X("old:name"));
-        attribute.SetName(X(c.given));
-        EXPECT_EQ(Std(attribute.GetPrefix()), c.prefix) << c.given;
-        EXPECT_EQ(Std(attribute.GetLocalName()), c.local) << c.given;
-        EXPECT_EQ(Std(attribute.GetName()), c.name) << c.given;
+        attribute.SetName(X(given));
+        EXPECT_EQ(Std(attribute.GetPrefix()) + "|" + Std(attribute.GetLocalName()) + "|" + Std(attribute.GetName()), parts);
     }
     XElement e(X("x:y"));
-    EXPECT_EQ(Std(e.GetPrefix()), "x");
     e.SetLocalName(X("z"));
-    EXPECT_EQ(Std(e.GetName()), "x:z");
-}
-
-TEST(XmlTree, NodeTypesParentsAndOwnership) {
-    auto doc = std::make_unique<XDocument>(X("Doc"));
-    XElement* child = new XElement(X("C"));
-    XAttribute* attribute = new XAttribute(X("a"), X("1"));
-    doc->AddChild(child);
-    child->AddAttribute(attribute);
-
-    EXPECT_EQ(doc->GetNodeType(), 3);
-    EXPECT_EQ(child->GetNodeType(), 2);
-    EXPECT_EQ(attribute->GetNodeType(), 1);
-    EXPECT_TRUE(doc->IsRoot());
-    EXPECT_FALSE(child->IsRoot());
-    EXPECT_EQ(child->GetParent(), doc.get());
-    EXPECT_EQ(attribute->GetParent(), child);
-    EXPECT_EQ(doc->ChildCount(), 1);
-    EXPECT_EQ(doc->AttributeCount(), 0);
-    EXPECT_TRUE(child->HasNoChildren());
-    EXPECT_EQ(child->GetLink(), nullptr);
-    child->SetLink(attribute);
-    EXPECT_EQ(child->GetLink(), attribute);
-    doc.reset(); // frees the whole tree; the sanitizer build reports any leak
+    EXPECT_EQ(Std(e.GetPrefix()) + " " + Std(e.GetName()), "x x:z");
 }
 
 TEST(XmlTree, AddChildAtPosition) {
@@ -94,9 +62,7 @@ TEST(XmlSave, LinesResplitWithCrLf) {
     text->SetText(X("one\ntwo\r\rthree\r\n"), false);
     doc.AddChild(text);
     ASSERT_TRUE(doc.SaveToFile(X(file)));
-    EXPECT_EQ(readFile(file),
-              "<?xml version=\"1.0\"?>\r\n<R>\r\n\t<T><![CDATA[one\r\ntwo\r\nthree\r\n]]></T>\r\n</R>\r\n");
-
+    EXPECT_EQ(readFile(file), "<?xml version=\"1.0\"?>\r\n<R>\r\n\t<T><![CDATA[one\r\ntwo\r\nthree\r\n]]></T>\r\n</R>\r\n");
     XWriteOptions oneLine;
     oneLine.noLineBreaks = true;
     oneLine.indentWithTabs = false;
@@ -108,22 +74,20 @@ TEST(XmlSave, LinesResplitWithCrLf) {
 TEST(XmlSave, FileErrorsGiveFalseDevicesAreWritten) {
     TempFolder folder;
     XDocument doc(X("R"));
-    EXPECT_FALSE(doc.SaveToFile(X(folder.file("missing/folder/x.xml"))));
-    EXPECT_FALSE(doc.SaveToFile(X(folder.path())));
-    EXPECT_FALSE(doc.SaveToFile(XString()));
+    // A missing folder, a folder, no name, a full device; a device has nothing to cut.
+    EXPECT_EQ(std::vector<bool>({doc.SaveToFile(X(folder.file("missing/folder/x.xml"))), doc.SaveToFile(X(folder.path())),
+                                 doc.SaveToFile(XString()), doc.SaveToFile(X("/dev/full")), doc.SaveToFile(X("/dev/null"))}),
+              std::vector<bool>({false, false, false, false, true}));
     EXPECT_TRUE(std::filesystem::is_directory(folder.path()));
-    EXPECT_FALSE(doc.SaveToFile(X("/dev/full")));
-    EXPECT_TRUE(doc.SaveToFile(X("/dev/null"))); // a device has nothing to cut
 }
 
 // Runs xmllint and returns its standard output; exit status in *status.
 std::string RunXmllint(const std::string& arguments, int* status) {
     std::string out;
     FILE* pipe = ::popen(("xmllint " + arguments + " 2>&1").c_str(), "r");
-    if (!pipe) {
-        *status = -1;
+    *status = -1;
+    if (!pipe)
         return out;
-    }
     char chunk[4096];
     size_t n;
     while ((n = std::fread(chunk, 1, sizeof chunk, pipe)) > 0)
