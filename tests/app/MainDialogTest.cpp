@@ -616,16 +616,20 @@ private slots:
         QVERIFY(std::filesystem::exists(app->file("Glyphor.ini")));
     }
 
-    void darkObjectRefusalIsShown() {
+    void darkObjectDetectGoesToTheCameraAndARefusalIsShown() {
         Start();
-        rd::SetResult("ZyrReader_CameraUpdateSettings", ZYR_ERR_NOT_INITIALISED);
         auto* box = Control<QCheckBox>(dlg.get(), IDC_DARK_OBJECT_DETECT);
+        rd::ClearCalls();
         box->click();
-        QVERIFY(box->isChecked()); // not reset after the error
-        QCOMPARE(int(messages.size()), 1);
-        QCOMPARE(messages[0].first, MessageKind::Exclamation);
-        QCOMPARE(messages[0].second, QStringLiteral("Error saving settings.  Error code: 1"));
-        QCOMPARE(ReaderSession::Settings().DarkObjectDetect, uint8_t(1));
+        QCOMPARE(rd::CallTexts(), std::vector<std::string>{"ZyrReader_CameraUpdateSettings(" +
+                                                           rd::Ptr(&ReaderSession::Settings()) + ", 1)"});
+        QVERIFY(messages.empty());
+        rd::SetResult("ZyrReader_CameraUpdateSettings", ZYR_ERR_NOT_INITIALISED);
+        box->click();
+        QVERIFY(!box->isChecked()); // not reset after the error
+        QCOMPARE(ReaderSession::Settings().DarkObjectDetect, uint8_t(0));
+        QCOMPARE(messages, (std::vector<std::pair<MessageKind, QString>>{
+                               {MessageKind::Exclamation, "Error saving settings.  Error code: 1"}}));
     }
 
     void messagesFromAWorkerReachTheInterfaceThread() {
