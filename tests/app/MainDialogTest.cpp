@@ -1,6 +1,8 @@
 // The main window on the offscreen platform: controls and texts, button rules, resizing, the
-// statistics line, a decode run through the real job runner, closing while busy, and settings.
+// statistics line, a decode run through the real job runner, the results row menu, closing while
+// busy, and settings.
 #include "JobWait.h"
+#include "CAAMVADialog.h"
 #include "CBitmapPicture.h"
 #include "CCancelDlg.h"
 #include "CGlyphorDlg.h"
@@ -75,6 +77,23 @@ const struct {
                  {IDC_AVERAGE_PROCESS_LABEL, "Average Image Process Time:", true, true, 'd'},
                  {IDC_AVERAGE_PROCESS, "-", true, true, 'd'}};
 
+using Messages = std::vector<std::pair<MessageKind, QString>>;
+
+// Parses through the real dialog and, instead of running it, notes what it would show.
+class RecordingViewer : public AamvaViewer {
+public:
+    explicit RecordingViewer(QStringList& shownLicences) : m_shown(shownLicences) {}
+    int32_t Parse(const uint8_t* bytes, int32_t length) override { return m_dialog.Parse(bytes, length); }
+    void ShowModal() override {
+        const AAMVARecord* record = m_dialog.Result().Record();
+        m_shown << (record ? QString::fromLatin1(record->LicenceNumber) : QStringLiteral("<no record>"));
+    }
+
+private:
+    CAAMVADialog m_dialog;
+    QStringList& m_shown;
+};
+
 } // namespace
 
 class MainDialogTest : public QObject {
@@ -84,8 +103,11 @@ private:
     std::unique_ptr<TempFolder> app;
     std::unique_ptr<TempFolder> images;
     std::unique_ptr<CGlyphorDlg> dlg;
-    std::vector<std::pair<MessageKind, QString>> messages;
+    Messages messages;
     QStringList nextFiles;
+    QString savePath;
+    int saveRequests = 0;
+    QStringList shownLicences;
     bool chooserAccepts = true;
     uint32_t chooserFilter = 1;
     std::vector<uint32_t> filtersOffered;
@@ -107,6 +129,11 @@ private:
             paths = nextFiles;
             return chooserAccepts;
         });
+        d->SetSavePathChooser([this] {
+            ++saveRequests;
+            return savePath;
+        });
+        d->SetAamvaViewerFactory([this] { return std::make_unique<RecordingViewer>(shownLicences); });
         return d;
     }
 
@@ -137,6 +164,24 @@ private:
         InstallPlugin(plugin);
         Start();
         PluginList()->item(0)->setSelected(true);
+    }
+    // Three images decoded by one plug-in: rows "first", "[NO DATA]" and "third".
+    void DecodeThreeRows() {
+        rd::PluginScript plugin{"KVDECODE_A.so"};
+        rd::SymbolScript first, third;
+        first.data = "first", third.data = "third";
+        plugin.decodes = {{first}, {}, {third}};
+        StartWith(plugin);
+        Open(Pngs({"1.png", "2.png", "3.png"}));
+        Button(IDC_DECODE_MULTI)->click();
+        QVERIFY(JobEnds(*dlg));
+        QCOMPARE(Results()->topLevelItemCount(), 3);
+    }
+    QPoint CentreOfRow(int row) const { return Results()->visualItemRect(Results()->topLevelItem(row)).center(); }
+    void Select(const QList<int>& rows) {
+        Results()->clearSelection();
+        for (int row : rows)
+            Results()->topLevelItem(row)->setSelected(true);
     }
 
     // Right-clicks a point of a control through the window, as the platform delivers it (press,
@@ -182,6 +227,9 @@ private slots:
         chooserAccepts = true;
         chooserFilter = 1;
         filtersOffered.clear();
+        savePath.clear();
+        saveRequests = 0;
+        shownLicences.clear();
     }
     void cleanup() {
         dlg.reset();
@@ -529,8 +577,75 @@ private slots:
         box->click();
         QVERIFY(!box->isChecked()); // not reset after the error
         QCOMPARE(ReaderSession::Settings().DarkObjectDetect, uint8_t(0));
-        QCOMPARE(messages, (std::vector<std::pair<MessageKind, QString>>{
-                               {MessageKind::Exclamation, "Error saving settings.  Error code: 1"}}));
+        QCOMPARE(messages, (Messages{{MessageKind::Exclamation, "Error saving settings.  Error code: 1"}}));
+    }
+
+    // The results list's row menu: only on a row, wired to the row actions on the last selected row.
+    void menuOnlyOnARow() {
+        DecodeThreeRows();
+        QMenu onRow;
+        QVERIFY(dlg->BuildResultMenu(onRow, CentreOfRow(2)));
+        QCOMPARE(onRow.actions().size(), 2);
+        QCOMPARE(onRow.actions()[0]->text() + onRow.actions()[1]->text(), "Parse as AAMVA Data...Save Data as Binary...");
+
+        QMenu below;
+        const QPoint underLastRow(CentreOfRow(2).x(), Results()->viewport()->height() - 2);
+        QVERIFY(!Results()->itemAt(underLastRow));
+        QVERIFY(!dlg->BuildResultMenu(below, underLastRow));
+        QVERIFY(below.actions().isEmpty());
+    }
+
+    void menuCommandsSaveTheLastSelectedRow() {
+        DecodeThreeRows();
+        savePath = QString::fromStdString(images->file("row.bin"));
+        QMenu menu;
+        QVERIFY(dlg->BuildResultMenu(menu, CentreOfRow(0)));
+
+        Select({0, 2});
+        menu.actions().at(1)->trigger();
+        QCOMPARE(QString::fromStdString(readFile(savePath.toStdString())), QStringLiteral("third"));
+        Select({0});
+        menu.actions().at(1)->trigger();
+        QCOMPARE(QString::fromStdString(readFile(savePath.toStdString())), QStringLiteral("first"));
+        QCOMPARE(saveRequests, 2);
+        QCOMPARE(int(messages.size()), 2);
+        QCOMPARE(messages[1], std::make_pair(MessageKind::Info, "Successfully saved data to " + savePath));
+    }
+
+    void rowsWithoutDataAreRefused() {
+        DecodeThreeRows();
+        QCOMPARE(Results()->topLevelItem(1)->text(4), QStringLiteral("[NO DATA]"));
+        // Nothing decoded, no row selected, the last selected without data.
+        for (const QList<int>& rows : {QList<int>{1}, QList<int>{}, QList<int>{0, 1}}) {
+            Select(rows);
+            messages.clear();
+            dlg->OnSaveDataAsBinary();
+            dlg->OnParseAsAamva();
+            const std::pair<MessageKind, QString> refusal = {MessageKind::Error, "There is not data available for this result"};
+            QCOMPARE(messages, Messages(2, refusal));
+        }
+        QCOMPARE(saveRequests, 0);
+        QVERIFY(shownLicences.isEmpty());
+    }
+
+    void parseShowsTheRecordOrSaysWhyNot() {
+        DecodeThreeRows();
+        Select({2});
+        dlg->OnParseAsAamva(); // the double knows no record: not AAMVA data
+        QVERIFY(shownLicences.isEmpty());
+        QCOMPARE(messages, (Messages{
+                               {MessageKind::Exclamation, QStringLiteral("Cannot parse data. Check that it is in an "
+                                                                         "AAMVA data format. Error code: %1").arg(ZYR_ERR_NOT_AAMVA)}}));
+
+        auto record = std::make_unique<AAMVARecord>();
+        std::memset(record.get(), 0, sizeof(AAMVARecord));
+        std::strcpy(record->LicenceNumber, "D1234567");
+        rd::SetParseRecord(*record, {});
+        messages.clear();
+        dlg->OnParseAsAamva();
+        QCOMPARE(shownLicences, QStringList{"D1234567"});
+        QVERIFY(messages.empty());
+        QCOMPARE(int(rd::CallsNamed("ZyrReader_ParseAAMVA").size()), 2);
     }
 
     void messagesFromAWorkerReachTheInterfaceThread() {
