@@ -18,8 +18,13 @@ namespace {
 // Posted events go into a queue that the test thread serves, like the window's event loop.
 class QueuedView : public SessionView {
 public:
-
-    void PostShowNextResult() override { Post(); }
+    void PostShowNextResult() override {
+        {
+            std::lock_guard<std::mutex> lock(m_mutex);
+            ++m_events;
+        }
+        m_posted.notify_all();
+    }
     void SetCaption(const std::string&) override {}
     void SetPictureImage(PictureId, std::shared_ptr<const ZyrImage>) override {}
     void ShowSideViews(bool) override {}
@@ -33,14 +38,12 @@ public:
             {
                 std::unique_lock<std::mutex> lock(m_mutex);
                 m_posted.wait(lock, [&] { return m_events > 0 || done; });
-                if (m_events == 0) {
+                if (m_events == 0)
                     return;
-                }
                 --m_events;
             }
-            if (auto row = session.decode.TakeNextRow()) {
+            if (auto row = session.decode.TakeNextRow())
                 rows.push_back(*row);
-            }
             session.stats.Format(); // the statistics line is read while the job writes
             (void)session.CurrentFileName(); // and the caption's file while the job steps
         }
@@ -48,14 +51,6 @@ public:
     void Wake() { m_posted.notify_all(); }
 
 private:
-    void Post() {
-        {
-            std::lock_guard<std::mutex> lock(m_mutex);
-            ++m_events;
-        }
-        m_posted.notify_all();
-    }
-
     std::mutex m_mutex;
     std::condition_variable m_posted;
     int m_events = 0;
@@ -88,14 +83,12 @@ TEST(DecodeConcurrency, DecodeMultiWithTheInterfaceServedConcurrently) {
         return std::shared_ptr<const ZyrImage>(&image, [](const ZyrImage*) {});
     };
     session.LoadPlugins();
-    for (size_t i = 0; i < 3; ++i) {
+    for (size_t i = 0; i < 3; ++i)
         session.plugins.SetSelected(i, true);
-    }
     const int kImages = 40;
     std::vector<std::string> files;
-    for (int i = 0; i < kImages; ++i) {
+    for (int i = 0; i < kImages; ++i)
         files.push_back("image" + std::to_string(i) + ".png");
-    }
     session.OpenImages(files, 1);
 
     std::atomic<bool> done{false};
@@ -110,10 +103,8 @@ TEST(DecodeConcurrency, DecodeMultiWithTheInterfaceServedConcurrently) {
     worker.join();
 
     ASSERT_EQ(rows.size(), size_t(3 * kImages));
-    for (size_t i = 0; i < rows.size(); ++i) {
-        // Every row belongs to the image it was decoded from, whichever plug-in got the symbols.
+    for (size_t i = 0; i < rows.size(); ++i) // each row belongs to the image it was decoded from
         EXPECT_EQ(rows[i].fileName, "image" + std::to_string(i / 3) + ".png") << i;
-    }
     EXPECT_EQ(session.stats.imageCount, kImages);
     EXPECT_EQ(session.stats.symbolsCount, 2 * 3 * kImages);
     EXPECT_EQ(session.results.DataCount(), 3 * kImages);

@@ -9,11 +9,11 @@
 #include "ReaderDouble.h"
 
 #include <QCloseEvent>
-#include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <atomic>
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <thread>
 
@@ -24,47 +24,26 @@ class JobRunnerTest : public QObject {
 private slots:
     void init() { rd::Reset(); }
 
-    void templateControls() {
-        CCancelDlg dialog;
-        QCOMPARE(dialog.windowTitle(), QStringLiteral("Stop processing"));
-        QCOMPARE(Control<QPushButton>(&dialog, IDC_STOP)->text(), QStringLiteral("Stop"));
-        auto* status = Control<QLabel>(&dialog, IDC_STATUS);
-        QVERIFY(status);
-        QVERIFY(status->alignment() & Qt::AlignHCenter);
-        QCOMPARE(status->text(), QString());
-    }
-
-    void everyWayToStopCancelsTheQueueAndKeepsTheDialog_data() {
-        QTest::addColumn<QString>("how");
-        QTest::newRow("button") << "button";
-        QTest::newRow("escape") << "escape";
-        QTest::newRow("close") << "close";
-        QTest::newRow("twice") << "twice";
-    }
     void everyWayToStopCancelsTheQueueAndKeepsTheDialog() {
-        QFETCH(QString, how);
-        CCancelDlg dialog;
-        JobControl job;
-        job.Begin();
-        dialog.SetStopHandler([&] { job.Stop(); });
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
-        QVERIFY(!job.IsStopped());
-        int expectedCancels = 1;
-        if (how == "button") {
-            QTest::mouseClick(Control<QPushButton>(&dialog, IDC_STOP), Qt::LeftButton);
-        } else if (how == "escape") {
-            QTest::keyClick(&dialog, Qt::Key_Escape);
-        } else if (how == "close") {
-            dialog.close();
-        } else {
-            Control<QPushButton>(&dialog, IDC_STOP)->click();
-            Control<QPushButton>(&dialog, IDC_STOP)->click();
-            expectedCancels = 2;
+        const std::pair<const char*, std::function<void(CCancelDlg&)>> ways[] = {
+            {"button", [](CCancelDlg& d) { QTest::mouseClick(Control<QPushButton>(&d, IDC_STOP), Qt::LeftButton); }},
+            {"escape", [](CCancelDlg& d) { QTest::keyClick(&d, Qt::Key_Escape); }},
+            {"close", [](CCancelDlg& d) { d.close(); }},
+            {"twice", [](CCancelDlg& d) { Control<QPushButton>(&d, IDC_STOP)->click(), Control<QPushButton>(&d, IDC_STOP)->click(); }}};
+        for (const auto& [how, stop] : ways) {
+            rd::Reset();
+            CCancelDlg dialog;
+            QCOMPARE(dialog.windowTitle(), QStringLiteral("Stop processing"));
+            JobControl job;
+            job.Begin();
+            dialog.SetStopHandler([&] { job.Stop(); });
+            dialog.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+            QVERIFY(!job.IsStopped());
+            stop(dialog);
+            QVERIFY2(job.IsStopped() && dialog.isVisible(), how);
+            QCOMPARE(int(rd::CallsNamed("ZyrReader_CameraCancelQueue").size()), how == std::string("twice") ? 2 : 1);
         }
-        QVERIFY(job.IsStopped());
-        QVERIFY(dialog.isVisible());
-        QCOMPARE(int(rd::CallsNamed("ZyrReader_CameraCancelQueue").size()), expectedCancels);
     }
 
     void statusTextFromAWorker() {

@@ -11,9 +11,6 @@ namespace {
 std::string SettingsPtr() {
     return rd::Ptr(&ReaderSession::Settings());
 }
-std::string ProcessingPtr() {
-    return rd::Ptr(&ReaderSession::Settings().ImageProcessing);
-}
 
 struct StartupCase {
     const char* name;
@@ -22,10 +19,6 @@ struct StartupCase {
     uint32_t loggingMask;
     uint64_t device;
 };
-
-void PrintTo(const StartupCase& c, std::ostream* os) {
-    *os << c.name;
-}
 
 class StartupTest : public ::testing::TestWithParam<StartupCase> {
 protected:
@@ -46,31 +39,22 @@ TEST_P(StartupTest, CallsTheLibraryInOrder) {
     stored.CameraDevice = c.device;
     stored.ImageWidth = 640;
     stored.ImageHeight = 480;
-    if (c.reader) {
-        rd::SetReaderSettings(stored);
-    } else {
-        rd::SetNoReader();
-        rd::SetIniSettings(stored);
-    }
+    c.reader ? rd::SetReaderSettings(stored) : (rd::SetNoReader(), rd::SetIniSettings(stored));
 
     ReaderSession::Startup();
 
     std::vector<std::string> expected = {"ZyrReader_SetErrorHandler(callback, 0)",
                                          "ZyrReader_LL_LoadSettings(" + SettingsPtr() + ")"};
-    if (!c.reader) {
-        expected.push_back("ZyrReader_LL_LoadSettingsFromIniFile(" + SettingsPtr() +
-                           ", \"./ZyrReader.ini\")");
-    }
-    if (c.loggingLevel > 0) {
+    if (!c.reader)
+        expected.push_back("ZyrReader_LL_LoadSettingsFromIniFile(" + SettingsPtr() + ", \"./ZyrReader.ini\")");
+    if (c.loggingLevel > 0)
         expected.push_back("ZyrReader_InitialiseLogging(true, " + std::to_string(c.loggingLevel) + ", " +
                            std::to_string(c.loggingMask) + ", \"Glyphor.log\")");
-    }
     const std::string device = c.reader ? std::to_string(c.device) : "0";
-    if (c.reader) {
+    if (c.reader)
         expected.push_back("ZyrReader_CameraInitialise(" + SettingsPtr() + ", " + device + ", 0)");
-    }
     expected.push_back("ZyrReader_ImageProcessingInitialise(" + SettingsPtr() + ", " + device + ", " +
-                       ProcessingPtr() + ")");
+                       rd::Ptr(&ReaderSession::Settings().ImageProcessing) + ")");
     EXPECT_EQ(rd::CallTexts(), expected);
 
     EXPECT_EQ(ReaderSession::ScannerConnected(), c.reader);
@@ -129,10 +113,6 @@ struct ShutdownCase {
     bool camera, imageProcessing, signal, parsing;
 };
 
-void PrintTo(const ShutdownCase& c, std::ostream* os) {
-    *os << c.name;
-}
-
 class ShutdownTest : public ::testing::TestWithParam<ShutdownCase> {};
 
 TEST_P(ShutdownTest, ShutsDownOnlyWhatIsInitialisedThenFreesTheCaches) {
@@ -145,21 +125,16 @@ TEST_P(ShutdownTest, ShutsDownOnlyWhatIsInitialisedThenFreesTheCaches) {
 
     ReaderSession::Shutdown();
 
-    std::vector<std::string> expected = {"ZyrReader_IsCameraInitialised"};
-    if (c.camera) {
-        expected.push_back("ZyrReader_CameraShutdown");
-    }
-    expected.push_back("ZyrReader_IsImageProcessingInitialised");
-    if (c.imageProcessing) {
-        expected.push_back("ZyrReader_ImageProcessingShutdown");
-    }
-    expected.push_back("ZyrReader_IsSignalInitialised");
-    if (c.signal) {
-        expected.push_back("ZyrReader_SignalShutdown");
-    }
-    expected.push_back("ZyrReader_IsParsingInitialised");
-    if (c.parsing) {
-        expected.push_back("ZyrReader_ParseShutdown");
+    // Each service asked in this order and shut down when initialised; then the caches go.
+    const std::tuple<const char*, const char*, bool> services[] = {{"Camera", "Camera", c.camera},
+                                                                   {"ImageProcessing", "ImageProcessing", c.imageProcessing},
+                                                                   {"Signal", "Signal", c.signal},
+                                                                   {"Parsing", "Parse", c.parsing}};
+    std::vector<std::string> expected;
+    for (const auto& [asked, stopped, on] : services) {
+        expected.push_back(std::string("ZyrReader_Is") + asked + "Initialised");
+        if (on)
+            expected.push_back(std::string("ZyrReader_") + stopped + "Shutdown");
     }
     expected.push_back("ZyrReader_DestroyCachedData");
     EXPECT_EQ(rd::CallNames(), expected);
@@ -181,9 +156,8 @@ TEST(ShutdownAfterStartup, ImageProcessingThatFailedIsNotShutDown) {
     ReaderSession::Startup();
     rd::ClearCalls();
     ReaderSession::Shutdown();
-    for (const std::string& name : rd::CallNames()) {
+    for (const std::string& name : rd::CallNames())
         EXPECT_TRUE(name.find("Shutdown") == std::string::npos) << name;
-    }
     EXPECT_EQ(rd::CallNames().back(), "ZyrReader_DestroyCachedData");
     ReaderSession::Reset();
 }
