@@ -1,21 +1,13 @@
-// The picture view: loading through the reader's conversion, copies of reader images, painting,
-// outlines, saving by extension.
+// The picture view: copies of reader images, painting, outlines, saving by extension.
 #include "CBitmapPicture.h"
 #include "EncodedImages.h"
 #include "OffscreenMain.h"
-#include "ReaderDouble.h"
 #include "TempFolder.h"
 
 #include <QDir>
 #include <filesystem>
 
-namespace rd = readerdouble;
-
 namespace {
-
-void Load(CBitmapPicture& view, const QByteArray& bytes) {
-    view.LoadFromMemory(reinterpret_cast<const uint8_t*>(bytes.constData()), uint32_t(bytes.size()));
-}
 
 ZyrImage ViewOf(const QImage& image) {
     return ZyrImage{image.width(), image.height(), int32_t(image.bytesPerLine()), ZYR_PIXEL_BGRA32,
@@ -27,46 +19,6 @@ ZyrImage ViewOf(const QImage& image) {
 class BitmapPictureTest : public QObject {
     Q_OBJECT
 private slots:
-    void init() { rd::Reset(); }
-
-    void loadsThroughTheReaderConversionAndEmptiesOnAnyFailure() {
-        CBitmapPicture view;
-        const QByteArray png = Encoded(Solid(8, 6, Qt::red), "PNG");
-        Load(view, png);
-        QCOMPARE(view.Image().size(), QSize(8, 6));
-        // Size query first (format 6, no buffer, size preset to 0), then the real call with 1000 bytes to spare.
-        const auto calls = rd::CallsNamed("ZyrReader_ImageConvertFormat");
-        QCOMPARE(int(calls.size()), 2);
-        QCOMPARE(calls[0].args[0] + calls[0].args[3] + calls[0].args[4], std::string("6null0"));
-        QCOMPARE(calls[1].args[4], std::to_string(png.size() + 1000));
-        const std::function<void()> failures[] = {
-            [] { rd::QueueResult("ZyrReader_ImageConvertFormat", ZYR_ERR_CORRUPT_IMAGE); },
-            [] {
-                rd::QueueResult("ZyrReader_ImageConvertFormat", ZYR_OK);
-                rd::QueueResult("ZyrReader_ImageConvertFormat", ZYR_ERR_UNSUPPORTED_IMAGE);
-            },
-            [] { rd::SetConvertOutput({'n', 'o', 't', ' ', 'a', 'n', ' ', 'i', 'm', 'a', 'g', 'e'}); }};
-        for (const auto& fail : failures) {
-            Load(view, png);
-            QVERIFY(view.HasImage());
-            fail();
-            Load(view, png);
-            QVERIFY(!view.HasImage());
-        }
-    }
-
-    void unreadableFileEmptiesTheView() {
-        TempFolder folder;
-        const std::string path = folder.write("a.bmp", Encoded(Solid(5, 5, Qt::green), "BMP").toStdString());
-        CBitmapPicture view;
-        for (const std::string& unreadable : {folder.file("missing.png"), folder.path()}) {
-            view.LoadFromFile(path);
-            QVERIFY(view.HasImage());
-            view.LoadFromFile(unreadable);
-            QVERIFY(!view.HasImage());
-        }
-    }
-
     // Padded rows of grey, RGB and BGRA are copied; bad images empty the view.
     void readerImagesAreCopiedOrRefused() {
         const struct {
@@ -168,7 +120,9 @@ private slots:
         std::filesystem::create_directory(folder.file("d.png"));
         const std::string path = folder.write(name.toStdString(), "old content that is longer than any magic");
         CBitmapPicture view;
-        Load(view, Encoded(Solid(6, 6, Qt::yellow), "PNG"));
+        const QImage yellow = Solid(6, 6, Qt::yellow);
+        ZyrImage image = ViewOf(yellow);
+        view.SetImage(&image);
         view.SetSavePathChooser([path] { return path; });
         view.OnSaveImage();
         QVERIFY(readFile(path).rfind(magic.toStdString(), 0) == 0);
@@ -181,7 +135,9 @@ private slots:
         QDir::setCurrent(QString::fromStdString(folder.path())); // where a stray relative save would land
         CBitmapPicture view;
         view.SetSavePathChooser([] { return std::string(); });
-        Load(view, Encoded(Solid(2, 2, Qt::red), "PNG"));
+        const QImage red = Solid(2, 2, Qt::red);
+        ZyrImage image = ViewOf(red);
+        view.SetImage(&image);
         view.OnSaveImage();
         QDir::setCurrent(previous);
         QVERIFY(QDir(QString::fromStdString(folder.path()))

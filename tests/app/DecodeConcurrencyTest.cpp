@@ -1,10 +1,7 @@
 // The decode run on a worker, stepping through the files itself, while this thread plays the
 // user-interface thread taking rows, as in the program. Meant to run under
 // ThreadSanitizer too (preset tsan).
-#include "JobContext.h"
-#include "ReaderDouble.h"
-#include "TempFolder.h"
-#include "TestSession.h"
+#include "FakeView.h"
 
 #include <gtest/gtest.h>
 
@@ -56,12 +53,6 @@ private:
     int m_events = 0;
 };
 
-class NeverStopped : public JobContext {
-public:
-    bool IsStopped() const override { return false; }
-    void SetStatusText(const std::string&) override {}
-};
-
 TEST(DecodeConcurrency, DecodeMultiWithTheInterfaceServedConcurrently) {
     rd::Reset();
     ReaderSession::Reset();
@@ -94,7 +85,7 @@ TEST(DecodeConcurrency, DecodeMultiWithTheInterfaceServedConcurrently) {
     std::atomic<bool> done{false};
     std::vector<ResultRow> rows;
     std::thread worker([&] {
-        NeverStopped job;
+        FakeJob job;
         session.decode.DecodeMultiJob(job);
         done = true;
         view.Wake();

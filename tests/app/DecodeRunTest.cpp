@@ -1,10 +1,6 @@
 // The decode run against the reader double: records, rows, symbol texts and bytes, statistics,
 // the Decode Image and Decode Multi jobs and the filing of camera images.
 #include "FakeView.h"
-#include "JobContext.h"
-#include "ReaderDouble.h"
-#include "TempFolder.h"
-#include "TestSession.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -14,14 +10,6 @@ using Strings = std::vector<std::string>;
 using namespace std::string_literals;
 
 namespace {
-
-class FakeJob : public JobContext {
-public:
-    bool IsStopped() const override { return stopWhen && stopWhen(); }
-    void SetStatusText(const std::string& text) override { statusTexts.push_back(text); }
-    std::function<bool()> stopWhen;
-    Strings statusTexts;
-};
 
 rd::SymbolScript Text(const std::string& text, int32_t type = ZYR_DATA_ASCII, int32_t eci = ZYR_ECI_NONE) {
     rd::SymbolScript s;
@@ -37,27 +25,11 @@ rd::PluginScript Plugin(const char* name, std::vector<std::vector<rd::SymbolScri
     return script;
 }
 
-class DecodeRunTest : public ::testing::Test {
+class DecodeRunTest : public SessionFixture {
 protected:
     void SetUp() override {
-        rd::Reset();
-        ReaderSession::Reset();
         session.loadImage = view.Loader();
         session.savePng = view.PngRecorder();
-        std::snprintf(ReaderSession::Settings().PluginFolder, ZYR_PATH_SIZE, "%s", plugins.path().c_str());
-        std::snprintf(ReaderSession::Settings().ApplicationFolder, ZYR_PATH_SIZE, "%s", appFolder.path().c_str());
-    }
-    void TearDown() override { ReaderSession::Reset(); }
-
-    // Installs plug-ins and loads them into the session, all selected.
-    void Install(std::vector<rd::PluginScript> scripts) {
-        for (rd::PluginScript& script : scripts) {
-            plugins.write(script.fileName, "");
-            rd::AddPlugin(script);
-        }
-        session.LoadPlugins();
-        for (size_t i = 0; i < session.plugins.Entries().size(); ++i)
-            session.plugins.SetSelected(i, true);
     }
     // Opens files that all show the test image (or nothing, for names starting with "bad").
     void Open(const Strings& files) {
@@ -85,13 +57,8 @@ protected:
     }
     size_t Decodes() { return rd::CallsNamed("ZyrReader_ImagePluginDecode").size(); }
 
-    TempFolder plugins;
-    TempFolder appFolder;
-    FakeView view;
-    TestSession session{view};
     std::vector<uint8_t> pixels = std::vector<uint8_t>(16, 0x80);
     ZyrImage image{4, 4, 4, ZYR_PIXEL_GREY8, pixels.data()};
-    FakeJob job;
 };
 
 TEST_F(DecodeRunTest, RowsCarryTheOutcomeAsValues) {

@@ -1,8 +1,5 @@
 // "Glyphor.ini" round trips, and showing and stepping through files.
 #include "FakeView.h"
-#include "ReaderDouble.h"
-#include "TempFolder.h"
-#include "TestSession.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -11,22 +8,13 @@ namespace rd = readerdouble;
 
 namespace {
 
-class SessionTest : public ::testing::Test {
+class SessionTest : public SessionFixture {
 protected:
     void SetUp() override {
-        rd::Reset();
-        ReaderSession::Reset();
-        SetApplicationFolder(folder.path());
         for (const char* name : {"KVDECODE_A.so", "KVDECODE_B.so", "KVDECODE_C.so"}) {
             plugins.write(name, "");
             rd::AddPlugin({name});
         }
-        std::snprintf(ReaderSession::Settings().PluginFolder, ZYR_PATH_SIZE, "%s", plugins.path().c_str());
-    }
-    void TearDown() override { ReaderSession::Reset(); }
-
-    static void SetApplicationFolder(const std::string& path) {
-        std::snprintf(ReaderSession::Settings().ApplicationFolder, ZYR_PATH_SIZE, "%s", path.c_str());
     }
 
     // A session as the window makes it: plug-ins loaded, then settings.
@@ -39,24 +27,21 @@ protected:
         return session;
     }
 
-    TempFolder folder;
-    TempFolder plugins;
-    FakeView view;
 };
 
 TEST_F(SessionTest, SettingsSurviveARestartWhenBothFoldersAreTheSame) {
     {
-        auto first = Start(view, folder.path() + "/");
+        auto first = Start(view, appFolder.path() + "/");
         first->imageNumber = 57;
         first->plugins.SetSelected(0, true);
         first->plugins.SetSelected(2, true);
         first->files.SetFilterIndex(2);
         first->SaveSettings();
     }
-    EXPECT_EQ(readFile(folder.file("Glyphor.ini")),
+    EXPECT_EQ(readFile(appFolder.file("Glyphor.ini")),
               "[Previous_State]\r\nBitmapID=57\r\nSelectedPlugins=A,C\r\nFileDlgFilterIndex=2\r\n");
     FakeView secondView;
-    auto second = Start(secondView, folder.path());
+    auto second = Start(secondView, appFolder.path());
     EXPECT_EQ(second->imageNumber, 57);
     EXPECT_STREQ(second->plugins.SelectedNames().str(), "A,C");
     EXPECT_EQ(second->files.FilterIndex(), 2u);
@@ -72,18 +57,10 @@ TEST_F(SessionTest, SavedNextToTheExecutableButReadFromTheApplicationFolder) {
         first->SaveSettings();
     }
     EXPECT_TRUE(std::filesystem::exists(executable.file("Glyphor.ini")));
-    EXPECT_FALSE(std::filesystem::exists(folder.file("Glyphor.ini")));
+    EXPECT_FALSE(std::filesystem::exists(appFolder.file("Glyphor.ini")));
     auto second = Start(view, executable.path());
     EXPECT_EQ(second->imageNumber, 0) << "the two folders differ: nothing is read back, as intended";
     EXPECT_STREQ(second->plugins.SelectedNames().str(), "");
-}
-
-TEST_F(SessionTest, ARunThatShowedNothingSavesTheLoadedNumberAgain) {
-    folder.write("Glyphor.ini", "[Previous_State]\nBitmapID=123\nSelectedPlugins=B,Gone\n");
-    auto session = Start(view, folder.path());
-    session->SaveSettings();
-    EXPECT_EQ(readFile(folder.file("Glyphor.ini")),
-              "[Previous_State]\r\nBitmapID=123\r\nSelectedPlugins=B\r\nFileDlgFilterIndex=0\r\n");
 }
 
 class BrokenSettingsTest : public SessionTest,
@@ -91,8 +68,8 @@ class BrokenSettingsTest : public SessionTest,
 
 TEST_P(BrokenSettingsTest, GiveDefaultsWithoutAMessage) {
     const auto& [name, content, number, selected, filter] = GetParam();
-    folder.write("Glyphor.ini", content);
-    auto session = Start(view, folder.path());
+    appFolder.write("Glyphor.ini", content);
+    auto session = Start(view, appFolder.path());
     EXPECT_EQ(session->imageNumber, number);
     EXPECT_STREQ(session->plugins.SelectedNames().str(), selected);
     EXPECT_EQ(session->files.FilterIndex(), filter);
@@ -113,20 +90,20 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& info) { return std::string(std::get<0>(info.param)); });
 
 TEST_F(SessionTest, MissingOrUnreadableFileKeepsTheDefaultsAndAFailedSaveIsSilent) {
-    EXPECT_EQ(Start(view, folder.path())->imageNumber, 0);
-    std::filesystem::create_directory(folder.file("Glyphor.ini")); // exists, but cannot be read as a file
-    EXPECT_EQ(Start(view, folder.path())->imageNumber, 0);
-    auto session = Start(view, folder.path() + "/no/such/folder/");
+    EXPECT_EQ(Start(view, appFolder.path())->imageNumber, 0);
+    std::filesystem::create_directory(appFolder.file("Glyphor.ini")); // exists, but cannot be read as a file
+    EXPECT_EQ(Start(view, appFolder.path())->imageNumber, 0);
+    auto session = Start(view, appFolder.path() + "/no/such/folder/");
     session->imageNumber = 3;
     session->SaveSettings();
-    EXPECT_FALSE(std::filesystem::exists(folder.file("no")));
+    EXPECT_FALSE(std::filesystem::exists(appFolder.file("no")));
     EXPECT_TRUE(view.messages.empty());
 }
 
 // ---- Showing files -------------------------------------------------------------------------
 
 TEST_F(SessionTest, OpeningShowsTheFirstFile) {
-    auto session = Start(view, folder.path());
+    auto session = Start(view, appFolder.path());
     session->imageNumber = 10;
     session->OpenImages({"/img/a b.png", "C:\\scans\\b.jpg"}, 3);
     EXPECT_EQ(view.captions, std::vector<std::string>{"Glyphor - a b.png"});
@@ -138,7 +115,7 @@ TEST_F(SessionTest, OpeningShowsTheFirstFile) {
 }
 
 TEST_F(SessionTest, EveryShowRaisesTheImageNumberAlsoBackAndForth) {
-    auto session = Start(view, folder.path());
+    auto session = Start(view, appFolder.path());
     session->OpenImages({"a", "b", "c"}, 1);
     const std::pair<char, int32_t> steps[] = {{'n', 1}, {'n', 2}, {'p', 1}, {'n', 2}, {'p', 1}, {'p', 0}};
     int32_t number = session->imageNumber;
@@ -152,28 +129,16 @@ TEST_F(SessionTest, EveryShowRaisesTheImageNumberAlsoBackAndForth) {
 }
 
 TEST_F(SessionTest, AnUnreadableFileStillChangesCaptionAndNumberAndOpeningNothingShowsNothing) {
-    auto session = Start(view, folder.path());
+    auto session = Start(view, appFolder.path());
     session->OpenImages({"missing.png", "b"}, 1);
     EXPECT_EQ(session->imageNumber, 1);
     EXPECT_EQ(view.captions.back(), "Glyphor - missing.png");
-    EXPECT_EQ(view.shown, nullptr);
+    EXPECT_EQ(view.sets.back().second, nullptr);
     session->OpenImages({}, 4);
     EXPECT_EQ(session->files.Count(), 0);
     EXPECT_EQ(view.loads.size(), 1u);
     EXPECT_EQ(session->files.FilterIndex(), 4u);
     EXPECT_FALSE(session->Buttons().decodeImage);
-}
-
-TEST_F(SessionTest, AVeryLongSelectionIsKeptWhole) {
-    auto session = Start(view, folder.path());
-    std::vector<std::string> paths;
-    for (int i = 0; i < 3000; ++i)
-        paths.push_back(folder.path() + "/a-rather-long-file-name-for-image-number-" + std::to_string(i) + ".png");
-    session->OpenImages(paths, 1);
-    for (int i = 0; i < 2999; ++i)
-        session->NextImage();
-    EXPECT_EQ(view.loads.back(), paths.back());
-    EXPECT_FALSE(session->Buttons().next);
 }
 
 } // namespace
