@@ -34,13 +34,10 @@ namespace rd = readerdouble;
 namespace {
 
 QString TextOf(QWidget* w) {
-    if (auto* b = qobject_cast<QAbstractButton*>(w)) {
+    if (auto* b = qobject_cast<QAbstractButton*>(w))
         return b->text();
-    }
-    if (auto* l = qobject_cast<QLabel*>(w)) {
-        return l->text();
-    }
-    return QString();
+    auto* l = qobject_cast<QLabel*>(w);
+    return l ? l->text() : QString();
 }
 
 // Every control of the main window: text, shown and enabled at start, and how a resize moves it
@@ -121,8 +118,7 @@ private:
         auto d = std::make_unique<CGlyphorDlg>();
         d->Session().executableFolder = app->path() + "/";
         d->SetScannerConnected(reader);
-        d->SetMessagePresenter(
-            [this](MessageKind kind, const QString& text) { messages.emplace_back(kind, text); });
+        d->SetMessagePresenter([this](MessageKind kind, const QString& text) { messages.emplace_back(kind, text); });
         d->SetOpenFileChooser([this](uint32_t& filter, QStringList& paths) {
             filtersOffered.push_back(filter);
             filter = chooserFilter;
@@ -386,13 +382,9 @@ private slots:
     // Each statistic's value stands just after its own label's text, on the label's line.
     void statisticValuesFollowTheirLabels() {
         Start();
-        const std::pair<int, int> pairs[] = {{IDC_AVERAGE_TIME_LABEL, IDC_AVERAGE_TIME},
-                                             {IDC_IMAGE_COUNT_LABEL, IDC_IMAGE_COUNT},
-                                             {IDC_SYMBOLS_COUNT_LABEL, IDC_SYMBOLS_COUNT},
-                                             {IDC_AVERAGE_PROCESS_LABEL, IDC_AVERAGE_PROCESS}};
-        for (const auto& [labelId, valueId] : pairs) {
+        for (int labelId : {IDC_AVERAGE_TIME_LABEL, IDC_IMAGE_COUNT_LABEL, IDC_SYMBOLS_COUNT_LABEL, IDC_AVERAGE_PROCESS_LABEL}) {
             const auto* label = Control<QLabel>(dlg.get(), labelId);
-            const auto* value = Control<QLabel>(dlg.get(), valueId);
+            const auto* value = Control<QLabel>(dlg.get(), labelId + 1);
             const int gap = value->x() - (label->x() + label->fontMetrics().horizontalAdvance(label->text()));
             QVERIFY2(gap >= 0 && gap <= 4 * label->fontMetrics().averageCharWidth(),
                      qPrintable(QStringLiteral("%1: gap %2").arg(label->text()).arg(gap)));
@@ -512,22 +504,16 @@ private slots:
         QFETCH(bool, visible);
         StartWith({"KVDECODE_A.so"});
         Open(files == 1 ? Pngs({"f0.png"}) : Pngs({"f0.png", "f1.png"}));
-        bool onWorker = false;
+        bool onWorker = false, shown = !visible, busyButtonsOff = false;
         int dialogs = -1;
-        bool shown = !visible;
-        bool busyButtonsOff = false;
-        rd::SetHook("ZyrReader_ImagePluginDecode", [&] {
+        rd::SetHook("ZyrReader_ImagePluginDecode", [&] { // what the window shows while the plug-in decodes
             onWorker = QThread::currentThread() != dlg->thread();
-            QMetaObject::invokeMethod(
-                dlg.get(),
-                [&] {
-                    const auto found = dlg->findChildren<CCancelDlg*>();
-                    dialogs = found.size();
-                    shown = !found.isEmpty() && found.first()->isVisible();
-                    busyButtonsOff =
-                        !Button(IDC_OPEN_IMAGE)->isEnabled() && !Button(IDC_DECODE_IMAGE)->isEnabled();
-                },
-                Qt::BlockingQueuedConnection);
+            QMetaObject::invokeMethod(dlg.get(), [&] {
+                const auto found = dlg->findChildren<CCancelDlg*>();
+                dialogs = found.size();
+                shown = !found.isEmpty() && found.first()->isVisible();
+                busyButtonsOff = !Button(IDC_OPEN_IMAGE)->isEnabled() && !Button(IDC_DECODE_IMAGE)->isEnabled();
+            }, Qt::BlockingQueuedConnection);
         });
         Button(IDC_DECODE_IMAGE)->click();
         QVERIFY(JobEnds(*dlg));
@@ -540,10 +526,8 @@ private slots:
     void closeWhileBusyOnlyCancelsThenCloseSaves() {
         StartWith({"KVDECODE_A.so"});
         Open(Pngs({"a.png"}));
-        rd::SetHook("ZyrReader_ImagePluginDecode", [&] {
-            QMetaObject::invokeMethod(
-                dlg.get(), [&] { dlg->close(); }, Qt::BlockingQueuedConnection);
-        });
+        rd::SetHook("ZyrReader_ImagePluginDecode",
+                    [&] { QMetaObject::invokeMethod(dlg.get(), [&] { dlg->close(); }, Qt::BlockingQueuedConnection); });
         Button(IDC_DECODE_IMAGE)->click();
         QVERIFY(JobEnds(*dlg));
         QVERIFY(dlg->isVisible());
