@@ -90,12 +90,16 @@ private slots:
 
     void startupErrorIsShownBeforeTheWindow() {
         rd::QueueError("ZyrReader_LL_LoadSettings", ZYR_ERR_DEVICE, "Device folder unreadable");
-        std::vector<std::string> events;
+        std::vector<std::string> events; // the message comes before start-up goes on, which it does
         CGlyphorApp app;
-        app.SetLibraryMessageSink([&](const std::string& text) { events.push_back("message: " + text); });
+        app.SetLibraryMessageSink([&](const std::string& text) { events.push_back(text + " after " + rd::CallNames().back()); });
         app.SetDialogRunner([&](CGlyphorDlg&) { events.push_back("window"); });
         app.InitInstance();
-        QCOMPARE(events, (std::vector<std::string>{"message: Device folder unreadable", "window"}));
+        QCOMPARE(events, (std::vector<std::string>{"Device folder unreadable after ZyrReader_LL_LoadSettings", "window"}));
+        const std::vector<std::string> calls = rd::CallNames();
+        QCOMPARE(std::vector<std::string>(calls.begin(), calls.begin() + 4),
+                 (std::vector<std::string>{"ZyrReader_SetErrorHandler", "ZyrReader_LL_LoadSettings", "ZyrReader_CameraInitialise",
+                                           "ZyrReader_ImageProcessingInitialise"}));
     }
 
     void libraryMessageFromAWorkerDoesNotBlockTheInterface() {

@@ -1,5 +1,5 @@
-// The stop-processing dialog and the job worker: stop by button, Escape or close, the worker's
-// own thread, the queued end report, and stopping by destruction.
+// The stop-processing dialog and the job worker: stop by button, Escape or close, status text from
+// a worker, and stopping by destruction (running on a worker thread is checked through the window).
 #include "CCancelDlg.h"
 #include "ControlIds.h"
 #include "DialogBuilder.h"
@@ -8,9 +8,7 @@
 #include "OffscreenMain.h"
 #include "ReaderDouble.h"
 
-#include <QCloseEvent>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <atomic>
 #include <chrono>
 #include <functional>
@@ -51,31 +49,6 @@ private slots:
         std::thread worker([&] { dialog.SetStatusText("Decoding..."); });
         worker.join();
         QTRY_COMPARE(dialog.StatusText(), QStringLiteral("Decoding..."));
-    }
-
-    // The caller's thread keeps serving events while the job runs, and hears of the end by signal.
-    void runsTheJobOnItsOwnThreadAndReportsTheEndQueued() {
-        QObject target;
-        bool servedWhileRunning = false;
-        std::thread::id jobThread;
-        JobWorker worker(
-            [&] {
-                jobThread = std::this_thread::get_id();
-                // Only served if the caller's thread is not blocked waiting for the job.
-                QMetaObject::invokeMethod(&target, [&] { servedWhileRunning = true; },
-                                          Qt::BlockingQueuedConnection);
-                return 42u;
-            },
-            {});
-        QSignalSpy finished(&worker, &JobWorker::Finished);
-        worker.Start();
-        QVERIFY(worker.IsRunning());
-        QVERIFY(finished.wait(10000));
-        QCOMPARE(finished.count(), 1);
-        QCOMPARE(finished.first().first().toUInt(), 42u);
-        QVERIFY(jobThread != std::this_thread::get_id());
-        QVERIFY(servedWhileRunning);
-        QVERIFY(!worker.IsRunning());
     }
 
     // Destroying a running worker asks the job to stop and joins its thread; no signal follows.

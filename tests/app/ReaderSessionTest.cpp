@@ -73,27 +73,6 @@ INSTANTIATE_TEST_SUITE_P(Modes, StartupTest,
                                            StartupCase{"ReaderHighLevel", true, 4, 0x3F, 9}),
                          [](const auto& info) { return std::string(info.param.name); });
 
-TEST(StartupErrors, OtherErrorIsShownWithTheLibraryTextAndStartupGoesOn) {
-    rd::Reset();
-    ReaderSession::Reset();
-    std::vector<std::string> messages;
-    ReaderSession::SetMessageSink([&](const std::string& text) {
-        messages.push_back(text);
-        // Shown before start-up goes on: nothing after the settings load has run yet.
-        EXPECT_EQ(rd::CallNames().back(), "ZyrReader_LL_LoadSettings");
-    });
-    rd::QueueError("ZyrReader_LL_LoadSettings", ZYR_ERR_DEVICE, "The reader's device folder is broken");
-
-    ReaderSession::Startup();
-
-    EXPECT_EQ(messages, std::vector<std::string>{"The reader's device folder is broken"});
-    EXPECT_TRUE(ReaderSession::ScannerConnected());
-    EXPECT_EQ(rd::CallNames(), (std::vector<std::string>{
-                                   "ZyrReader_SetErrorHandler", "ZyrReader_LL_LoadSettings",
-                                   "ZyrReader_CameraInitialise", "ZyrReader_ImageProcessingInitialise"}));
-    ReaderSession::Reset();
-}
-
 TEST(StartupErrors, NoReaderReportedLaterStillClearsTheFlagSilently) {
     rd::Reset();
     ReaderSession::Reset();

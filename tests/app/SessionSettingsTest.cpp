@@ -102,18 +102,6 @@ TEST_F(SessionTest, MissingOrUnreadableFileKeepsTheDefaultsAndAFailedSaveIsSilen
 
 // ---- Showing files -------------------------------------------------------------------------
 
-TEST_F(SessionTest, OpeningShowsTheFirstFile) {
-    auto session = Start(view, appFolder.path());
-    session->imageNumber = 10;
-    session->OpenImages({"/img/a b.png", "C:\\scans\\b.jpg"}, 3);
-    EXPECT_EQ(view.captions, std::vector<std::string>{"Glyphor - a b.png"});
-    EXPECT_EQ(view.loads, std::vector<std::string>{"/img/a b.png"});
-    EXPECT_EQ(session->imageNumber, 11);
-    EXPECT_EQ(session->files.FilterIndex(), 3u);
-    session->NextImage();
-    EXPECT_EQ(view.captions.back() + "|" + session->CurrentFileName(), "Glyphor - b.jpg|b.jpg");
-}
-
 TEST_F(SessionTest, EveryShowRaisesTheImageNumberAlsoBackAndForth) {
     auto session = Start(view, appFolder.path());
     session->OpenImages({"a", "b", "c"}, 1);
