@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <cstring>
 #include <deque>
+#include <iterator>
 #include <ostream>
 
 namespace rd = readerdouble;
@@ -277,21 +278,10 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(OptionCase{"nothing", [](R&, S&) {}, false, 0},
                       OptionCase{"mode_zero_locates", [](R& r, S&) { r.ProcessingMode = 0; }, false, 0x1},
                       OptionCase{"mode_positive_locates", [](R& r, S&) { r.ProcessingMode = 7; }, false, 0x1},
-                      OptionCase{"deskew", [](R& r, S&) { r.Deskew = 1; }, false, 0x2},
                       OptionCase{"deskew_by_the_camera", [](R& r, S&) { r.Deskew = 1, r.Camera.HardwareDeskew = 1; }, false, 0},
-                      OptionCase{"normalise", [](R& r, S&) { r.Normalise = 1; }, false, 0x4},
-                      OptionCase{"crop_width", [](R& r, S&) { r.CropWidth = 1; }, false, 0x8},
-                      OptionCase{"crop_height", [](R& r, S&) { r.CropHeight = 9; }, false, 0x10},
                       OptionCase{"crop_box_overrides_the_bytes", [](R&, S&) {}, true, 0x18},
                       OptionCase{"crop_box_with_width_byte", [](R& r, S&) { r.CropWidth = 1; }, true, 0x18},
-                      OptionCase{"extra", [](R& r, S&) { r.ExtraProcessing = 1; }, false, 0x20},
                       OptionCase{"extra_from_the_reader", [](R&, S& s) { s.ExtraProcessing = 1; }, false, 0x20},
-                      OptionCase{"sharpen", [](R& r, S&) { r.Sharpen = 1; }, false, 0x80},
-                      OptionCase{"rotate_90", [](R& r, S&) { r.Rotate90 = 1; }, false, 0x100},
-                      OptionCase{"rotate_180", [](R& r, S&) { r.Rotate180 = 1; }, false, 0x200},
-                      OptionCase{"mirror_h", [](R& r, S&) { r.MirrorHorizontal = 1; }, false, 0x400},
-                      OptionCase{"mirror_v", [](R& r, S&) { r.MirrorVertical = 1; }, false, 0x800},
-                      OptionCase{"greyscale", [](R& r, S&) { r.Greyscale = 1; }, false, 0x1000},
                       OptionCase{"colour_and_border_are_no_bits", [](R& r, S&) { r.Colour = 1, r.UseBorder = 1; }, false, 0},
                       OptionCase{"everything", [](R& r, S&) {
                                      r.ProcessingMode = 0;
@@ -473,23 +463,22 @@ TEST_F(CaptureTest, PostProcessingErrorsEndTheCycleQuietly) {
     EXPECT_EQ(rd::LiveObjects(), 0);
 }
 
-TEST_F(CaptureTest, PostProcessingTimeAddsUp) {
+// Each Capture runs one cycle without waiting for removal, then redraws.
+TEST_F(CaptureTest, CapturesAddUpPostProcessingTimeAndAlternateTheFileName) {
     InstallOne(Record("VISIBLE_DOC"));
     clock = {100, 137, 500, 510, 900, 905};
     for (int i = 0; i < 3; ++i)
-        ASSERT_EQ(cycle.Run(job, false), 0u);
+        ASSERT_EQ(cycle.CaptureJob(job), 0u);
+    EXPECT_TRUE(rd::CallsNamed("ZyrReader_LocateDocumentTwoSidedEx").empty());
+    EXPECT_EQ(view.redraws, 3);
     EXPECT_EQ(session.stats.lastImageProcessMs.load(), 5u);
     EXPECT_EQ(session.stats.totalImageProcessMs.load(), 52u);
+    Saves captures;
+    std::copy_if(saves.begin(), saves.end(), std::back_inserter(captures), [](const auto& s) { return s.second.rfind("/Glyphor_", 0) == 0; });
+    EXPECT_EQ(captures, (Saves{{PictureId::Main, "/Glyphor_1.png"}, {PictureId::Main, "/Glyphor_0.png"}, {PictureId::Main, "/Glyphor_1.png"}}));
 }
 
 // --- Jobs -----------------------------------------------------------------------------------
-
-TEST_F(CaptureTest, CaptureRunsOneCycleAndRedraws) {
-    InstallOne(Record("VISIBLE_DOC"));
-    EXPECT_EQ(cycle.CaptureJob(job), 0u);
-    EXPECT_EQ(CaptureCalls().front(), "CameraDetectDocumentTwoSidedEx") << "no wait for removal";
-    EXPECT_EQ(view.redraws, 1);
-}
 
 TEST_F(CaptureTest, WithoutUsableSettingsEveryCycleComplainsAndStopDoesNotHelp) {
     // The check passes (the second plug-in has settings), but the first selected has none.

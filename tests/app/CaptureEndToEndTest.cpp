@@ -1,7 +1,6 @@
 // Capture with the real reader library, the built plug-ins and the generated virtual readers:
-// only two capture files are kept, Capture Multi takes every document, files decoded ones under
-// the plug-in's folder and the others under "Failed", and ends on Stop; a two-sided reader with
-// crop shows and saves both sides.
+// Capture Multi takes every document, files decoded ones under the plug-in's folder and the others
+// under "Failed", and ends on Stop; a two-sided reader with crop shows and saves both sides.
 #include "JobWait.h"
 #include "CBitmapPicture.h"
 #include "CCancelDlg.h"
@@ -96,24 +95,6 @@ private slots:
         qunsetenv("ZYRREADER_DEVICE");
         app.reset();
         device.reset();
-    }
-
-    void tenCapturesLeaveTwoCaptureFiles() {
-        // The document is never taken away, so every capture sees it again.
-        MakeDevice(*device, "one-sided", {"02-qrcode"}, 3600000);
-        auto dialog = Start("QRCode");
-        for (int i = 0; i < 10; ++i) {
-            dialog->OnCapture();
-            QVERIFY(JobEnds(*dialog));
-        }
-        QCOMPARE(Rows(*dialog).size(), 10);
-        std::set<std::string> captures;
-        for (const std::string& name : FilesIn(app->path()))
-            if (name.rfind("Glyphor_", 0) == 0)
-                captures.insert(name);
-        QCOMPARE(captures, (std::set<std::string>{"Glyphor_0.png", "Glyphor_1.png"}));
-        QCOMPARE(FilesIn(app->file("QRCode")).size(), size_t(10));
-        QVERIFY(fs::exists(app->file("QRCode/10.png")));
     }
 
     void captureMultiTakesEveryDocumentAndEndsOnStop() {
