@@ -22,20 +22,16 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A copy of a generated reader holding the named documents, with its own feed timing.
-void MakeDevice(const TempFolder& folder, const std::string& device,
-                const std::vector<std::string>& documents, int removalMs) {
+// A copy of a generated reader holding the named documents, each taken away at once.
+void MakeDevice(const TempFolder& folder, const std::string& device, const std::vector<std::string>& documents) {
     const std::string generated = std::string(GLYPHOR_DEVICES_DIR) + "/" + device + "/";
     fs::create_directory(folder.file("documents"));
     for (const std::string& name : documents)
         for (const char* suffix : {".png", ".back.png"})
             if (fs::exists(generated + "documents/" + name + suffix))
-                fs::copy_file(generated + "documents/" + name + suffix,
-                              folder.file("documents/" + name + suffix));
-    const bool twoSided = device == "two-sided";
-    folder.write("device.ini", std::string("[Device]\nTwoSided=") + (twoSided ? "1" : "0") +
-                                   "\n[Feed]\nArrivalDelayMs=0\nRemovalTimeMs=" + std::to_string(removalMs) +
-                                   "\n");
+                fs::copy_file(generated + "documents/" + name + suffix, folder.file("documents/" + name + suffix));
+    folder.write("device.ini", std::string("[Device]\nTwoSided=") + (device == "two-sided" ? "1" : "0") +
+                                   "\n[Feed]\nArrivalDelayMs=0\nRemovalTimeMs=0\n");
 }
 
 std::set<std::string> FilesIn(const std::string& folder) {
@@ -67,8 +63,7 @@ private:
         dialog->SetMessagePresenter([this](MessageKind, const QString& text) { messages.push_back(text); });
         dialog->OnInitDialog();
         dialog->show();
-        const auto found =
-            Control<QListWidget>(dialog.get(), IDC_PLUGINS)->findItems(plugin, Qt::MatchExactly);
+        const auto found = Control<QListWidget>(dialog.get(), IDC_PLUGINS)->findItems(plugin, Qt::MatchExactly);
         if (found.size() == 1)
             found.first()->setSelected(true);
         return dialog;
@@ -99,7 +94,7 @@ private slots:
 
     void captureMultiTakesEveryDocumentAndEndsOnStop() {
         MakeDevice(*device, "one-sided",
-                   {"01-licence", "02-qrcode", "03-datamatrix", "04-code128", "05-blank"}, 0);
+                   {"01-licence", "02-qrcode", "03-datamatrix", "04-code128", "05-blank"});
         auto dialog = Start("ZXing");
         // Stop is pressed once the fifth row is in, while the reader waits for a sixth document.
         QTimer stopper;
@@ -130,7 +125,7 @@ private slots:
     }
 
     void twoSidedWithCropShowsAndSavesBothSides() {
-        MakeDevice(*device, "two-sided", {"01-licence"}, 0);
+        MakeDevice(*device, "two-sided", {"01-licence"});
         auto dialog = Start("ZXing");
         QVERIFY(ReaderSession::ScannerConnected());
         Control<QCheckBox>(dialog.get(), IDC_CROP)->setChecked(true);

@@ -60,9 +60,8 @@ private slots:
         auto worker = std::make_unique<JobWorker>(
             [&] {
                 started = true;
-                while (!control.IsStopped()) {
+                while (!control.IsStopped())
                     std::this_thread::sleep_for(std::chrono::milliseconds(1));
-                }
                 jobReturned = true;
                 return 0u;
             },

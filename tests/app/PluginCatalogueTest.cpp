@@ -54,9 +54,8 @@ protected:
     }
     std::vector<std::string> Names() const {
         std::vector<std::string> names;
-        for (const PluginEntry& e : catalogue.Entries()) {
+        for (const PluginEntry& e : catalogue.Entries())
             names.push_back(e.name);
-        }
         return names;
     }
 
@@ -220,15 +219,5 @@ INSTANTIATE_TEST_SUITE_P(Selections, SelectionTest,
                                            S{"RunsOfCommas", {"A", "B", "C"}, ",,C,,A,", "A,C"},
                                            S{"CaseSensitive", {"Pdf417"}, "pdf417", ""}, S{"NoSpacesTrimmed", {"A"}, " A", ""}),
                          [](const auto& info) { return std::string(std::get<0>(info.param)); });
-
-TEST_F(CatalogueTest, RestoreNeverDeselects) {
-    Install({"KVDECODE_A.so"});
-    Install({"KVDECODE_B.so"});
-    catalogue.Load(reader, table);
-    catalogue.SetSelected(0, true);
-    catalogue.RestoreSelection(StringBuffer("B"));
-    EXPECT_STREQ(catalogue.SelectedNames().str(), "A,B");
-    EXPECT_EQ(catalogue.SelectedEntries().size(), 2u);
-}
 
 } // namespace

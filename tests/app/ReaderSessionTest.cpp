@@ -127,18 +127,4 @@ INSTANTIATE_TEST_SUITE_P(Services, ShutdownTest,
                                            ShutdownCase{"Everything", true, true, true, true}),
                          [](const auto& info) { return std::string(info.param.name); });
 
-TEST(ShutdownAfterStartup, ImageProcessingThatFailedIsNotShutDown) {
-    rd::Reset();
-    ReaderSession::Reset();
-    rd::SetNoReader();
-    rd::SetResult("ZyrReader_ImageProcessingInitialise", ZYR_ERR_BAD_ARGUMENT);
-    ReaderSession::Startup();
-    rd::ClearCalls();
-    ReaderSession::Shutdown();
-    for (const std::string& name : rd::CallNames())
-        EXPECT_TRUE(name.find("Shutdown") == std::string::npos) << name;
-    EXPECT_EQ(rd::CallNames().back(), "ZyrReader_DestroyCachedData");
-    ReaderSession::Reset();
-}
-
 } // namespace
