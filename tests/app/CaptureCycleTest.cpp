@@ -437,7 +437,6 @@ TEST_P(ReaderErrors, EndTheCycleWithTheCode) {
 INSTANTIATE_TEST_SUITE_P(
     Calls, ReaderErrors,
     ::testing::Values(ErrorCase{"location", "LocateDocumentTwoSidedEx", ZYR_ERR_DEVICE, true},
-                      ErrorCase{"location_cancelled", "LocateDocumentTwoSidedEx", ZYR_ERR_CANCELLED, true},
                       ErrorCase{"detection", "CameraDetectDocumentTwoSidedEx", ZYR_ERR_DEVICE, false},
                       ErrorCase{"detection_cancelled", "CameraDetectDocumentTwoSidedEx", ZYR_ERR_CANCELLED, true}),
     [](const auto& info) { return std::string(info.param.name); });

@@ -1,7 +1,5 @@
-// Button rules the window cannot reach, statistics texts, row texts and stepping through the
-// image files.
+// Button rules the window cannot reach, row texts and stepping through the image files.
 #include "ButtonRules.h"
-#include "DecodeStatistics.h"
 #include "ImageFileList.h"
 #include "ResultText.h"
 
@@ -18,30 +16,6 @@ TEST(ButtonRules, BusyOrAnEmptiedListTurnButtonsOff) {
     };
     for (const auto& [in, expected] : cases)
         EXPECT_TRUE(ComputeButtonStates(in) == expected) << in.busy << in.imageCount << in.currentIndex;
-}
-
-TEST(Statistics, FormatsAveragesPerDecode) {
-    // symbols, decodes, images, total decode ms, total image-process ms -> the line's four texts
-    const struct {
-        int32_t symbols, decodes, images;
-        uint32_t totalDecode, totalProcess;
-        const char* line;
-    } cases[] = {
-        {0, 0, 0, 0, 0, "0.00ms 0 0 0.00ms"},
-        {3, 0, 2, 500, 70, "0.00ms 2 3 0.00ms"}, // no decode yet: both averages 0 whatever the totals
-        {0, 4, 1, 10, 30, "2.50ms 1 0 7.50ms"},  // the image-process average divides by decodes
-        {2147483647, 1, 1, 4000000000u, 0, "4000000000.00ms 1 2147483647 0.00ms"},
-    };
-    for (const auto& c : cases) {
-        DecodeStatistics stats;
-        stats.symbolsCount = c.symbols;
-        stats.decodeCount = c.decodes;
-        stats.imageCount = c.images;
-        stats.totalDecodeMs = c.totalDecode;
-        stats.totalImageProcessMs = c.totalProcess;
-        const DecodeStatistics::Texts t = stats.Format();
-        EXPECT_EQ(t.averageTime + " " + t.imageCount + " " + t.symbolsCount + " " + t.averageImageProcessTime, c.line);
-    }
 }
 
 TEST(ResultRowText, SpellsOutControlCodesOnOneLine) {

@@ -42,9 +42,9 @@ TEST_F(SessionTest, SettingsSurviveARestartWhenBothFoldersAreTheSame) {
               "[Previous_State]\r\nBitmapID=57\r\nSelectedPlugins=A,C\r\nFileDlgFilterIndex=2\r\n");
     FakeView secondView;
     auto second = Start(secondView, appFolder.path());
-    EXPECT_EQ(second->imageNumber, 57);
-    EXPECT_STREQ(second->plugins.SelectedNames().str(), "A,C");
-    EXPECT_EQ(second->files.FilterIndex(), 2u);
+    EXPECT_EQ(std::to_string(second->imageNumber) + "|" + second->plugins.SelectedNames().str() + "|" +
+                  std::to_string(second->files.FilterIndex()),
+              "57|A,C|2");
     EXPECT_TRUE(secondView.messages.empty());
 }
 
@@ -70,9 +70,9 @@ TEST_P(BrokenSettingsTest, GiveDefaultsWithoutAMessage) {
     const auto& [name, content, number, selected, filter] = GetParam();
     appFolder.write("Glyphor.ini", content);
     auto session = Start(view, appFolder.path());
-    EXPECT_EQ(session->imageNumber, number);
-    EXPECT_STREQ(session->plugins.SelectedNames().str(), selected);
-    EXPECT_EQ(session->files.FilterIndex(), filter);
+    EXPECT_EQ(std::to_string(session->imageNumber) + "|" + session->plugins.SelectedNames().str() + "|" +
+                  std::to_string(session->files.FilterIndex()),
+              std::to_string(number) + "|" + selected + "|" + std::to_string(filter));
     EXPECT_TRUE(view.messages.empty());
 }
 
