@@ -93,20 +93,15 @@ private slots:
     }
 
     void captureMultiTakesEveryDocumentAndEndsOnStop() {
-        MakeDevice(*device, "one-sided",
-                   {"01-licence", "02-qrcode", "03-datamatrix", "04-code128", "05-blank"});
+        MakeDevice(*device, "one-sided", {"01-licence", "02-qrcode", "03-datamatrix", "04-code128", "05-blank"});
         auto dialog = Start("ZXing");
         // Stop is pressed once the fifth row is in, while the reader waits for a sixth document.
         QTimer stopper;
         bool stopped = false;
         connect(&stopper, &QTimer::timeout, [&] {
-            auto* results = Control<QTreeWidget>(dialog.get(), IDC_RESULTS);
-            if (results->topLevelItemCount() >= 5 && !stopped) {
-                if (auto* cancel = dialog->findChild<CCancelDlg*>()) {
-                    cancel->Stop();
-                    stopped = true;
-                }
-            }
+            auto* cancel = dialog->findChild<CCancelDlg*>();
+            if (!stopped && cancel && Control<QTreeWidget>(dialog.get(), IDC_RESULTS)->topLevelItemCount() >= 5)
+                cancel->Stop(), stopped = true;
         });
         stopper.start(50);
         dialog->OnCaptureMulti();
@@ -116,12 +111,10 @@ private slots:
         const QStringList rows = Rows(*dialog);
         QCOMPARE(rows.size(), 5);
         QVERIFY2(rows[0].startsWith("@") && rows[0].contains("ANSI 636"), qPrintable(rows[0]));
-        QCOMPARE(rows.mid(1), (QStringList{"GLYPHOR DEVICE QR 0002", "GLYPHOR DEVICE DM 0003", "GLY-DEV-0004",
-                                           "[NO DATA]"}));
+        QCOMPARE(rows.mid(1), (QStringList{"GLYPHOR DEVICE QR 0002", "GLYPHOR DEVICE DM 0003", "GLY-DEV-0004", "[NO DATA]"}));
         QCOMPARE(FilesIn(app->file("ZXing")), (std::set<std::string>{"1.png", "2.png", "3.png", "4.png"}));
         QCOMPARE(FilesIn(app->file("Failed")), (std::set<std::string>{"5.png"}));
-        QVERIFY(!dialog->Session().busy);
-        QVERIFY(dialog->findChild<CCancelDlg*>() == nullptr);
+        QVERIFY(!dialog->Session().busy && dialog->findChild<CCancelDlg*>() == nullptr);
     }
 
     void twoSidedWithCropShowsAndSavesBothSides() {

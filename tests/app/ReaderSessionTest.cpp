@@ -66,7 +66,6 @@ TEST_P(StartupTest, CallsTheLibraryInOrder) {
 
 INSTANTIATE_TEST_SUITE_P(Modes, StartupTest,
                          ::testing::Values(StartupCase{"NoReader", false, 0, 0, 77},
-                                           StartupCase{"NoReaderLogging", false, 1, 0x3F, 77},
                                            StartupCase{"Reader", true, 0, 0, 42},
                                            StartupCase{"ReaderLogging", true, 1, 0x5, 42},
                                            StartupCase{"ReaderNegativeLevel", true, -3, 0x5, 42},
