@@ -189,8 +189,7 @@ TEST_F(CaptureTest, OneSidedCycleCallsTheReaderInOrderWithItsArguments) {
     EXPECT_EQ(session.decode.TakeNextRow()->results, "[NO DATA]") << "side 0 has no side in its row";
     EXPECT_EQ(job.statusTexts, (Strings{"Waiting for document...", "Processing document..."}));
     EXPECT_EQ(sleeps, (std::vector<int>{500}));
-    EXPECT_EQ(session.stats.lastImageProcessMs.load(), 37u);
-    EXPECT_EQ(session.stats.totalImageProcessMs.load(), 37u);
+    EXPECT_EQ(std::make_pair(session.stats.lastImageProcessMs.load(), session.stats.totalImageProcessMs.load()), std::make_pair(37u, 37u));
     EXPECT_EQ(rd::LiveObjects(), 0);
 }
 
@@ -240,9 +239,7 @@ TEST_P(TwoSidedCapture, DecodesBothSidesAndShowsThemOnlyWithCrop) {
         }
         expected.insert(expected.end(), {{PictureId::Side1, "/GlyphorSide1_1.png"}, {PictureId::Side2, "/GlyphorSide2_1.png"}});
     }
-    saves.erase(std::remove_if(saves.begin(), saves.end(),
-                                    [](const auto& s) { return s.second.rfind("/Glyphor", 0) != 0; }),
-                     saves.end());
+    saves.erase(std::remove_if(saves.begin(), saves.end(), [](const auto& s) { return s.second.rfind("/Glyphor", 0) != 0; }), saves.end());
     EXPECT_EQ(saves, expected);
     EXPECT_EQ(sleeps, crop ? (std::vector<int>{500, 500, 500}) : (std::vector<int>{500, 500}));
     EXPECT_EQ(rd::LiveObjects(), 0);
@@ -333,9 +330,8 @@ TEST_P(VisibleOverride, DecidesTheRecordTheSnapshotSees) {
     EXPECT_EQ(cycle.Run(job, false), 0u);
 
     EXPECT_EQ(seenAt != &shared.Camera, c.copied);
-    EXPECT_EQ(seen.CaptureResolution, c.resolution);
-    EXPECT_EQ(seen.Binning, c.binning);
-    EXPECT_FLOAT_EQ(seen.DetectThreshold, c.detection);
+    EXPECT_EQ(std::make_tuple(seen.CaptureResolution, seen.Binning, seen.DetectThreshold),
+              std::make_tuple(c.resolution, c.binning, c.detection));
     EXPECT_FLOAT_EQ(shared.Camera.DetectThreshold, c.copied ? 99 : c.detection)
         << "without a copy the plug-in's own record takes the detection value";
     EXPECT_EQ(shared.Camera.CaptureResolution, 400u) << "the override never touches the plug-in's record";

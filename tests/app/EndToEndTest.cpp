@@ -75,10 +75,6 @@ private:
         return Control<QTreeWidget>(dialog.get(), IDC_RESULTS);
     }
 
-    std::string DataOfRow(int row) {
-        const auto data = dialog->Session().results.DataAt(row);
-        return data ? std::string(data->str(), size_t(data->size())) : std::string("<none>");
-    }
 
 private slots:
     void initTestCase() {
@@ -133,7 +129,8 @@ private slots:
             ++decoded;
             // The bytes of every symbol found are kept: all of them for a single symbol, for several
             // at least those of the one shown.
-            const std::string data = DataOfRow(r);
+            const auto found = dialog->Session().results.DataAt(r);
+            const std::string data = found ? std::string(found->str(), size_t(found->size())) : "<none>";
             if (sample.symbols.size() == 1)
                 QCOMPARE(data, allBytes);
             else

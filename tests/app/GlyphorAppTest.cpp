@@ -67,35 +67,25 @@ private slots:
                  std::string("ZyrReader_InitialiseLogging(true, 2, 33, \"Glyphor.log\")"));
     }
 
-    void readerConnectedEnablesCaptureAndShutsTheCameraDown() {
-        ZyrReaderSettings stored{};
-        stored.CameraDevice = 5;
-        rd::SetReaderSettings(stored);
-        bool captureEnabled = false;
-        CGlyphorApp app;
-        app.SetDialogRunner([&](CGlyphorDlg& dialog) {
-            dialog.OnInitDialog();
-            captureEnabled = Control<QPushButton>(&dialog, IDC_CAPTURE_MULTI)->isEnabled();
-        });
-        app.InitInstance();
-        QVERIFY(captureEnabled);
-        const auto names = rd::CallNames();
-        QVERIFY(std::find(names.begin(), names.end(), "ZyrReader_CameraShutdown") != names.end());
-        QCOMPARE(names.back(), std::string("ZyrReader_DestroyCachedData"));
-    }
-
-    void startupErrorIsShownBeforeTheWindow() {
+    // With a reader: a start-up error is shown before start-up goes on, capture is offered, and the
+    // camera is shut down at the end.
+    void readerRunShowsAStartupErrorFirstAndShutsTheCameraDown() {
         rd::QueueError("ZyrReader_LL_LoadSettings", ZYR_ERR_DEVICE, "Device folder unreadable");
-        std::vector<std::string> events; // the message comes before start-up goes on, which it does
+        std::vector<std::string> events;
         CGlyphorApp app;
         app.SetLibraryMessageSink([&](const std::string& text) { events.push_back(text + " after " + rd::CallNames().back()); });
-        app.SetDialogRunner([&](CGlyphorDlg&) { events.push_back("window"); });
+        app.SetDialogRunner([&](CGlyphorDlg& dialog) {
+            dialog.OnInitDialog();
+            events.push_back(Control<QPushButton>(&dialog, IDC_CAPTURE_MULTI)->isEnabled() ? "window, capture" : "window");
+        });
         app.InitInstance();
-        QCOMPARE(events, (std::vector<std::string>{"Device folder unreadable after ZyrReader_LL_LoadSettings", "window"}));
+        QCOMPARE(events, (std::vector<std::string>{"Device folder unreadable after ZyrReader_LL_LoadSettings", "window, capture"}));
         const std::vector<std::string> calls = rd::CallNames();
         QCOMPARE(std::vector<std::string>(calls.begin(), calls.begin() + 4),
                  (std::vector<std::string>{"ZyrReader_SetErrorHandler", "ZyrReader_LL_LoadSettings", "ZyrReader_CameraInitialise",
                                            "ZyrReader_ImageProcessingInitialise"}));
+        QVERIFY(std::find(calls.begin(), calls.end(), "ZyrReader_CameraShutdown") != calls.end());
+        QCOMPARE(calls.back(), std::string("ZyrReader_DestroyCachedData"));
     }
 
     void libraryMessageFromAWorkerDoesNotBlockTheInterface() {

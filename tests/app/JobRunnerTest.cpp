@@ -55,8 +55,7 @@ private slots:
     void destroyingARunningWorkerStopsAndJoins() {
         JobControl control;
         control.Begin();
-        std::atomic<bool> jobReturned{false};
-        std::atomic<bool> started{false};
+        std::atomic<bool> jobReturned{false}, started{false};
         auto worker = std::make_unique<JobWorker>(
             [&] {
                 started = true;

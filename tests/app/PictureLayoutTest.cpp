@@ -12,15 +12,12 @@ std::string Text(const PictureLayoutResult& out) {
     if (out.clearOnly)
         return "clear";
     std::ostringstream text;
-    const auto rect = [&](auto r) { text << r.x << ',' << r.y << ' ' << r.width << 'x' << r.height; };
-    rect(out.destination);
-    text << " from ";
-    rect(out.source);
+    const auto rect = [&](const char* before, auto r) { text << before << r.x << ',' << r.y << ' ' << r.width << 'x' << r.height; };
+    rect("", out.destination);
+    rect(" from ", out.source);
     text << " zoom " << out.zoomPercent << " bars";
-    for (const LayoutRect& bar : out.bars) {
-        text << ' ';
-        rect(bar);
-    }
+    for (const LayoutRect& bar : out.bars)
+        rect(" ", bar);
     return text.str();
 }
 
