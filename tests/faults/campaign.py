@@ -221,6 +221,10 @@ def main():
     os.makedirs(logs)
     started = time.time()
 
+    dirty = [line for line in sh(["git", "-C", REPO, "status", "--porcelain", "--untracked-files=no"]).stdout
+             .splitlines() if not line[3:].startswith("tests/faults/")]
+    if dirty:
+        sys.exit("the checkout has changes; commit or stash them first:\n" + "\n".join(dirty))
     for p in patches:
         chk = sh(["git", "-C", REPO, "apply", "--check", p])
         if chk.returncode != 0:
@@ -255,7 +259,9 @@ def main():
     def revert():
         nonlocal current
         if current:
-            git_apply(current, reverse=True)
+            undo = git_apply(current, reverse=True)
+            if undo.returncode != 0:
+                sys.exit(f"{os.path.basename(current)} does not revert; the tree holds it:\n{undo.stderr}")
             current = None
 
     def on_signal(*_):
