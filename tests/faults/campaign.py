@@ -47,7 +47,8 @@ def discover_units(build):
         env = dict(e.split("=", 1) for e in props.get("ENVIRONMENT", []))
         cwd = props.get("WORKING_DIRECTORY", build)
         cmd = t["command"]
-        if any(a.startswith("--gtest_filter=") for a in cmd[1:]):
+        # A gtest program: one entry per case (gtest_discover_tests) or per program (--gtest_brief).
+        if any(a.startswith("--gtest_filter=") or a == "--gtest_brief=1" for a in cmd[1:]):
             exe = cmd[0]
             name = os.path.basename(exe)
             if name not in units:
@@ -208,6 +209,9 @@ def main():
     ap.add_argument("--label", default=os.environ.get("FAULT_LABEL", "run"))
     ap.add_argument("--timeout", type=int, default=int(os.environ.get("FAULT_TIMEOUT", "300")))
     ap.add_argument("-j", "--jobs", type=int, default=2)
+    ap.add_argument("--recheck", metavar="RESULTS_TSV",
+                    help="a results table of an earlier run: per fault, run first the programs whose "
+                         "tests caught it then; only when none catches it now, run everything it reaches")
     args = ap.parse_args()
     # run.sh BUILD_DIR is optional: a first argument that is a patch starts the patch list.
     if args.build.endswith(".patch"):
@@ -220,6 +224,14 @@ def main():
     shutil.rmtree(logs, ignore_errors=True)
     os.makedirs(logs)
     started = time.time()
+    earlier = {}
+    if args.recheck:
+        with open(args.recheck) as f:
+            for line in f.read().splitlines()[1:]:
+                cells = line.split("\t")
+                if len(cells) == 3 and cells[1] == "yes":
+                    # "program:Suite.Test" or "program (crash in ...)" or a ctest entry's name
+                    earlier[cells[0]] = {re.split(r"[: ]", c, maxsplit=1)[0] for c in cells[2].split("; ")}
 
     dirty = [line for line in sh(["git", "-C", REPO, "status", "--porcelain", "--untracked-files=no"]).stdout
              .splitlines() if not line[3:].startswith("tests/faults/")]
@@ -289,8 +301,15 @@ def main():
                 affected = [u for u in units if u.name not in dead and u.reach & changed]
                 fault_logs = os.path.join(logs, fault)
                 os.makedirs(fault_logs)
-                res = run_units(build, affected, args.timeout, args.jobs, fault_logs)
+                first = [u for u in affected if u.name in earlier.get(fault, ())]
+                res = run_units(build, first, args.timeout, args.jobs, fault_logs) if first else {}
                 catchers = sorted(f for fails in res.values() for f in fails if f not in broken)
+                if not catchers:
+                    rest = [u for u in affected if u not in first]
+                    res = run_units(build, rest, args.timeout, args.jobs, fault_logs)
+                    catchers = sorted(f for fails in res.values() for f in fails if f not in broken)
+                else:
+                    affected = first
                 if not changed:
                     note = "no artefact changed"
                 elif not affected:
