@@ -110,13 +110,15 @@ TEST_F(LibraryImages, BadViewsAreRefused) {
 }
 
 TEST_F(LibraryImages, CopyIsIndependentOfTheView) {
-    std::vector<uint8_t> pixels(3 * 2 * 3, 7);
-    const ZyrImage view{3, 2, 9, ZYR_PIXEL_RGB24, pixels.data()};
-    ZyrImage* copy = LibraryImage::copy(view);
+    // Rows 11 bytes apart, 9 of them pixels: the copy takes each row's pixels, not the gap.
+    std::vector<uint8_t> pixels(22, 0xEE);
+    std::fill_n(pixels.begin(), 9, 7), std::fill_n(pixels.begin() + 11, 9, 8);
+    ZyrImage* copy = LibraryImage::copy(ZyrImage{3, 2, 11, ZYR_PIXEL_RGB24, pixels.data()});
     ASSERT_NE(copy, nullptr);
     pixels.assign(pixels.size(), 1);
-    EXPECT_EQ(copy->Pixels[0], 7);
-    EXPECT_EQ(copy->Pixels[17], 7);
+    for (int y = 0; y < 2; ++y)
+        EXPECT_EQ(std::vector<uint8_t>(copy->Pixels + y * copy->Stride, copy->Pixels + y * copy->Stride + 9),
+                  std::vector<uint8_t>(9, uint8_t(7 + y)));
     EXPECT_EQ(ZyrReader_DestroyCachedObject(copy), ZYR_OK);
 }
 
