@@ -1,5 +1,6 @@
 #include "CaptureFixtures.h"
 
+#include <gtest/gtest.h>
 #include <png.h>
 
 #include <cmath>
@@ -125,7 +126,7 @@ const std::string& emptyDevice() {
 
 Delivered::~Delivered() {
     for (const Entry& entry : images)
-        ZyrReader_DestroyCachedObject(entry.image);
+        EXPECT_EQ(ZyrReader_DestroyCachedObject(entry.image), ZYR_OK) << "delivered images are library objects";
 }
 
 void Delivered::callback(void* user, int32_t index, int32_t side, uint32_t lightMask, ZyrImage* image) {
