@@ -3,7 +3,6 @@
 #include "ZyrReaderLowLevelAPI.h"
 #include "core/LibraryImage.h"
 #include "core/ObjectRegistry.h"
-#include "core/ShutdownHooks.h"
 
 #include <gtest/gtest.h>
 
@@ -72,20 +71,6 @@ TEST(ObjectRelease, PointersTheLibraryNeverHandedOutAreRefused) {
     EXPECT_EQ(ZyrReader_DestroyCachedObject(image), ZYR_OK) << "the real object survived the bad calls";
 }
 
-TEST(ObjectRelease, EachDeleterRunsExactlyOnce) {
-    int deleted[3] = {0, 0, 0};
-    int tokens[3];
-    for (int i = 0; i < 3; ++i)
-        ASSERT_TRUE(ObjectRegistry::instance().add(&tokens[i], [&deleted, i] { ++deleted[i]; }));
-    EXPECT_FALSE(ObjectRegistry::instance().add(&tokens[0], [] {})) << "an address is registered once";
-    EXPECT_EQ(ZyrReader_DestroyCachedObject(&tokens[1]), ZYR_OK);
-    EXPECT_EQ(ZyrReader_DestroyCachedData(), ZYR_OK);
-    EXPECT_EQ(ZyrReader_DestroyCachedData(), ZYR_OK);
-    EXPECT_EQ(deleted[0], 1);
-    EXPECT_EQ(deleted[1], 1);
-    EXPECT_EQ(deleted[2], 1);
-}
-
 TEST(ObjectRelease, ADeleterMayReleaseAnotherObject) {
     // A record that owns a nested object frees it from its own deleter, through the registry.
     static int inner;
@@ -96,25 +81,6 @@ TEST(ObjectRelease, ADeleterMayReleaseAnotherObject) {
     EXPECT_EQ(ZyrReader_DestroyCachedObject(&outer), ZYR_OK);
     EXPECT_EQ(innerDeleted, 1);
     EXPECT_EQ(ZyrReader_DestroyCachedObject(&inner), ZYR_ERR_UNKNOWN_HANDLE);
-}
-
-TEST(ObjectRelease, ShutdownHooksRunOnEveryDestroyCachedDataLastAddedFirst) {
-    std::vector<int> calls;
-    // Hooks stay registered for the process; this test's hooks only record while it runs.
-    static std::vector<int>* sink = nullptr;
-    sink = &calls;
-    zyr::ShutdownHooks::instance().add([] {
-        if (sink)
-            sink->push_back(1);
-    });
-    zyr::ShutdownHooks::instance().add([] {
-        if (sink)
-            sink->push_back(2);
-    });
-    ZyrReader_DestroyCachedData();
-    ZyrReader_DestroyCachedData();
-    sink = nullptr;
-    EXPECT_EQ(calls, (std::vector<int>{2, 1, 2, 1}));
 }
 
 TEST(ObjectRelease, ConcurrentHandOutAndReleaseLoseNothing) {

@@ -1,9 +1,7 @@
 #include "TestSupport.h"
 #include "ZyrReaderLowLevelAPI.h"
 
-#include <dlfcn.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstring>
 #include <filesystem>
@@ -297,50 +295,5 @@ TEST(ConnectedReader, SettingsComeFromDeviceIniWithoutAReport) {
     EXPECT_EQ(std::string(settings.DeviceFolder), folder.path() + "/");
     EXPECT_EQ(std::string(settings.PluginFolder), folder.path() + "/decoders/");
 }
-
-// ---- Where the plug-ins are, seen from a copy of the library in a build or install layout ----
-
-struct LayoutCase {
-    const char* name;
-    bool buildFolder;   // <lib>/plugins exists
-    bool installFolder; // <lib>/glyphor/plugins exists
-    const char* expected;
-};
-
-void PrintTo(const LayoutCase& c, std::ostream* out) {
-    *out << c.name;
-}
-
-class PluginLayout : public ::testing::TestWithParam<LayoutCase> {};
-
-TEST_P(PluginLayout, DefaultPluginFolderFollowsTheLibrary) {
-    const LayoutCase& c = GetParam();
-    TempFolder folder;
-    const std::string lib = folder.file("lib");
-    fs::create_directories(lib);
-    if (c.buildFolder)
-        fs::create_directories(lib + "/plugins");
-    if (c.installFolder)
-        fs::create_directories(lib + "/glyphor/plugins");
-    fs::copy_file(readerLibraryPath(), lib + "/libZyrReaderLowLevelAPI.so");
-
-    void* copy = dlopen((lib + "/libZyrReaderLowLevelAPI.so").c_str(), RTLD_NOW | RTLD_LOCAL);
-    ASSERT_NE(copy, nullptr) << dlerror();
-    using Load = int32_t (*)(ZyrReaderSettings*, const char*);
-    auto load = reinterpret_cast<Load>(dlsym(copy, "ZyrReader_LL_LoadSettingsFromIniFile"));
-    ASSERT_NE(load, nullptr);
-    ZyrReaderSettings settings = garbage();
-    EXPECT_EQ(load(&settings, folder.file("none.ini").c_str()), ZYR_ERR_FILE);
-    EXPECT_EQ(std::string(settings.PluginFolder), lib + c.expected);
-    EXPECT_EQ(std::string(settings.PluginSettingsFolder), lib + c.expected);
-    dlclose(copy);
-}
-
-INSTANTIATE_TEST_SUITE_P(Layouts, PluginLayout,
-                         ::testing::Values(LayoutCase{"build_tree", true, false, "/plugins/"},
-                                           LayoutCase{"installed", false, true, "/glyphor/plugins/"},
-                                           LayoutCase{"both_prefers_build_tree", true, true, "/plugins/"},
-                                           LayoutCase{"neither", false, false, "/plugins/"}),
-                         [](const ::testing::TestParamInfo<LayoutCase>& info) { return info.param.name; });
 
 } // namespace

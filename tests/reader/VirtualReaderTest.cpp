@@ -297,23 +297,6 @@ TEST_F(VirtualReaderTest, SnapshotShowsTheDocumentUnderTheLightAskedFor) {
     EXPECT_LT(capture::meanLevel(uv), capture::meanLevel(v) / 2) << "and is dim";
 }
 
-TEST_F(VirtualReaderTest, TwoSidedSnapshotHoldsBothSidesInOneFrame) {
-    Device device("[Device]\nTwoSided=1\n[Feed]\nRemovalTimeMs=0\n");
-    device.add("a.png", document(1));
-    device.add("a.back.png", capture::scene(700, 400, {{100, 80, 380, 240}}));
-    start(device);
-    ASSERT_EQ(detect(), ZYR_OK);
-    Delivered frame;
-    ASSERT_EQ(snapshot(ZYR_LIGHT_VISIBLE, frame), ZYR_OK);
-    const ZyrImage& image = *frame.images.at(0).image;
-    EXPECT_EQ(image.Width, 1400) << "two halves as wide as the wider side";
-    EXPECT_EQ(image.Height, 480);
-    EXPECT_EQ(image.Pixels[300 * image.Stride + 300], capture::kCard);
-    EXPECT_EQ(image.Pixels[200 * image.Stride + 700 + 300], capture::kCard);
-    EXPECT_EQ(image.Pixels[450 * image.Stride + 700 + 300], capture::kPlaten)
-        << "padding below the shorter side";
-}
-
 // An unreadable document is reported and skipped; a documents folder that went away is reported.
 TEST_F(VirtualReaderTest, DeviceErrorsAreReported) {
     Device device(kQuickDevice);
