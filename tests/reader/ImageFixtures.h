@@ -1,8 +1,7 @@
 // Test images: a picture model, independent encoders (PNG and JPEG through the codec libraries,
 // BMP written here byte by byte, since no writer makes its rarer variants), a reference JPEG
 // decode, and a strict reader for the BMP files the library produces.
-#ifndef GLYPHOR_TESTS_READER_IMAGE_FIXTURES_H
-#define GLYPHOR_TESTS_READER_IMAGE_FIXTURES_H
+#pragma once
 
 #include <cstdint>
 #include <string>
@@ -74,4 +73,3 @@ std::string firstDifference(const Picture& expected, const Picture& actual);
 
 } // namespace fixtures
 
-#endif

@@ -7,7 +7,6 @@
 #include <cctype>
 #include <cstdio>
 #include <filesystem>
-#include <functional>
 #include <ostream>
 #include <string>
 #include <thread>

@@ -43,12 +43,9 @@ struct DocumentedDefault {
 
 // The defaults the README promises.
 const DocumentedDefault documentedDefaults[] = {
-    {"Logging.Level", FIELD(LoggingLevel), "0"},
-    {"Logging.Mask", FIELD(LoggingMask), "63"},
-    {"Device.CameraDevice", FIELD(CameraDevice), "0"},
-    {"Device.ImageWidth", FIELD(ImageWidth), "2700"},
-    {"Device.ImageHeight", FIELD(ImageHeight), "2000"},
-    {"Device.TwoSided", FIELD(TwoSided), "0"},
+    {"Logging.Level", FIELD(LoggingLevel), "0"}, {"Logging.Mask", FIELD(LoggingMask), "63"},
+    {"Device.CameraDevice", FIELD(CameraDevice), "0"}, {"Device.ImageWidth", FIELD(ImageWidth), "2700"},
+    {"Device.ImageHeight", FIELD(ImageHeight), "2000"}, {"Device.TwoSided", FIELD(TwoSided), "0"},
     {"Device.DarkObjectValue", FIELD(DarkObjectValue), "40"},
     {"Device.CommonCaptureResolution", FIELD(CommonCaptureResolution), "400"},
     {"Device.CommonBinning", FIELD(CommonBinning), "1"},
@@ -174,33 +171,6 @@ TEST_P(SettingsKey, IsReadFromTheFile) {
 
 INSTANTIATE_TEST_SUITE_P(Files, SettingsKey, ::testing::ValuesIn(keyCases),
                          [](const ::testing::TestParamInfo<KeyCase>& info) { return info.param.name; });
-
-// ---- Relative folders ----
-
-struct RelativeCase {
-    const char* value;
-    const char* expectedUnderIniFolder; // appended to the INI file's folder
-};
-
-class RelativeFolder : public ::testing::TestWithParam<RelativeCase> {};
-
-TEST_P(RelativeFolder, IsTakenFromTheSettingsFilesFolder) {
-    TempFolder folder;
-    fs::create_directories(folder.file("conf/deep"));
-    writeFile(folder.file("conf/deep/ZyrReader.ini"),
-              std::string("[Folders]\nPluginSettingsFolder=") + GetParam().value + "\n");
-    ZyrReaderSettings settings = garbage();
-    ASSERT_EQ(ZyrReader_LL_LoadSettingsFromIniFile(&settings, folder.file("conf/deep/ZyrReader.ini").c_str()),
-              ZYR_OK);
-    EXPECT_EQ(std::string(settings.PluginSettingsFolder), folder.path() + GetParam().expectedUnderIniFolder);
-}
-
-INSTANTIATE_TEST_SUITE_P(Folders, RelativeFolder,
-                         ::testing::Values(RelativeCase{"cfg", "/conf/deep/cfg/"},
-                                           RelativeCase{"./cfg/", "/conf/deep/cfg/"},
-                                           RelativeCase{".", "/conf/deep/"},
-                                           RelativeCase{"../cfg", "/conf/cfg/"},
-                                           RelativeCase{"../../a/b", "/a/b/"}));
 
 // A relative settings file and a relative device folder are taken from the working folder.
 TEST(SettingsFile, RelativePathsAreTakenFromTheWorkingFolder) {

@@ -1,6 +1,5 @@
-// The lookup tables: issuers by IIN and element names by version.
+// Element names by version, and records cut to their fields.
 #include "AamvaElementCatalogue.h"
-#include "AamvaIssuerTable.h"
 #include "AamvaTestSupport.h"
 #include "ZyrReaderLowLevelAPI.h"
 
@@ -11,22 +10,6 @@
 namespace {
 
 using zyr::AamvaElementCatalogue;
-using zyr::AamvaIssuerTable;
-
-TEST(IssuerTable, NamesAndCountries) {
-    const char* const rows[][3] = {
-        {"604426", "Prince Edward Island", "CAN"}, {"604434", "Northwest Territories", "CAN"},
-        {"636000", "Virginia", "USA"}, {"636012", "Ontario", "CAN"},
-        {"636027", "U.S. Department of State", "USA"}, {"636056", "Coahuila", "MEX"},
-        {"636062", "U.S. Virgin Islands", "USA"}, {"990876", "Alberta", "CAN"}, {"604432", "Alberta", "CAN"},
-        {"636063", "Unknown", ""}, {"999999", "Unknown", ""}, {"360040", "Unknown", ""},
-        {"63600", "Unknown", ""}, {"", "Unknown", ""}};
-    for (const auto& row : rows) {
-        const zyr::AamvaIssuer issuer = AamvaIssuerTable::find(row[0]);
-        EXPECT_STREQ(issuer.name, row[1]) << row[0];
-        EXPECT_STREQ(AamvaIssuerTable::countryCode(issuer.country), row[2]) << row[0];
-    }
-}
 
 TEST(ElementCatalogue, NamesDependOnTheVersion) {
     const struct {

@@ -1,6 +1,5 @@
 // The readers of single values: dates, heights, weights, names and colour codes, each against a
 // table of the forms cards write.
-#include "AamvaColourCodes.h"
 #include "AamvaDateReader.h"
 #include "AamvaMeasureReader.h"
 #include "AamvaNameReader.h"
@@ -115,32 +114,6 @@ TEST(NameReader, AssemblyFromEachGeneration) {
                       "|" + name.given,
                   row[1])
             << row[0];
-    }
-}
-
-TEST(ColourCodes, HairAndEyeSpellings) {
-    const struct {
-        const char* value;
-        int32_t hair;
-        int32_t eye;
-    } rows[] = {
-        {"BAL", AAMVA_HAIR_BALD, AAMVA_EYE_UNKNOWN}, {"BLD", AAMVA_HAIR_BALD, AAMVA_EYE_UNKNOWN},
-        {"BLK", AAMVA_HAIR_BLACK, AAMVA_EYE_BLACK}, {"BLN", AAMVA_HAIR_BLOND, AAMVA_EYE_UNKNOWN},
-        {"BLO", AAMVA_HAIR_BLOND, AAMVA_EYE_UNKNOWN}, {"BRO", AAMVA_HAIR_BROWN, AAMVA_EYE_BROWN},
-        {"BRN", AAMVA_HAIR_BROWN, AAMVA_EYE_BROWN}, {"BR", AAMVA_HAIR_BROWN, AAMVA_EYE_BROWN},
-        {"BN", AAMVA_HAIR_BROWN, AAMVA_EYE_BROWN}, {"brown", AAMVA_HAIR_BROWN, AAMVA_EYE_BROWN},
-        {"GRY", AAMVA_HAIR_GREY, AAMVA_EYE_GREY}, {"GRAY", AAMVA_HAIR_GREY, AAMVA_EYE_GREY},
-        {"RED", AAMVA_HAIR_RED, AAMVA_EYE_UNKNOWN}, {"SDY", AAMVA_HAIR_SANDY, AAMVA_EYE_UNKNOWN},
-        {"WHI", AAMVA_HAIR_WHITE, AAMVA_EYE_UNKNOWN}, {"UNK", AAMVA_HAIR_UNKNOWN, AAMVA_EYE_UNKNOWN},
-        {"BLU", AAMVA_HAIR_UNKNOWN, AAMVA_EYE_BLUE}, {"BL", AAMVA_HAIR_UNKNOWN, AAMVA_EYE_BLUE},
-        {"GRN", AAMVA_HAIR_UNKNOWN, AAMVA_EYE_GREEN}, {"HAZ", AAMVA_HAIR_UNKNOWN, AAMVA_EYE_HAZEL},
-        {"HZL", AAMVA_HAIR_UNKNOWN, AAMVA_EYE_HAZEL}, {"HZ", AAMVA_HAIR_UNKNOWN, AAMVA_EYE_HAZEL},
-        {"MAR", AAMVA_HAIR_UNKNOWN, AAMVA_EYE_MAROON}, {"PNK", AAMVA_HAIR_UNKNOWN, AAMVA_EYE_PINK},
-        {"DIC", AAMVA_HAIR_UNKNOWN, AAMVA_EYE_DICHROMATIC}, {" BRO  ", AAMVA_HAIR_BROWN, AAMVA_EYE_BROWN},
-        {"PURPLE", AAMVA_HAIR_UNKNOWN, AAMVA_EYE_UNKNOWN}, {"", -1, -1}, {"NONE", -1, -1}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(zyr::AamvaColourCodes::hair(row.value), row.hair) << '"' << row.value << '"';
-        EXPECT_EQ(zyr::AamvaColourCodes::eye(row.value), row.eye) << '"' << row.value << '"';
     }
 }
 
