@@ -42,6 +42,11 @@ PluginState* FindPlugin(DoubleState& s, uint64_t handle) {
 
 } // namespace
 
+// The query and the shutdown of a service, which every service answers alike.
+#define QUERY_AND_SHUTDOWN(query, shutdown, service)                                                       \
+    bool query(void) { return IsInitialised(__func__, Service::service); }                                 \
+    int32_t shutdown(void) { return ShutdownService(Service::service, Record(__func__)); }
+
 extern "C" {
 
 const char* ZyrReader_ErrorText(int32_t code) {
@@ -106,43 +111,23 @@ int32_t ZyrReader_DestroyCachedObject(const void* object) {
 int32_t ZyrReader_CameraInitialise(ZyrReaderSettings* settings, uint64_t device, uint32_t flags) {
     return InitialiseService(Service::Camera, Record(__func__, settings, device, flags));
 }
-bool ZyrReader_IsCameraInitialised(void) {
-    return IsInitialised(__func__, Service::Camera);
-}
-int32_t ZyrReader_CameraShutdown(void) {
-    return ShutdownService(Service::Camera, Record(__func__));
-}
+QUERY_AND_SHUTDOWN(ZyrReader_IsCameraInitialised, ZyrReader_CameraShutdown, Camera)
 
 int32_t ZyrReader_ImageProcessingInitialise(ZyrReaderSettings* settings, uint64_t device,
                                             ZyrImageProcessingSettings* processing) {
     return InitialiseService(Service::ImageProcessing, Record(__func__, settings, device, processing));
 }
-bool ZyrReader_IsImageProcessingInitialised(void) {
-    return IsInitialised(__func__, Service::ImageProcessing);
-}
-int32_t ZyrReader_ImageProcessingShutdown(void) {
-    return ShutdownService(Service::ImageProcessing, Record(__func__));
-}
+QUERY_AND_SHUTDOWN(ZyrReader_IsImageProcessingInitialised, ZyrReader_ImageProcessingShutdown, ImageProcessing)
 
 int32_t ZyrReader_SignalInitialise(ZyrReaderSettings* settings) {
     return InitialiseService(Service::Signal, Record(__func__, settings));
 }
-bool ZyrReader_IsSignalInitialised(void) {
-    return IsInitialised(__func__, Service::Signal);
-}
-int32_t ZyrReader_SignalShutdown(void) {
-    return ShutdownService(Service::Signal, Record(__func__));
-}
+QUERY_AND_SHUTDOWN(ZyrReader_IsSignalInitialised, ZyrReader_SignalShutdown, Signal)
 
 int32_t ZyrReader_ParseInitialise(void) {
     return InitialiseService(Service::Parsing, Record(__func__));
 }
-bool ZyrReader_IsParsingInitialised(void) {
-    return IsInitialised(__func__, Service::Parsing);
-}
-int32_t ZyrReader_ParseShutdown(void) {
-    return ShutdownService(Service::Parsing, Record(__func__));
-}
+QUERY_AND_SHUTDOWN(ZyrReader_IsParsingInitialised, ZyrReader_ParseShutdown, Parsing)
 
 int32_t ZyrReader_ParseAAMVA(const uint8_t* data, int32_t length, AAMVARecord** record, int32_t reserved) {
     auto scripted = Record(__func__, data, length, record, reserved);
