@@ -50,20 +50,8 @@ TEST_F(AAMVAParseResultTest, StartsTheParserOnlyWhenItIsNotRunning) {
     }
 }
 
-TEST_F(AAMVAParseResultTest, SecondParseReleasesTheFirstRecordBeforeAsking) {
-    ParseDouble::Script script;
-    script.initialised = true;
-    Start(script);
-    AAMVAParseResult p;
-    const auto first = Bytes("first"), second = Bytes("second!");
-    ASSERT_EQ(p.Parse(first.data(), 5), 0);
-    ASSERT_EQ(p.Parse(second.data(), 7), 0);
-    EXPECT_EQ(ParseDouble::Log(),
-              (Log{"IsParsingInitialised", "ParseAAMVA 5", "IsParsingInitialised", "Destroy 1", "ParseAAMVA 7"}));
-    EXPECT_EQ(Raw(p), second);
-    EXPECT_EQ(ParseDouble::Outstanding(), 1);
-}
-
+// A second parse releases the first record before asking the library again, and a failed one
+// keeps the bytes of the last success.
 TEST_F(AAMVAParseResultTest, FailuresReturnTheLibraryCodeAndKeepTheOldBytes) {
     const struct {
         const char* what;
