@@ -28,29 +28,23 @@ TEST_P(StandardNameTest, NamesTheStandard) {
     EXPECT_EQ(AAMVAFormat::VersionText(b.get(), AAMVAFormat::StandardVersion), GetParam().text);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Versions, StandardNameTest,
-    ::testing::Values(VersionCase{NA, "Not present"}, VersionCase{0, "Pre-2000 Standard"},
-                      VersionCase{1, "AAMVA 2000 Standard"}, VersionCase{2, "AAMVA 2003 Standard"},
-                      VersionCase{3, "AAMVA 2005 Standard"}, VersionCase{4, "AAMVA 2009 Standard"},
-                      VersionCase{5, "AAMVA 2010 Standard"}, VersionCase{6, "AAMVA 2011 Standard"},
-                      VersionCase{7, "AAMVA 2012 Standard"}, VersionCase{8, "AAMVA 2013 Standard"},
-                      VersionCase{9, "Unknown Standard"}, VersionCase{10, "Unknown Standard"},
-                      VersionCase{0xFFFFFFFEu, "Unknown Standard"},
-                      VersionCase{0x80000000u, "Unknown Standard"}));
+INSTANTIATE_TEST_SUITE_P(Versions, StandardNameTest,
+                         ::testing::Values(VersionCase{NA, "Not present"}, VersionCase{0, "Pre-2000 Standard"},
+                                           VersionCase{1, "AAMVA 2000 Standard"}, VersionCase{2, "AAMVA 2003 Standard"},
+                                           VersionCase{3, "AAMVA 2005 Standard"}, VersionCase{4, "AAMVA 2009 Standard"},
+                                           VersionCase{5, "AAMVA 2010 Standard"}, VersionCase{6, "AAMVA 2011 Standard"},
+                                           VersionCase{7, "AAMVA 2012 Standard"}, VersionCase{8, "AAMVA 2013 Standard"},
+                                           VersionCase{9, "Unknown Standard"}, VersionCase{10, "Unknown Standard"},
+                                           VersionCase{0xFFFFFFFEu, "Unknown Standard"},
+                                           VersionCase{0x80000000u, "Unknown Standard"}));
 
 TEST(VersionTextTest, JurisdictionNoteOnlyFlagsAbsence) {
-    struct {
+    const struct {
         uint32_t jurisdictionVersion;
         int which;
         const char* text;
-    } const cases[] = {
-        {NA, AAMVAFormat::JurisdictionVersion, "Not present"},
-        {0, AAMVAFormat::JurisdictionVersion, ""},
-        {7, AAMVAFormat::JurisdictionVersion, ""},
-        {NA, 2, ""},
-        {NA, -1, ""},
-    };
+    } cases[] = {{NA, AAMVAFormat::JurisdictionVersion, "Not present"}, {0, AAMVAFormat::JurisdictionVersion, ""},
+                 {7, AAMVAFormat::JurisdictionVersion, ""}, {NA, 2, ""}, {NA, -1, ""}};
     for (const auto& c : cases) {
         RecordBuilder b;
         b.record().Version = 1;
@@ -76,6 +70,7 @@ TEST_P(DateTextTest, Formats) {
     EXPECT_EQ(AAMVAFormat::DateText(Date(c.day, c.month, c.year)), c.text);
 }
 
+constexpr const char* kInvalid = "Invalid DateTime";
 INSTANTIATE_TEST_SUITE_P(
     Dates, DateTextTest,
     ::testing::Values(
@@ -85,17 +80,13 @@ INSTANTIATE_TEST_SUITE_P(
         DateCase{29, 2, 2024, "29 February 2024"}, DateCase{30, 9, 1999, "30 September 1999"},
         DateCase{1, 1, 100, "01 January 100"},
         // absent in any component
-        DateCase{NA, 7, 1976, ""}, DateCase{4, NA, 1976, ""}, DateCase{4, 7, NA, ""},
-        DateCase{NA, NA, NA, ""},
+        DateCase{NA, 7, 1976, ""}, DateCase{4, NA, 1976, ""}, DateCase{4, 7, NA, ""}, DateCase{NA, NA, NA, ""},
         // impossible or out of range: never rolled over into another day
-        DateCase{29, 2, 1999, "Invalid DateTime"}, DateCase{29, 2, 1900, "Invalid DateTime"},
-        DateCase{31, 2, 2026, "Invalid DateTime"}, DateCase{31, 4, 2020, "Invalid DateTime"},
-        DateCase{31, 11, 2020, "Invalid DateTime"}, DateCase{0, 1, 2020, "Invalid DateTime"},
-        DateCase{1, 0, 2020, "Invalid DateTime"}, DateCase{1, 13, 2020, "Invalid DateTime"},
-        DateCase{1, 1, 99, "Invalid DateTime"}, DateCase{1, 1, 10000, "Invalid DateTime"},
-        DateCase{1, 1, 0, "Invalid DateTime"}, DateCase{32, 1, 2020, "Invalid DateTime"},
-        DateCase{0xFFFFFFFEu, 1, 2020, "Invalid DateTime"},
-        DateCase{1, 0x80000001u, 2020, "Invalid DateTime"}));
+        DateCase{29, 2, 1999, kInvalid}, DateCase{29, 2, 1900, kInvalid}, DateCase{31, 2, 2026, kInvalid},
+        DateCase{31, 4, 2020, kInvalid}, DateCase{31, 11, 2020, kInvalid}, DateCase{0, 1, 2020, kInvalid},
+        DateCase{1, 0, 2020, kInvalid}, DateCase{1, 13, 2020, kInvalid}, DateCase{1, 1, 99, kInvalid},
+        DateCase{1, 1, 10000, kInvalid}, DateCase{1, 1, 0, kInvalid}, DateCase{32, 1, 2020, kInvalid},
+        DateCase{0xFFFFFFFEu, 1, 2020, kInvalid}, DateCase{1, 0x80000001u, 2020, kInvalid}));
 
 // The window switches the process to the user's locale at start-up; month names stay English.
 TEST(DateTextLocaleTest, MonthNamesStayEnglishUnderAnotherLocale) {
@@ -114,28 +105,18 @@ TEST(DateTextLocaleTest, MonthNamesStayEnglishUnderAnotherLocale) {
 }
 
 TEST(MeasureTextTest, KnownUnitsOnly) {
-    struct {
+    const struct {
         int32_t value;
         uint32_t unit;
         const char* text; // null: no text
-    } const cases[] = {
-        {69, AAMVA_UNIT_INCHES, "69 Inches"},
-        {175, AAMVA_UNIT_CENTIMETRES, "175 Centimetres"},
-        {180, AAMVA_UNIT_POUNDS, "180 Pounds"},
-        {82, AAMVA_UNIT_KILOGRAMS, "82 Kilograms"},
-        {0, AAMVA_UNIT_INCHES, "0 Inches"},
-        {-5, AAMVA_UNIT_KILOGRAMS, "-5 Kilograms"},
-        {69, 0, nullptr},
-        {69, 5, nullptr},
-        {69, 0xFFFFFFFFu, nullptr},
-    };
-    for (const auto& c : cases) {
-        const auto text = AAMVAFormat::MeasureText(Measure(c.value, c.unit));
-        if (c.text == nullptr)
-            EXPECT_FALSE(text.has_value()) << "unit " << c.unit;
-        else
-            EXPECT_EQ(text.value_or("<none>"), c.text);
-    }
+    } cases[] = {{69, AAMVA_UNIT_INCHES, "69 Inches"},   {175, AAMVA_UNIT_CENTIMETRES, "175 Centimetres"},
+                 {180, AAMVA_UNIT_POUNDS, "180 Pounds"}, {82, AAMVA_UNIT_KILOGRAMS, "82 Kilograms"},
+                 {0, AAMVA_UNIT_INCHES, "0 Inches"},     {-5, AAMVA_UNIT_KILOGRAMS, "-5 Kilograms"},
+                 {69, 0, nullptr},                       {69, 5, nullptr},
+                 {69, 0xFFFFFFFFu, nullptr}};
+    for (const auto& c : cases)
+        EXPECT_EQ(AAMVAFormat::MeasureText(Measure(c.value, c.unit)).value_or("<none>"), c.text ? c.text : "<none>")
+            << "unit " << c.unit;
 }
 
 TEST(ValueTextTest, NumbersAndCharacters) {

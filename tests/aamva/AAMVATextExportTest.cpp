@@ -62,12 +62,4 @@ TEST(TextExportTest, ValuesAreWrittenAsTheLibraryGaveThem) {
     }
 }
 
-TEST(TextExportTest, PhysicalDescriptionIsNotExported) {
-    RecordBuilder b;
-    b.Full();
-    const std::string text = SavedText(b.get());
-    for (const char* label : {"Height", "Weight", "EyeColour", "HairColour", "Not present"})
-        EXPECT_EQ(text.find(label), std::string::npos) << label;
-}
-
 } // namespace

@@ -1,6 +1,5 @@
 // What the export tests share: the golden files' folder, saving from a string, the XML check.
-#ifndef GLYPHOR_TESTS_AAMVA_EXPORT_TEST_SUPPORT_H
-#define GLYPHOR_TESTS_AAMVA_EXPORT_TEST_SUPPORT_H
+#pragma once
 
 #include "ZyrReaderLowLevelAPI.h"
 
@@ -11,4 +10,3 @@ extern const std::string kData;
 // Runs the system's XML parser on the file; empty when it is well-formed, else its complaint.
 std::string XmlProblems(const std::string& path);
 
-#endif

@@ -1,7 +1,6 @@
 // Stands in for the reader library's parser: answers from a script and logs every call, so the
 // viewer's parse step can be checked call by call without the real library.
-#ifndef GLYPHOR_TESTS_AAMVA_PARSE_DOUBLE_H
-#define GLYPHOR_TESTS_AAMVA_PARSE_DOUBLE_H
+#pragma once
 
 #include "ZyrReaderLowLevelAPI.h"
 
@@ -34,4 +33,3 @@ const std::vector<uint8_t>& LastBytes();
 
 } // namespace ParseDouble
 
-#endif

@@ -19,44 +19,29 @@ RecordBuilder& RecordBuilder::Blank() {
     r.DateOfBirth = none;
     r.IssueDate = none;
     r.ExpiryDate = none;
-    r.Version = AAMVA_NOT_PRESENT;
-    r.JurisdictionVersion = AAMVA_NOT_PRESENT;
-    r.HairColour = -1;
-    r.EyeColour = -1;
+    r.Version = r.JurisdictionVersion = AAMVA_NOT_PRESENT;
+    r.HairColour = r.EyeColour = -1;
     r.ShortSex = ' ';
-    items_.reset();
-    r.DataItems = nullptr;
-    r.DataItemCount = 0;
+    items_.reset(); // the memset left DataItems null and the count 0
     return *this;
 }
 
 RecordBuilder& RecordBuilder::Full() {
     Blank();
     AAMVARecord& r = *record_;
-    Text(r.LicenceNumber, "D1234567");
-    Text(r.FullName, "JANE ANN DOE");
-    Text(r.Surname, "DOE");
-    Text(r.Forename, "JANE");
-    Text(r.MiddleName, "ANN");
-    Text(r.NameSuffix, "JR");
-    Text(r.GivenNames, "JANE ANN");
-    Text(r.Sex, "Female");
+    Text(r.LicenceNumber, "D1234567").Text(r.FullName, "JANE ANN DOE").Text(r.Surname, "DOE");
+    Text(r.Forename, "JANE").Text(r.MiddleName, "ANN").Text(r.NameSuffix, "JR").Text(r.GivenNames, "JANE ANN");
+    Text(r.Sex, "Female").Text(r.AddressStreet, "123 MAIN ST").Text(r.AddressCity, "ANYTOWN");
+    Text(r.AddressState, "VA").Text(r.AddressPostalCode, "221010000").Text(r.AddressCountry, "USA");
+    Text(r.FileType, "ANSI ").Text(r.IIN, "636000").Text(r.IssuerName, "Virginia");
     r.ShortSex = 'F';
     r.DateOfBirth = Date(4, 7, 1976);
     r.IssueDate = Date(29, 2, 2016);
     r.ExpiryDate = Date(31, 2, 2026); // does not exist
-    Text(r.AddressStreet, "123 MAIN ST");
-    Text(r.AddressCity, "ANYTOWN");
-    Text(r.AddressState, "VA");
-    Text(r.AddressPostalCode, "221010000");
-    Text(r.AddressCountry, "USA");
     r.Height = Measure(64, AAMVA_UNIT_INCHES);
     r.Weight = Measure(130, AAMVA_UNIT_POUNDS);
     r.HairColour = AAMVA_HAIR_BROWN;
     r.EyeColour = AAMVA_EYE_BLUE;
-    Text(r.FileType, "ANSI ");
-    Text(r.IIN, "636000");
-    Text(r.IssuerName, "Virginia");
     r.Version = 8;
     r.JurisdictionVersion = 0;
     return Items({{"DAQ", "Customer ID Number", "D1234567"},

@@ -1,6 +1,5 @@
 // Builds AAMVA records in memory the way the reader library lays them out, for the viewer's tests.
-#ifndef GLYPHOR_TESTS_AAMVA_RECORD_BUILDER_H
-#define GLYPHOR_TESTS_AAMVA_RECORD_BUILDER_H
+#pragma once
 
 #include "ZyrReaderLowLevelAPI.h"
 
@@ -43,4 +42,3 @@ private:
 AAMVADate Date(uint32_t day, uint32_t month, uint32_t year);
 AAMVAMeasure Measure(int32_t value, uint32_t unit);
 
-#endif

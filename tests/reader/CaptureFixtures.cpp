@@ -1,9 +1,9 @@
 #include "CaptureFixtures.h"
 
+#include <gtest/gtest.h>
 #include <png.h>
 
 #include <cmath>
-#include <cstdio>
 #include <filesystem>
 
 namespace capture {
@@ -125,7 +125,7 @@ const std::string& emptyDevice() {
 
 Delivered::~Delivered() {
     for (const Entry& entry : images)
-        ZyrReader_DestroyCachedObject(entry.image);
+        EXPECT_EQ(ZyrReader_DestroyCachedObject(entry.image), ZYR_OK) << "delivered images are library objects";
 }
 
 void Delivered::callback(void* user, int32_t index, int32_t side, uint32_t lightMask, ZyrImage* image) {

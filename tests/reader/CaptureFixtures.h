@@ -1,8 +1,7 @@
 // Test scenes for the capture calls: cards drawn on a darker platen, with a dark marker square in
 // the card's top-left corner so that crops, turns and mirrors can be told apart, and virtual
 // reader folders built from them.
-#ifndef GLYPHOR_TESTS_READER_CAPTURE_FIXTURES_H
-#define GLYPHOR_TESTS_READER_CAPTURE_FIXTURES_H
+#pragma once
 
 #include "ImageFixtures.h"
 #include "TestSupport.h"
@@ -82,4 +81,3 @@ struct Delivered {
 
 } // namespace capture
 
-#endif

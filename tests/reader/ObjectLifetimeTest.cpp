@@ -3,15 +3,12 @@
 #include "ZyrReaderLowLevelAPI.h"
 #include "core/LibraryImage.h"
 #include "core/ObjectRegistry.h"
-#include "core/ShutdownHooks.h"
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <functional>
 #include <memory>
 #include <ostream>
-#include <thread>
 #include <vector>
 
 using zyr::LibraryImage;
@@ -47,18 +44,13 @@ protected:
     void TearDown() override { ZyrReader_DestroyCachedData(); }
 };
 
+// Freed once, then unknown; what the client leaves is freed with the cached data.
 TEST_P(ObjectLifetime, FreedOnceThenUnknown) {
-    const void* object = GetParam().make();
-    ASSERT_NE(object, nullptr);
-    EXPECT_EQ(ZyrReader_DestroyCachedObject(object), ZYR_OK);
-    EXPECT_EQ(ZyrReader_DestroyCachedObject(object), ZYR_ERR_UNKNOWN_HANDLE) << "double free";
-}
-
-TEST_P(ObjectLifetime, DestroyCachedDataFreesWhatIsLeft) {
     const void* first = GetParam().make();
     const void* second = GetParam().make();
-    ASSERT_NE(first, second);
+    ASSERT_TRUE(first != nullptr && second != nullptr && first != second);
     EXPECT_EQ(ZyrReader_DestroyCachedObject(first), ZYR_OK);
+    EXPECT_EQ(ZyrReader_DestroyCachedObject(first), ZYR_ERR_UNKNOWN_HANDLE) << "double free";
     EXPECT_EQ(ZyrReader_DestroyCachedData(), ZYR_OK);
     EXPECT_EQ(ObjectRegistry::instance().size(), 0u);
     EXPECT_EQ(ZyrReader_DestroyCachedObject(second), ZYR_ERR_UNKNOWN_HANDLE);
@@ -66,30 +58,6 @@ TEST_P(ObjectLifetime, DestroyCachedDataFreesWhatIsLeft) {
 
 INSTANTIATE_TEST_SUITE_P(Kinds, ObjectLifetime, ::testing::ValuesIn(kinds),
                          [](const ::testing::TestParamInfo<Kind>& info) { return info.param.name; });
-
-TEST(ObjectRelease, PointersTheLibraryNeverHandedOutAreRefused) {
-    int onTheStack = 0;
-    ZyrImage* image = LibraryImage::create(4, 4, ZYR_PIXEL_BGRA32);
-    ASSERT_NE(image, nullptr);
-    EXPECT_EQ(ZyrReader_DestroyCachedObject(&onTheStack), ZYR_ERR_UNKNOWN_HANDLE);
-    EXPECT_EQ(ZyrReader_DestroyCachedObject(image->Pixels), ZYR_ERR_UNKNOWN_HANDLE) << "inside an object";
-    EXPECT_EQ(ZyrReader_DestroyCachedObject(nullptr), ZYR_ERR_BAD_ARGUMENT);
-    EXPECT_EQ(ZyrReader_DestroyCachedObject(image), ZYR_OK) << "the real object survived the bad calls";
-}
-
-TEST(ObjectRelease, EachDeleterRunsExactlyOnce) {
-    int deleted[3] = {0, 0, 0};
-    int tokens[3];
-    for (int i = 0; i < 3; ++i)
-        ASSERT_TRUE(ObjectRegistry::instance().add(&tokens[i], [&deleted, i] { ++deleted[i]; }));
-    EXPECT_FALSE(ObjectRegistry::instance().add(&tokens[0], [] {})) << "an address is registered once";
-    EXPECT_EQ(ZyrReader_DestroyCachedObject(&tokens[1]), ZYR_OK);
-    EXPECT_EQ(ZyrReader_DestroyCachedData(), ZYR_OK);
-    EXPECT_EQ(ZyrReader_DestroyCachedData(), ZYR_OK);
-    EXPECT_EQ(deleted[0], 1);
-    EXPECT_EQ(deleted[1], 1);
-    EXPECT_EQ(deleted[2], 1);
-}
 
 TEST(ObjectRelease, ADeleterMayReleaseAnotherObject) {
     // A record that owns a nested object frees it from its own deleter, through the registry.
@@ -101,51 +69,6 @@ TEST(ObjectRelease, ADeleterMayReleaseAnotherObject) {
     EXPECT_EQ(ZyrReader_DestroyCachedObject(&outer), ZYR_OK);
     EXPECT_EQ(innerDeleted, 1);
     EXPECT_EQ(ZyrReader_DestroyCachedObject(&inner), ZYR_ERR_UNKNOWN_HANDLE);
-}
-
-TEST(ObjectRelease, ShutdownHooksRunOnEveryDestroyCachedDataLastAddedFirst) {
-    std::vector<int> calls;
-    // Hooks stay registered for the process; this test's hooks only record while it runs.
-    static std::vector<int>* sink = nullptr;
-    sink = &calls;
-    zyr::ShutdownHooks::instance().add([] {
-        if (sink)
-            sink->push_back(1);
-    });
-    zyr::ShutdownHooks::instance().add([] {
-        if (sink)
-            sink->push_back(2);
-    });
-    ZyrReader_DestroyCachedData();
-    ZyrReader_DestroyCachedData();
-    sink = nullptr;
-    EXPECT_EQ(calls, (std::vector<int>{2, 1, 2, 1}));
-}
-
-TEST(ObjectRelease, ConcurrentHandOutAndReleaseLoseNothing) {
-    constexpr int threads = 4;
-    constexpr int rounds = 500;
-    std::atomic<int> failures{0};
-    std::vector<std::thread> workers;
-    for (int t = 0; t < threads; ++t) {
-        workers.emplace_back([&] {
-            for (int i = 0; i < rounds; ++i) {
-                ZyrImage* image = LibraryImage::create(3, 2, ZYR_PIXEL_GREY8);
-                if (image == nullptr || ZyrReader_DestroyCachedObject(image) != ZYR_OK)
-                    ++failures;
-            }
-        });
-    }
-    workers.emplace_back([&] { // a client that keeps passing a bogus pointer meanwhile
-        int bogus = 0;
-        for (int i = 0; i < rounds; ++i)
-            if (ZyrReader_DestroyCachedObject(&bogus) != ZYR_ERR_UNKNOWN_HANDLE)
-                ++failures;
-    });
-    for (std::thread& worker : workers)
-        worker.join();
-    EXPECT_EQ(failures.load(), 0);
-    EXPECT_EQ(ObjectRegistry::instance().size(), 0u);
 }
 
 } // namespace

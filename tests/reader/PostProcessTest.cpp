@@ -96,6 +96,7 @@ INSTANTIATE_TEST_SUITE_P(
                    Corner::BottomLeft},
         OptionCase{"mirror_horizontal", kCrop | ZYR_OPT_MIRROR_H, 0, 0, 400, 250, Corner::TopRight},
         OptionCase{"mirror_vertical", kCrop | ZYR_OPT_MIRROR_V, 0, 0, 400, 250, Corner::BottomLeft},
+        OptionCase{"turned_then_mirrored", kCrop | ZYR_OPT_ROTATE_90 | ZYR_OPT_MIRROR_H, 0, 0, 250, 400, Corner::TopLeft},
         OptionCase{"scale_half", kCrop, 0, 0.5f, 200, 125, Corner::TopLeft},
         OptionCase{"scale_one_is_none", kCrop, 0, 1.0f, 400, 250, Corner::TopLeft},
         OptionCase{"scale_negative_is_none", kCrop, 0, -2.0f, 400, 250, Corner::TopLeft},
@@ -105,38 +106,30 @@ INSTANTIATE_TEST_SUITE_P(
                    Corner::TopLeft}),
     [](const ::testing::TestParamInfo<OptionCase>& info) { return info.param.name; });
 
-TEST_F(PostProcess, LocatingReportsWhereTheCardLies) {
+// A location found is reported; one given inside the frame is cut as it is and left alone; one
+// outside the frame is searched for.
+TEST_F(PostProcess, LocationIsFoundOrTaken) {
     const GreyView snapshot(capture::scene(640, 480, {kCard}));
-    Delivered out;
-    alignas(4) ZyrLocation location{};
-    ASSERT_EQ(process(snapshot.image(), kLocate, out, &location), ZYR_OK);
-    EXPECT_EQ(location.Left, kCard.left);
-    EXPECT_EQ(location.Top, kCard.top);
-    EXPECT_EQ(location.Width, kCard.width);
-    EXPECT_EQ(location.Height, kCard.height);
-    EXPECT_EQ(location.AngleTenths, 0);
-}
-
-TEST_F(PostProcess, AGivenLocationIsCutWithoutSearching) {
-    // The location wins over the picture: the crop is exactly the rectangle given.
-    const GreyView snapshot(capture::scene(640, 480, {kCard}));
-    Delivered out;
-    alignas(4) ZyrLocation location{50, 60, 300, 200, 0};
-    ASSERT_EQ(process(snapshot.image(), ZYR_OPT_CROP, out, &location), ZYR_OK);
-    ASSERT_EQ(out.images.size(), 1u);
-    EXPECT_EQ(out.images[0].image->Width, 300);
-    EXPECT_EQ(out.images[0].image->Height, 200);
-    EXPECT_EQ(location.Left, 50) << "a given location is left as it was";
-}
-
-TEST_F(PostProcess, ALocationOutsideTheFrameIsSearchedFor) {
-    const GreyView snapshot(capture::scene(640, 480, {kCard}));
-    Delivered out;
-    alignas(4) ZyrLocation location{5000, 5000, 300, 200, 0};
-    ASSERT_EQ(process(snapshot.image(), kCrop, out, &location), ZYR_OK);
-    ASSERT_EQ(out.images.size(), 1u);
-    EXPECT_EQ(out.images[0].image->Width, kCard.width);
-    EXPECT_EQ(location.Left, kCard.left);
+    const struct {
+        ZyrLocation given, after;
+        uint32_t options;
+        int width, height;
+    } cases[] = {
+        {{}, {kCard.left, kCard.top, kCard.width, kCard.height, 0}, kLocate, 640, 480},
+        {{50, 60, 300, 200, 0}, {50, 60, 300, 200, 0}, ZYR_OPT_CROP, 300, 200},
+        {{5000, 5000, 300, 200, 0}, {kCard.left, kCard.top, kCard.width, kCard.height, 0}, kCrop, 400, 250},
+    };
+    for (const auto& c : cases) {
+        Delivered out;
+        alignas(4) ZyrLocation location = c.given;
+        ASSERT_EQ(process(snapshot.image(), c.options, out, &location), ZYR_OK);
+        ASSERT_EQ(out.images.size(), 1u);
+        EXPECT_EQ(std::make_pair(out.images[0].image->Width, out.images[0].image->Height),
+                  std::make_pair(c.width, c.height));
+        EXPECT_EQ(std::vector<int32_t>({location.Left, location.Top, location.Width, location.Height, location.AngleTenths}),
+                  std::vector<int32_t>({c.after.Left, c.after.Top, c.after.Width, c.after.Height, c.after.AngleTenths}))
+            << "given at " << c.given.Left;
+    }
 }
 
 struct SceneCase {
@@ -145,6 +138,7 @@ struct SceneCase {
     uint8_t platen;
     bool darkObject;   // settings' dark-object detection
     int width, height; // of the crop; 0 x 0: no document found
+    int threshold = 60; // 0: chosen from the picture
 };
 
 void PrintTo(const SceneCase& c, std::ostream* out) {
@@ -156,6 +150,7 @@ class PostProcessScenes : public PostProcess, public ::testing::WithParamInterfa
 TEST_P(PostProcessScenes, FindsTheLargestDocumentOrNothing) {
     const SceneCase& c = GetParam();
     settings.DarkObjectDetect = c.darkObject;
+    settings.VisibleParameters.DetectThreshold = c.threshold;
     const GreyView snapshot(capture::scene(640, 480, c.cards, c.platen));
     Delivered out;
     ASSERT_EQ(process(snapshot.image(), kCrop, out), c.width > 0 ? ZYR_OK : ZYR_ERR_NO_DOCUMENT);
@@ -177,18 +172,11 @@ const SceneCase sceneCases[] = {
     {"dim_card_only_seen_with_dark_object_value", {{100, 100, 300, 200, 0, 50}}, 20, true, 300, 200},
     {"dim_card_missed_with_the_normal_threshold", {{100, 100, 300, 200, 0, 50}}, 20, false, 0, 0},
     {"dark_document_on_a_light_platen", {{100, 100, 300, 200, 0, 15}}, 200, false, 300, 200},
+    {"threshold_chosen_from_the_picture", {kCard}, kPlaten, false, 400, 250, 0},
 };
 
 INSTANTIATE_TEST_SUITE_P(Scenes, PostProcessScenes, ::testing::ValuesIn(sceneCases),
                          [](const ::testing::TestParamInfo<SceneCase>& info) { return info.param.name; });
-
-TEST_F(PostProcess, AThresholdOfZeroIsChosenFromThePicture) {
-    settings.VisibleParameters.DetectThreshold = 0;
-    const GreyView snapshot(capture::scene(640, 480, {kCard}));
-    Delivered out;
-    ASSERT_EQ(process(snapshot.image(), kCrop, out), ZYR_OK);
-    EXPECT_EQ(out.images.at(0).image->Width, kCard.width);
-}
 
 TEST_F(PostProcess, DeskewStraightensATiltedCard) {
     const Card tilted{170, 140, 300, 190, 12};
@@ -212,30 +200,24 @@ TEST_F(PostProcess, DeskewStraightensATiltedCard) {
 }
 
 TEST_F(PostProcess, ColourIsKeptOnlyWhenAskedAndNotGreyscale) {
-    fixtures::Picture picture = capture::scene(640, 480, {kCard});
     std::vector<uint8_t> rgb;
-    for (const fixtures::Rgba& c : picture.pixels) {
-        rgb.push_back(c.r);
-        rgb.push_back(uint8_t(c.g / 2)); // a colour card: red and blue differ from green
-        rgb.push_back(c.b);
-    }
+    for (const fixtures::Rgba& c : capture::scene(640, 480, {kCard}).pixels)
+        rgb.insert(rgb.end(), {c.r, uint8_t(c.g / 2), c.b}); // a colour card: red and blue differ from green
     const ZyrImage snapshot{640, 480, 640 * 3, ZYR_PIXEL_RGB24, rgb.data()};
     const struct {
         bool colour;
         uint32_t extra;
         int32_t format;
-    } cases[] = {
-        {true, 0, ZYR_PIXEL_RGB24}, {false, 0, ZYR_PIXEL_GREY8}, {true, ZYR_OPT_GREYSCALE, ZYR_PIXEL_GREY8}};
+    } cases[] = {{true, 0, ZYR_PIXEL_RGB24}, {false, 0, ZYR_PIXEL_GREY8}, {true, ZYR_OPT_GREYSCALE, ZYR_PIXEL_GREY8}};
     for (const auto& c : cases) {
         Delivered out;
         ASSERT_EQ(process(&snapshot, kCrop | c.extra, out, nullptr, 0, 0, c.colour), ZYR_OK);
         ASSERT_EQ(out.images.size(), 1u);
-        EXPECT_EQ(out.images[0].image->PixelFormat, c.format)
-            << "colour " << c.colour << " extra " << c.extra;
+        const ZyrImage& image = *out.images[0].image;
+        EXPECT_EQ(image.PixelFormat, c.format) << "colour " << c.colour << " extra " << c.extra;
+        const uint8_t* centre = image.Pixels + 125 * image.Stride + 600;
         if (c.format == ZYR_PIXEL_RGB24) {
-            const uint8_t* centre = out.images[0].image->Pixels + 125 * out.images[0].image->Stride + 200 * 3;
-            EXPECT_EQ(centre[0], capture::kCard);
-            EXPECT_EQ(centre[1], capture::kCard / 2);
+            EXPECT_EQ(std::vector<uint8_t>(centre, centre + 2), std::vector<uint8_t>({capture::kCard, capture::kCard / 2}));
         }
     }
 }
@@ -255,22 +237,34 @@ TEST_F(PostProcess, NormaliseStretchesTheLevels) {
     EXPECT_GE(image.Pixels[639], 250);
 }
 
+// Side 1 from the left half, side 2 from the right, each located in the frame's coordinates; a
+// half without a card is delivered whole, and a frame without any fails.
 TEST_F(PostProcess, TwoSidedDeliversSideOneThenSideTwo) {
-    // Side 1 in the left half with its marker top-left; side 2 in the right half, turned over.
-    fixtures::Picture frame = capture::scene(1280, 480, {kCard, {740, 100, 380, 240}});
-    Delivered out;
-    alignas(4) ZyrLocation side1{}, side2{};
-    const GreyView snapshot(frame);
-    ASSERT_EQ(processTwoSided(snapshot.image(), kCrop | ZYR_OPT_TWO_SIDED, out, &side1, &side2), ZYR_OK);
-    ASSERT_EQ(out.images.size(), 2u);
-    EXPECT_EQ(out.images[0].side, 1);
-    EXPECT_EQ(out.images[1].side, 2);
-    EXPECT_EQ(out.images[0].index, 0);
-    EXPECT_EQ(out.images[1].index, 1);
-    EXPECT_EQ(out.images[0].image->Width, 400);
-    EXPECT_EQ(out.images[1].image->Width, 380);
-    EXPECT_EQ(side1.Left, 100);
-    EXPECT_EQ(side2.Left, 740) << "side 2 is located in the frame's coordinates";
+    const struct {
+        std::vector<Card> cards;
+        int32_t result;
+        std::vector<std::string> sizes; // of the images delivered, sides 1 and 2
+        int32_t side1Left, side2Left, side2Width;
+    } cases[] = {
+        {{kCard, {740, 100, 380, 240}}, ZYR_OK, {"400x250", "380x240"}, 100, 740, 380},
+        {{kCard}, ZYR_OK, {"400x250", "640x480"}, 100, 0, 0},
+        {{}, ZYR_ERR_NO_DOCUMENT, {}, 0, 0, 0},
+    };
+    for (const auto& c : cases) {
+        const GreyView snapshot(capture::scene(1280, 480, c.cards));
+        Delivered out;
+        alignas(4) ZyrLocation side1{}, side2{};
+        ASSERT_EQ(processTwoSided(snapshot.image(), kCrop | ZYR_OPT_TWO_SIDED, out, &side1, &side2), c.result);
+        std::vector<std::string> sizes;
+        for (size_t i = 0; i < out.images.size(); ++i) {
+            sizes.push_back(std::to_string(out.images[i].image->Width) + "x" + std::to_string(out.images[i].image->Height));
+            EXPECT_EQ(out.images[i].side, int(i + 1));
+            EXPECT_EQ(out.images[i].index, int(i));
+        }
+        EXPECT_EQ(sizes, c.sizes) << c.cards.size() << " cards";
+        EXPECT_EQ(std::vector<int32_t>({side1.Left, side2.Left, side2.Width}),
+                  std::vector<int32_t>({c.side1Left, c.side2Left, c.side2Width})) << c.cards.size() << " cards";
+    }
 }
 
 TEST_F(PostProcess, TwoSidedTurnsAMirroredBackRoundAgain) {
@@ -295,68 +289,24 @@ TEST_F(PostProcess, TwoSidedTurnsAMirroredBackRoundAgain) {
     }
 }
 
-TEST_F(PostProcess, TwoSidedWithOneEmptySideDeliversThatHalfWhole) {
-    const GreyView snapshot(capture::scene(1280, 480, {kCard}));
-    Delivered out;
-    alignas(4) ZyrLocation side1{}, side2{};
-    ASSERT_EQ(processTwoSided(snapshot.image(), kCrop, out, &side1, &side2), ZYR_OK);
-    ASSERT_EQ(out.images.size(), 2u);
-    EXPECT_EQ(out.images[0].image->Width, 400);
-    EXPECT_EQ(out.images[1].image->Width, 640);
-    EXPECT_EQ(out.images[1].image->Height, 480);
-    EXPECT_EQ(side2.Width, 0) << "nothing found, nothing reported";
-}
-
-TEST_F(PostProcess, TwoSidedWithBothSidesEmptyFails) {
-    const GreyView snapshot(capture::scene(1280, 480, {}));
-    Delivered out;
-    alignas(4) ZyrLocation side1{}, side2{};
-    EXPECT_EQ(processTwoSided(snapshot.image(), kCrop, out, &side1, &side2), ZYR_ERR_NO_DOCUMENT);
-    EXPECT_TRUE(out.images.empty());
-}
-
 TEST_F(PostProcess, BadCallsAreRefused) {
     const GreyView snapshot(capture::scene(64, 48, {}));
-    ZyrImage noPixels = *snapshot.image();
-    noPixels.Pixels = nullptr;
-    ZyrImage badFormat = *snapshot.image();
-    badFormat.PixelFormat = 2;
-    ZyrImage shortStride = *snapshot.image();
-    shortStride.Stride = 10;
+    ZyrImage noPixels = *snapshot.image(), badFormat = *snapshot.image(), shortStride = *snapshot.image();
+    noPixels.Pixels = nullptr, badFormat.PixelFormat = 2, shortStride.Stride = 10;
     Delivered out;
     const ZyrImage* const images[] = {nullptr, &noPixels, &badFormat, &shortStride};
     for (const ZyrImage* image : images) {
         EXPECT_EQ(process(image, 0, out), ZYR_ERR_BAD_ARGUMENT);
         EXPECT_EQ(processTwoSided(image, 0, out, nullptr, nullptr), ZYR_ERR_BAD_ARGUMENT);
     }
-    EXPECT_EQ(ZyrReader_ImagePostProcessImage(true, snapshot.image(), 1, 0, false, 0, 0, 0, 0, &settings,
-                                              nullptr, nullptr, nullptr, nullptr, 0, nullptr, nullptr),
+    EXPECT_EQ(ZyrReader_ImagePostProcessImage(true, snapshot.image(), 1, 0, false, 0, 0, 0, 0, &settings, nullptr,
+                                              nullptr, nullptr, nullptr, 0, nullptr, nullptr),
               ZYR_ERR_BAD_ARGUMENT)
         << "no callback to hand the image to";
-    EXPECT_TRUE(out.images.empty());
-}
-
-TEST_F(PostProcess, NeedsTheImageProcessingService) {
     ASSERT_EQ(ZyrReader_ImageProcessingShutdown(), ZYR_OK);
-    const GreyView snapshot(capture::scene(640, 480, {kCard}));
-    Delivered out;
     EXPECT_EQ(process(snapshot.image(), kCrop, out), ZYR_ERR_NOT_INITIALISED);
     EXPECT_EQ(processTwoSided(snapshot.image(), kCrop, out, nullptr, nullptr), ZYR_ERR_NOT_INITIALISED);
     EXPECT_TRUE(out.images.empty());
-}
-
-TEST_F(PostProcess, ProcessedImagesAreLibraryObjects) {
-    const GreyView snapshot(capture::scene(640, 480, {kCard}));
-    ZyrImage* image = nullptr;
-    auto keep = [](void* user, int32_t, int32_t, uint32_t, ZyrImage* delivered) {
-        *static_cast<ZyrImage**>(user) = delivered;
-    };
-    ASSERT_EQ(ZyrReader_ImagePostProcessImage(true, snapshot.image(), 1, 0, false, kCrop, 0, 0, 0, &settings,
-                                              nullptr, nullptr, keep, &image, 0, nullptr, nullptr),
-              ZYR_OK);
-    ASSERT_NE(image, nullptr);
-    EXPECT_EQ(ZyrReader_DestroyCachedObject(image), ZYR_OK);
-    EXPECT_EQ(ZyrReader_DestroyCachedObject(image), ZYR_ERR_UNKNOWN_HANDLE);
 }
 
 } // namespace

@@ -1,9 +1,7 @@
 #include "TestSupport.h"
 #include "ZyrReaderLowLevelAPI.h"
 
-#include <dlfcn.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstring>
 #include <filesystem>
@@ -45,12 +43,9 @@ struct DocumentedDefault {
 
 // The defaults the README promises.
 const DocumentedDefault documentedDefaults[] = {
-    {"Logging.Level", FIELD(LoggingLevel), "0"},
-    {"Logging.Mask", FIELD(LoggingMask), "63"},
-    {"Device.CameraDevice", FIELD(CameraDevice), "0"},
-    {"Device.ImageWidth", FIELD(ImageWidth), "2700"},
-    {"Device.ImageHeight", FIELD(ImageHeight), "2000"},
-    {"Device.TwoSided", FIELD(TwoSided), "0"},
+    {"Logging.Level", FIELD(LoggingLevel), "0"}, {"Logging.Mask", FIELD(LoggingMask), "63"},
+    {"Device.CameraDevice", FIELD(CameraDevice), "0"}, {"Device.ImageWidth", FIELD(ImageWidth), "2700"},
+    {"Device.ImageHeight", FIELD(ImageHeight), "2000"}, {"Device.TwoSided", FIELD(TwoSided), "0"},
     {"Device.DarkObjectValue", FIELD(DarkObjectValue), "40"},
     {"Device.CommonCaptureResolution", FIELD(CommonCaptureResolution), "400"},
     {"Device.CommonBinning", FIELD(CommonBinning), "1"},
@@ -107,44 +102,43 @@ struct KeyCase {
     const char* expected;
 };
 
+// Several fields read as one text.
+template <class... F> Field fields(F... each) {
+    return [=](const ZyrReaderSettings& s) {
+        std::string out;
+        for (const Field& f : {Field(each)...})
+            out += (out.empty() ? "" : " ") + f(s);
+        return out;
+    };
+}
+
 const KeyCase keyCases[] = {
     {"level", "[Logging]\nLevel=3\n", FIELD(LoggingLevel), "3"},
     {"negative_level", "[Logging]\nLevel=-2\n", FIELD(LoggingLevel), "-2"},
     {"hex_mask", "[Logging]\nMask=0x21\n", FIELD(LoggingMask), "33"},
-    {"largest_device", "[Device]\nCameraDevice=18446744073709551615\n", FIELD(CameraDevice),
-     "18446744073709551615"},
-    {"image_size", "[Device]\nImageWidth=1024\nImageHeight=768\n",
-     [](const ZyrReaderSettings& s) { return text(s.ImageWidth) + "x" + text(s.ImageHeight); }, "1024x768"},
+    {"largest_device", "[Device]\nCameraDevice=18446744073709551615\n", FIELD(CameraDevice), "18446744073709551615"},
+    {"image_size", "[Device]\nImageWidth=1024\nImageHeight=768\n", fields(FIELD(ImageWidth), FIELD(ImageHeight)),
+     "1024 768"},
     {"flag_words", "[Device]\nTwoSided=yes\nExtraProcessing=On\nDarkObjectDetect=true\n",
-     [](const ZyrReaderSettings& s) {
-         return text(s.TwoSided) + text(s.ExtraProcessing) + text(s.DarkObjectDetect);
-     },
-     "111"},
+     fields(FIELD(TwoSided), FIELD(ExtraProcessing), FIELD(DarkObjectDetect)), "1 1 1"},
     {"float", "[Device]\nDarkObjectValue=12.5\n", FIELD(DarkObjectValue), "12.5"},
-    {"camera_blocks_apart",
-     "[Visible]\nOutputScale=0.5\n[Infrared]\nBinning=2\n[Ultraviolet]\nExposureMicroseconds=45000\n",
-     [](const ZyrReaderSettings& s) {
-         return text(s.VisibleParameters.OutputScale) + " " + text(s.InfraredParameters.Binning) + " " +
-                text(s.UltravioletParameters.ExposureMicroseconds) + " " + text(s.VisibleParameters.Binning);
-     },
+    {"camera_blocks_apart", "[Visible]\nOutputScale=0.5\n[Infrared]\nBinning=2\n[Ultraviolet]\nExposureMicroseconds=45000\n",
+     fields(FIELD(VisibleParameters.OutputScale), FIELD(InfraredParameters.Binning),
+            FIELD(UltravioletParameters.ExposureMicroseconds), FIELD(VisibleParameters.Binning)),
      "0.5 2 45000 1"},
     {"sub_records",
-     "[Detect]\nPollIntervalMs=10\n[Locate]\nMinimumArea=5\n[Process]\nDenoiseRadius=3\n"
-     "[Side]\nMirrorBackSide=1\n[Feed]\nRemovalTimeMs=750\n",
-     [](const ZyrReaderSettings& s) {
-         return text(s.Detect.PollIntervalMs) + " " + text(s.Locate.MinimumArea) + " " +
-                text(s.Process.DenoiseRadius) + " " + text(s.Side.MirrorBackSide) + " " +
-                text(s.Feed.RemovalTimeMs);
-     },
+     "[Detect]\nPollIntervalMs=10\n[Locate]\nMinimumArea=5\n[Process]\nDenoiseRadius=3\n[Side]\nMirrorBackSide=1\n"
+     "[Feed]\nRemovalTimeMs=750\n",
+     fields(FIELD(Detect.PollIntervalMs), FIELD(Locate.MinimumArea), FIELD(Process.DenoiseRadius),
+            FIELD(Side.MirrorBackSide), FIELD(Feed.RemovalTimeMs)),
      "10 5 3 1 750"},
     {"names_ignore_case", "[logging]\nLEVEL=2\n", FIELD(LoggingLevel), "2"},
     {"spaces_and_crlf", "  [ Logging ]  \r\n  Level  =  4  \r\n", FIELD(LoggingLevel), "4"},
     {"last_of_two_wins", "[Logging]\nLevel=1\nLevel=5\n", FIELD(LoggingLevel), "5"},
     {"key_in_wrong_section_ignored", "[Device]\nLevel=5\n", FIELD(LoggingLevel), "0"},
-    {"quoted_folder_keeps_spaces", "[Folders]\nApplicationFolder=\"/tmp/with space \"\n",
-     FOLDER(ApplicationFolder), "/tmp/with space /"},
-    {"absolute_folder_gets_slash", "[Folders]\nPluginFolder=/opt/decoders\n", FOLDER(PluginFolder),
-     "/opt/decoders/"},
+    {"quoted_folder_keeps_spaces", "[Folders]\nApplicationFolder=\"/tmp/with space \"\n", FOLDER(ApplicationFolder),
+     "/tmp/with space /"},
+    {"absolute_folder_gets_slash", "[Folders]\nPluginFolder=/opt/decoders\n", FOLDER(PluginFolder), "/opt/decoders/"},
     // Values that do not parse keep the default.
     {"bad_number", "[Logging]\nLevel=abc\n", FIELD(LoggingLevel), "0"},
     {"trailing_junk", "[Device]\nImageWidth=12x\n", FIELD(ImageWidth), "2700"},
@@ -178,43 +172,23 @@ TEST_P(SettingsKey, IsReadFromTheFile) {
 INSTANTIATE_TEST_SUITE_P(Files, SettingsKey, ::testing::ValuesIn(keyCases),
                          [](const ::testing::TestParamInfo<KeyCase>& info) { return info.param.name; });
 
-// ---- Relative folders ----
-
-struct RelativeCase {
-    const char* value;
-    const char* expectedUnderIniFolder; // appended to the INI file's folder
-};
-
-class RelativeFolder : public ::testing::TestWithParam<RelativeCase> {};
-
-TEST_P(RelativeFolder, IsTakenFromTheSettingsFilesFolder) {
-    TempFolder folder;
-    fs::create_directories(folder.file("conf/deep"));
-    writeFile(folder.file("conf/deep/ZyrReader.ini"),
-              std::string("[Folders]\nPluginSettingsFolder=") + GetParam().value + "\n");
-    ZyrReaderSettings settings = garbage();
-    ASSERT_EQ(ZyrReader_LL_LoadSettingsFromIniFile(&settings, folder.file("conf/deep/ZyrReader.ini").c_str()),
-              ZYR_OK);
-    EXPECT_EQ(std::string(settings.PluginSettingsFolder), folder.path() + GetParam().expectedUnderIniFolder);
-}
-
-INSTANTIATE_TEST_SUITE_P(Folders, RelativeFolder,
-                         ::testing::Values(RelativeCase{"cfg", "/conf/deep/cfg/"},
-                                           RelativeCase{"./cfg/", "/conf/deep/cfg/"},
-                                           RelativeCase{".", "/conf/deep/"},
-                                           RelativeCase{"../cfg", "/conf/cfg/"},
-                                           RelativeCase{"../../a/b", "/a/b/"}));
-
-TEST(SettingsFile, RelativeFilePathIsTakenFromTheWorkingFolder) {
+// A relative settings file and a relative device folder are taken from the working folder.
+TEST(SettingsFile, RelativePathsAreTakenFromTheWorkingFolder) {
     TempFolder folder;
     writeFile(folder.file("ZyrReader.ini"), "[Folders]\nApplicationFolder=app\n");
+    fs::create_directory(folder.file("reader"));
+    writeFile(folder.file("reader/device.ini"), "");
     const fs::path previous = fs::current_path();
     fs::current_path(folder.path());
-    ZyrReaderSettings settings = garbage();
-    const int32_t result = ZyrReader_LL_LoadSettingsFromIniFile(&settings, "./ZyrReader.ini");
+    ScopedEnvironment device("ZYRREADER_DEVICE", "reader");
+    ZyrReaderSettings fromFile = garbage(), fromDevice = garbage();
+    const int32_t fileResult = ZyrReader_LL_LoadSettingsFromIniFile(&fromFile, "./ZyrReader.ini");
+    const int32_t deviceResult = ZyrReader_LL_LoadSettings(&fromDevice);
     fs::current_path(previous);
-    ASSERT_EQ(result, ZYR_OK);
-    EXPECT_EQ(std::string(settings.ApplicationFolder), folder.path() + "/app/");
+    ASSERT_EQ(fileResult, ZYR_OK);
+    EXPECT_EQ(std::string(fromFile.ApplicationFolder), folder.path() + "/app/");
+    EXPECT_EQ(deviceResult, ZYR_OK);
+    EXPECT_EQ(std::string(fromDevice.DeviceFolder), folder.path() + "/reader/");
 }
 
 TEST(SettingsFile, UnreadableFileGivesFileErrorDefaultsAndNoReport) {
@@ -235,51 +209,36 @@ TEST(SettingsFile, UnreadableFileGivesFileErrorDefaultsAndNoReport) {
 
 // ---- The virtual reader's folder ----
 
-struct NoReaderCase {
-    const char* name;
-    std::function<std::string(const TempFolder&)> variable; // value of ZYRREADER_DEVICE; "\x01" = unset
-};
+class NoReader : public ::testing::TestWithParam<const char*> {};
 
-const NoReaderCase noReaderCases[] = {
-    {"unset", [](const TempFolder&) { return std::string("\x01"); }},
-    {"empty", [](const TempFolder&) { return std::string(); }},
-    {"missing_folder", [](const TempFolder& t) { return t.file("nowhere"); }},
-    {"folder_without_device_ini", [](const TempFolder& t) { return t.path(); }},
-    {"device_ini_is_a_folder",
-     [](const TempFolder& t) {
-         fs::create_directory(t.file("device.ini"));
-         return t.path();
-     }},
-    {"names_a_file",
-     [](const TempFolder& t) {
-         writeFile(t.file("device.ini"), "[Device]\nTwoSided=1\n");
-         return t.file("device.ini");
-     }},
-};
-
-void PrintTo(const NoReaderCase& c, std::ostream* out) {
-    *out << c.name;
-}
-
-class NoReader : public ::testing::TestWithParam<NoReaderCase> {};
-
+// ZYRREADER_DEVICE unset, empty, a missing folder, a folder without device.ini, one whose
+// device.ini is a folder, or naming a file.
 TEST_P(NoReader, ReportsNineOnceFillsDefaultsAndReturnsNine) {
     TempFolder folder;
-    const std::string value = GetParam().variable(folder);
-    ScopedEnvironment device("ZYRREADER_DEVICE", value == "\x01" ? nullptr : value.c_str());
+    const std::string kind = GetParam();
+    if (kind == "ini_is_a_folder")
+        fs::create_directory(folder.file("device.ini"));
+    if (kind == "names_a_file")
+        writeFile(folder.file("device.ini"), "[Device]\nTwoSided=1\n");
+    const std::string value = kind == "empty"             ? ""
+                              : kind == "missing_folder"  ? folder.file("nowhere")
+                              : kind == "names_a_file"    ? folder.file("device.ini")
+                                                          : folder.path();
+    ScopedEnvironment device("ZYRREADER_DEVICE", kind == "unset" ? nullptr : value.c_str());
     RecordingErrorHandler handler;
     ZyrReaderSettings settings = garbage();
     EXPECT_EQ(ZyrReader_LL_LoadSettings(&settings), ZYR_ERR_NO_READER);
-    ASSERT_EQ(handler.codes().size(), 1u);
-    EXPECT_EQ(handler.codes()[0], ZYR_ERR_NO_READER);
+    ASSERT_EQ(handler.codes(), std::vector<int32_t>{ZYR_ERR_NO_READER});
     EXPECT_EQ(handler.messages()[0], ZyrReader_ErrorText(ZYR_ERR_NO_READER));
     EXPECT_EQ(int32_t(settings.ImageWidth), 2700);
     EXPECT_EQ(int(settings.TwoSided), 0);
     EXPECT_EQ(settings.DeviceFolder[0], '\0');
 }
 
-INSTANTIATE_TEST_SUITE_P(Device, NoReader, ::testing::ValuesIn(noReaderCases),
-                         [](const ::testing::TestParamInfo<NoReaderCase>& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(Device, NoReader,
+                         ::testing::Values("unset", "empty", "missing_folder", "folder_without_device_ini",
+                                           "ini_is_a_folder", "names_a_file"),
+                         [](const ::testing::TestParamInfo<const char*>& info) { return std::string(info.param); });
 
 TEST(NoReader, WithoutAHandlerStillReturnsNine) {
     ScopedEnvironment device("ZYRREADER_DEVICE", nullptr);
@@ -306,64 +265,5 @@ TEST(ConnectedReader, SettingsComeFromDeviceIniWithoutAReport) {
     EXPECT_EQ(std::string(settings.DeviceFolder), folder.path() + "/");
     EXPECT_EQ(std::string(settings.PluginFolder), folder.path() + "/decoders/");
 }
-
-TEST(ConnectedReader, RelativeDeviceVariableIsTakenFromTheWorkingFolder) {
-    TempFolder folder;
-    fs::create_directory(folder.file("reader"));
-    writeFile(folder.file("reader/device.ini"), "");
-    const fs::path previous = fs::current_path();
-    fs::current_path(folder.path());
-    ScopedEnvironment device("ZYRREADER_DEVICE", "reader");
-    ZyrReaderSettings settings = garbage();
-    const int32_t result = ZyrReader_LL_LoadSettings(&settings);
-    fs::current_path(previous);
-    EXPECT_EQ(result, ZYR_OK);
-    EXPECT_EQ(std::string(settings.DeviceFolder), folder.path() + "/reader/");
-}
-
-// ---- Where the plug-ins are, seen from a copy of the library in a build or install layout ----
-
-struct LayoutCase {
-    const char* name;
-    bool buildFolder;   // <lib>/plugins exists
-    bool installFolder; // <lib>/glyphor/plugins exists
-    const char* expected;
-};
-
-void PrintTo(const LayoutCase& c, std::ostream* out) {
-    *out << c.name;
-}
-
-class PluginLayout : public ::testing::TestWithParam<LayoutCase> {};
-
-TEST_P(PluginLayout, DefaultPluginFolderFollowsTheLibrary) {
-    const LayoutCase& c = GetParam();
-    TempFolder folder;
-    const std::string lib = folder.file("lib");
-    fs::create_directories(lib);
-    if (c.buildFolder)
-        fs::create_directories(lib + "/plugins");
-    if (c.installFolder)
-        fs::create_directories(lib + "/glyphor/plugins");
-    fs::copy_file(readerLibraryPath(), lib + "/libZyrReaderLowLevelAPI.so");
-
-    void* copy = dlopen((lib + "/libZyrReaderLowLevelAPI.so").c_str(), RTLD_NOW | RTLD_LOCAL);
-    ASSERT_NE(copy, nullptr) << dlerror();
-    using Load = int32_t (*)(ZyrReaderSettings*, const char*);
-    auto load = reinterpret_cast<Load>(dlsym(copy, "ZyrReader_LL_LoadSettingsFromIniFile"));
-    ASSERT_NE(load, nullptr);
-    ZyrReaderSettings settings = garbage();
-    EXPECT_EQ(load(&settings, folder.file("none.ini").c_str()), ZYR_ERR_FILE);
-    EXPECT_EQ(std::string(settings.PluginFolder), lib + c.expected);
-    EXPECT_EQ(std::string(settings.PluginSettingsFolder), lib + c.expected);
-    dlclose(copy);
-}
-
-INSTANTIATE_TEST_SUITE_P(Layouts, PluginLayout,
-                         ::testing::Values(LayoutCase{"build_tree", true, false, "/plugins/"},
-                                           LayoutCase{"installed", false, true, "/glyphor/plugins/"},
-                                           LayoutCase{"both_prefers_build_tree", true, true, "/plugins/"},
-                                           LayoutCase{"neither", false, false, "/plugins/"}),
-                         [](const ::testing::TestParamInfo<LayoutCase>& info) { return info.param.name; });
 
 } // namespace

@@ -1,7 +1,6 @@
 // Small helpers shared by the reader tests: temporary folders, files, environment variables and
 // a recording error handler.
-#ifndef GLYPHOR_TESTS_READER_TEST_SUPPORT_H
-#define GLYPHOR_TESTS_READER_TEST_SUPPORT_H
+#pragma once
 
 #include <cstdint>
 #include <string>
@@ -44,4 +43,3 @@ std::string executableFolder();
 
 } // namespace support
 
-#endif

@@ -23,7 +23,8 @@ int32_t ShutdownService(Service service, std::optional<int32_t> scripted) {
     return scripted.value_or(ZYR_OK);
 }
 
-bool IsInitialised(Service service) {
+bool IsInitialised(const char* function, Service service) {
+    Record(function);
     std::lock_guard<std::mutex> lock(State().mutex);
     return State().initialised[service];
 }
@@ -40,6 +41,11 @@ PluginState* FindPlugin(DoubleState& s, uint64_t handle) {
 }
 
 } // namespace
+
+// The query and the shutdown of a service, which every service answers alike.
+#define QUERY_AND_SHUTDOWN(query, shutdown, service)                                                       \
+    bool query(void) { return IsInitialised(__func__, Service::service); }                                 \
+    int32_t shutdown(void) { return ShutdownService(Service::service, Record(__func__)); }
 
 extern "C" {
 
@@ -105,47 +111,23 @@ int32_t ZyrReader_DestroyCachedObject(const void* object) {
 int32_t ZyrReader_CameraInitialise(ZyrReaderSettings* settings, uint64_t device, uint32_t flags) {
     return InitialiseService(Service::Camera, Record(__func__, settings, device, flags));
 }
-bool ZyrReader_IsCameraInitialised(void) {
-    Record(__func__);
-    return IsInitialised(Service::Camera);
-}
-int32_t ZyrReader_CameraShutdown(void) {
-    return ShutdownService(Service::Camera, Record(__func__));
-}
+QUERY_AND_SHUTDOWN(ZyrReader_IsCameraInitialised, ZyrReader_CameraShutdown, Camera)
 
 int32_t ZyrReader_ImageProcessingInitialise(ZyrReaderSettings* settings, uint64_t device,
                                             ZyrImageProcessingSettings* processing) {
     return InitialiseService(Service::ImageProcessing, Record(__func__, settings, device, processing));
 }
-bool ZyrReader_IsImageProcessingInitialised(void) {
-    Record(__func__);
-    return IsInitialised(Service::ImageProcessing);
-}
-int32_t ZyrReader_ImageProcessingShutdown(void) {
-    return ShutdownService(Service::ImageProcessing, Record(__func__));
-}
+QUERY_AND_SHUTDOWN(ZyrReader_IsImageProcessingInitialised, ZyrReader_ImageProcessingShutdown, ImageProcessing)
 
 int32_t ZyrReader_SignalInitialise(ZyrReaderSettings* settings) {
     return InitialiseService(Service::Signal, Record(__func__, settings));
 }
-bool ZyrReader_IsSignalInitialised(void) {
-    Record(__func__);
-    return IsInitialised(Service::Signal);
-}
-int32_t ZyrReader_SignalShutdown(void) {
-    return ShutdownService(Service::Signal, Record(__func__));
-}
+QUERY_AND_SHUTDOWN(ZyrReader_IsSignalInitialised, ZyrReader_SignalShutdown, Signal)
 
 int32_t ZyrReader_ParseInitialise(void) {
     return InitialiseService(Service::Parsing, Record(__func__));
 }
-bool ZyrReader_IsParsingInitialised(void) {
-    Record(__func__);
-    return IsInitialised(Service::Parsing);
-}
-int32_t ZyrReader_ParseShutdown(void) {
-    return ShutdownService(Service::Parsing, Record(__func__));
-}
+QUERY_AND_SHUTDOWN(ZyrReader_IsParsingInitialised, ZyrReader_ParseShutdown, Parsing)
 
 int32_t ZyrReader_ParseAAMVA(const uint8_t* data, int32_t length, AAMVARecord** record, int32_t reserved) {
     auto scripted = Record(__func__, data, length, record, reserved);
@@ -254,10 +236,8 @@ int32_t ZyrReader_ImagePluginDecode(bool wait, uint64_t handle, const ZyrImage* 
                                     int32_t imageNumber, const char* options, ZyrDecodeCallback callback,
                                     void* context, int32_t callbackTag, int32_t reserved1,
                                     int32_t reserved2) {
-    auto scripted = Enter(
-        __func__, {Arg(wait), Arg(handle), Arg(static_cast<const void*>(image)), Arg(imageName),
-                   Arg(imageNumber), Arg(options), CallbackArg(reinterpret_cast<const void*>(callback)),
-                   Arg(static_cast<const void*>(context)), Arg(callbackTag), Arg(reserved1), Arg(reserved2)});
+    auto scripted = Record(__func__, wait, handle, image, imageName, imageNumber, options, callback, context,
+                           callbackTag, reserved1, reserved2);
     std::vector<const ZyrSymbolResult*> symbols;
     int32_t result = ZYR_OK;
     {
@@ -276,12 +256,9 @@ int32_t ZyrReader_ImagePluginDecode(bool wait, uint64_t handle, const ZyrImage* 
                 object->bytes.assign(script.data.begin(), script.data.end());
                 object->bytes.push_back(0);
                 ZyrSymbolResult& symbol = object->symbol;
-                symbol.Symbology = script.symbology;
-                symbol.Orientation = script.orientation;
-                symbol.DataType = script.dataType;
-                symbol.Data = object->bytes.data();
-                symbol.DataLength = static_cast<int32_t>(script.data.size());
-                symbol.Eci = script.eci;
+                symbol.Symbology = script.symbology, symbol.Orientation = script.orientation;
+                symbol.DataType = script.dataType, symbol.Eci = script.eci;
+                symbol.Data = object->bytes.data(), symbol.DataLength = static_cast<int32_t>(script.data.size());
                 std::copy(script.corners.begin(), script.corners.end(), symbol.Corners);
                 symbols.push_back(&symbol);
                 s.objects[&symbol] = std::move(object);

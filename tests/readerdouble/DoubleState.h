@@ -9,6 +9,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <type_traits>
 
 namespace readerdouble {
 
@@ -69,9 +70,9 @@ std::optional<int32_t> Enter(const char* function, std::vector<std::string> args
 
 // Argument formatting used by the recorded calls.
 std::string Arg(bool v);
-std::string Arg(int32_t v);
-std::string Arg(uint32_t v);
-std::string Arg(uint64_t v);
+template <class T, std::enable_if_t<std::is_integral_v<T>, int> = 0> std::string Arg(T v) {
+    return std::to_string(v);
+}
 std::string Arg(float v);
 std::string Arg(const char* text);
 std::string Arg(const void* p);

@@ -28,15 +28,6 @@ std::string Ptr(const void* p) {
 std::string Arg(bool v) {
     return v ? "true" : "false";
 }
-std::string Arg(int32_t v) {
-    return std::to_string(v);
-}
-std::string Arg(uint32_t v) {
-    return std::to_string(v);
-}
-std::string Arg(uint64_t v) {
-    return std::to_string(v);
-}
 std::string Arg(float v) {
     char text[32];
     std::snprintf(text, sizeof text, "%g", static_cast<double>(v));
@@ -89,94 +80,69 @@ std::optional<int32_t> Enter(const char* function, std::vector<std::string> args
 ZyrImage* HoldImage(DoubleState& s, const ImageScript& script) {
     auto object = std::make_unique<HeldObject>();
     object->bytes = script.pixels;
-    ZyrImage& image = object->image;
-    image.Width = script.width;
-    image.Height = script.height;
-    image.PixelFormat = script.pixelFormat;
-    image.Stride = script.height > 0 ? static_cast<int32_t>(script.pixels.size() / script.height) : 0;
-    image.Pixels = object->bytes.data();
+    const int32_t stride = script.height > 0 ? static_cast<int32_t>(script.pixels.size() / script.height) : 0;
+    object->image = ZyrImage{script.width, script.height, stride, script.pixelFormat, object->bytes.data()};
     ZyrImage* handle = &object->image;
     s.objects[handle] = std::move(object);
     return handle;
 }
 
 ImageScript MakeImage(int32_t width, int32_t height, int32_t pixelFormat, uint8_t fill) {
-    const int32_t bytesPerPixel = pixelFormat == ZYR_PIXEL_BGRA32  ? 4
-                                  : pixelFormat == ZYR_PIXEL_RGB24 ? 3
-                                                                   : 1;
-    ImageScript image;
-    image.width = width;
-    image.height = height;
-    image.pixelFormat = pixelFormat;
-    image.pixels.assign(static_cast<size_t>(width) * height * bytesPerPixel, fill);
-    return image;
+    const int32_t bytesPerPixel = pixelFormat == ZYR_PIXEL_BGRA32 ? 4 : pixelFormat == ZYR_PIXEL_RGB24 ? 3 : 1;
+    return {width, height, pixelFormat, std::vector<uint8_t>(static_cast<size_t>(width) * height * bytesPerPixel, fill)};
 }
+
+namespace {
+
+// Runs a change of the script under the double's lock.
+template <class Change> void Locked(Change change) {
+    std::lock_guard<std::mutex> lock(State().mutex);
+    change(State());
+}
+
+} // namespace
 
 void Reset() {
-    DoubleState& s = State();
-    std::lock_guard<std::mutex> lock(s.mutex);
-    static_cast<DoubleData&>(s) = DoubleData{};
+    Locked([](DoubleState& s) { static_cast<DoubleData&>(s) = DoubleData{}; });
 }
-
 void SetResult(const std::string& function, int32_t code) {
-    std::lock_guard<std::mutex> lock(State().mutex);
-    State().results[function] = code;
+    Locked([&](DoubleState& s) { s.results[function] = code; });
 }
-
 void QueueResult(const std::string& function, int32_t code) {
-    std::lock_guard<std::mutex> lock(State().mutex);
-    State().queuedResults[function].push_back(code);
+    Locked([&](DoubleState& s) { s.queuedResults[function].push_back(code); });
 }
-
 void QueueError(const std::string& function, int32_t code, const std::string& message) {
-    std::lock_guard<std::mutex> lock(State().mutex);
-    State().queuedErrors[function].emplace_back(code, message);
+    Locked([&](DoubleState& s) { s.queuedErrors[function].emplace_back(code, message); });
 }
-
 void SetHook(const std::string& function, std::function<void()> hook) {
-    std::lock_guard<std::mutex> lock(State().mutex);
-    State().hooks[function] = std::move(hook);
+    Locked([&](DoubleState& s) { s.hooks[function] = std::move(hook); });
 }
-
 void SetNoReader() {
-    std::lock_guard<std::mutex> lock(State().mutex);
-    State().noReader = true;
+    Locked([](DoubleState& s) { s.noReader = true; });
 }
-
 void SetReaderSettings(const ZyrReaderSettings& settings) {
-    std::lock_guard<std::mutex> lock(State().mutex);
-    State().readerSettings = settings;
+    Locked([&](DoubleState& s) { s.readerSettings = settings; });
 }
-
 void SetIniSettings(const ZyrReaderSettings& settings) {
-    std::lock_guard<std::mutex> lock(State().mutex);
-    State().iniSettings = settings;
+    Locked([&](DoubleState& s) { s.iniSettings = settings; });
 }
-
 void SetInitialised(Service service, bool initialised) {
-    std::lock_guard<std::mutex> lock(State().mutex);
-    State().initialised[service] = initialised;
+    Locked([&](DoubleState& s) { s.initialised[service] = initialised; });
 }
-
 void AddPlugin(const PluginScript& plugin) {
-    std::lock_guard<std::mutex> lock(State().mutex);
-    State().pluginScripts.push_back(plugin);
+    Locked([&](DoubleState& s) { s.pluginScripts.push_back(plugin); });
 }
-
 void SetCapture(const CaptureScript& capture) {
-    std::lock_guard<std::mutex> lock(State().mutex);
-    State().capture = capture;
+    Locked([&](DoubleState& s) { s.capture = capture; });
 }
-
 void SetConvertOutput(const std::vector<uint8_t>& bytes) {
-    std::lock_guard<std::mutex> lock(State().mutex);
-    State().convertOutput = bytes;
+    Locked([&](DoubleState& s) { s.convertOutput = bytes; });
 }
-
 void SetParseRecord(const AAMVARecord& record, const std::vector<AAMVADataItem>& items) {
-    std::lock_guard<std::mutex> lock(State().mutex);
-    State().parseRecord = std::make_unique<AAMVARecord>(record);
-    State().parseItems = items;
+    Locked([&](DoubleState& s) {
+        s.parseRecord = std::make_unique<AAMVARecord>(record);
+        s.parseItems = items;
+    });
 }
 
 std::vector<Call> Calls() {
@@ -198,24 +164,21 @@ std::vector<std::string> CallNames() {
     return names;
 }
 
-std::vector<int32_t> DecodedPixelFormats() {
-    DoubleState& st = State();
-    std::lock_guard<std::mutex> lock(st.mutex);
-    return st.decodedPixelFormats;
-}
-
 std::vector<Call> CallsNamed(const std::string& function) {
     std::vector<Call> named;
-    for (const Call& call : Calls()) {
+    for (const Call& call : Calls())
         if (call.name == function)
             named.push_back(call);
-    }
     return named;
 }
 
-void ClearCalls() {
+std::vector<int32_t> DecodedPixelFormats() {
     std::lock_guard<std::mutex> lock(State().mutex);
-    State().calls.clear();
+    return State().decodedPixelFormats;
+}
+
+void ClearCalls() {
+    Locked([](DoubleState& s) { s.calls.clear(); });
 }
 
 int LiveObjects() {

@@ -72,38 +72,21 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         Check(Std(UnescapeText(EscapeText(text))) == input);
     }
 
-    // Build a small tree from the input: the first bytes steer options, the rest is split into a
-    // name, an attribute value and text.
+    // A tree of elements named and filled from the input must write out in full.
     if (size < 2)
         return 0;
     XWriteOptions options;
     options.noLineBreaks = data[0] & 1;
-    options.indentWithTabs = data[0] & 2;
     options.quote = (data[0] & 4) ? U'\'' : U'"';
-    const bool cdata = data[0] & 8;
-    const size_t cut1 = 2 + (size > 2 ? data[1] % (size - 1) : 0);
-    const std::string name = input.substr(2, cut1 > 2 ? cut1 - 2 : 0);
-    const std::string rest = input.substr(std::min(cut1, size));
-    const std::string value = rest.substr(0, rest.size() / 2);
-    const std::string body = rest.substr(rest.size() / 2);
-
+    const std::string name = input.substr(2, data[1] % (size - 1));
     XDocumentBase<char> doc(Make(name));
-    doc.SetAttribute(Make("a"), Make(value));
-    doc.SetChildText(Make(name), Make(body), !cdata);
-    doc.SetChildText(Make("empty"), String(), true);
-    XElementBase<char>* nested = new XElementBase<char>(Make("n"));
-    nested->AddChild(new XElementBase<char>(Make(value)));
-    doc.AddChild(nested);
-
+    doc.SetAttribute(Make("a"), Make(input));
+    doc.SetChildText(Make(name), Make(input), !(data[0] & 8));
     String out;
     doc.Write(out, options);
     const std::string xml = Std(out);
-    Check(xml.compare(0, 15, options.quote == U'"' ? "<?xml version=\"" : "<?xml version='") == 0);
-    const std::string attribute = std::string(" a=") + static_cast<char>(options.quote) +
-                                  Std(EscapeText(doc.GetAttribute(0)->GetValue())) +
-                                  static_cast<char>(options.quote);
-    Check(xml.find(attribute) != std::string::npos);
-    if (options.noLineBreaks)
-        Check(xml.find("\r\n") == std::string::npos || input.find("\r\n") != std::string::npos);
+    const char quote = static_cast<char>(options.quote);
+    const std::string value = Std(EscapeText(doc.GetAttribute(0)->GetValue()));
+    Check(xml.find(std::string(" a=") + quote + value + quote) != std::string::npos);
     return 0;
 }

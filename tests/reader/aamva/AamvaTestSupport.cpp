@@ -62,33 +62,15 @@ std::string versionText(uint32_t version) {
 } // namespace
 
 Fields describe(const AAMVARecord& r) {
-    return {{"licence", r.LicenceNumber},
-            {"full", r.FullName},
-            {"surname", r.Surname},
-            {"forename", r.Forename},
-            {"middle", r.MiddleName},
-            {"suffix", r.NameSuffix},
-            {"given", r.GivenNames},
-            {"sex", r.Sex},
-            {"short", std::string(1, r.ShortSex)},
-            {"birth", dateText(r.DateOfBirth)},
-            {"issue", dateText(r.IssueDate)},
-            {"expiry", dateText(r.ExpiryDate)},
-            {"street", r.AddressStreet},
-            {"city", r.AddressCity},
-            {"state", r.AddressState},
-            {"postal", r.AddressPostalCode},
-            {"country", r.AddressCountry},
-            {"height", measureText(r.Height)},
-            {"weight", measureText(r.Weight)},
-            {"hair", std::to_string(unpacked(r.HairColour))},
-            {"eye", std::to_string(unpacked(r.EyeColour))},
-            {"fileType", r.FileType},
-            {"iin", r.IIN},
-            {"issuer", r.IssuerName},
-            {"version", versionText(r.Version)},
-            {"jversion", versionText(r.JurisdictionVersion)},
-            {"items", itemList(r)}};
+    return {{"licence", r.LicenceNumber}, {"full", r.FullName}, {"surname", r.Surname}, {"forename", r.Forename},
+            {"middle", r.MiddleName}, {"suffix", r.NameSuffix}, {"given", r.GivenNames}, {"sex", r.Sex},
+            {"short", std::string(1, r.ShortSex)}, {"birth", dateText(r.DateOfBirth)},
+            {"issue", dateText(r.IssueDate)}, {"expiry", dateText(r.ExpiryDate)}, {"street", r.AddressStreet},
+            {"city", r.AddressCity}, {"state", r.AddressState}, {"postal", r.AddressPostalCode},
+            {"country", r.AddressCountry}, {"height", measureText(r.Height)}, {"weight", measureText(r.Weight)},
+            {"hair", std::to_string(unpacked(r.HairColour))}, {"eye", std::to_string(unpacked(r.EyeColour))},
+            {"fileType", r.FileType}, {"iin", r.IIN}, {"issuer", r.IssuerName}, {"version", versionText(r.Version)},
+            {"jversion", versionText(r.JurisdictionVersion)}, {"items", itemList(r)}};
 }
 
 Fields with(Fields base, const Fields& changes) {

@@ -1,7 +1,6 @@
 // Shared helpers of the parser tests: parse bytes into a record, and render a record's fields
 // as text so that whole records compare in one assertion with a readable difference.
-#ifndef GLYPHOR_TESTS_AAMVA_TEST_SUPPORT_H
-#define GLYPHOR_TESTS_AAMVA_TEST_SUPPORT_H
+#pragma once
 
 #include "AamvaRecordBuilder.h"
 
@@ -58,4 +57,3 @@ Fields with(Fields base, const Fields& changes);
 Fields fieldsOf(const std::string& text);
 Fields fieldsOf(const std::string& items, const std::string& text);
 
-#endif
