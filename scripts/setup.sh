@@ -10,7 +10,7 @@ packages=(
   libjpeg62-turbo-dev libpng-dev
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   clang libclang-rt-dev
-  libxml2-utils
+  libxml2-utils python3
   libjs-chart.js chromium-headless-shell
   dpkg-dev file
   xvfb xauth openbox xdotool imagemagick
