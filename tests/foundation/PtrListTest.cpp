@@ -1,12 +1,9 @@
 #include "PtrList.h"
-#include "EnumerableList.h"
-#include "EnumerablePtrRefList.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <memory>
-#include <random>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -85,28 +82,6 @@ TEST_F(PtrListTest, FindUsesIdentityOrComparerFromStart) {
     EXPECT_EQ(Indexes(list), (std::vector<int>{3, 1, 3}));
 }
 
-TEST(PtrListSort, MatchesStableReferenceOnManyShapes) {
-    std::mt19937 random(12345);
-    const std::vector<int> sizes = {1, 2, 3, 7, 64, 1000};
-    for (int size : sizes) {
-        for (int shape = 0; shape < 4; ++shape) { // random, many duplicates, sorted, reversed
-            std::vector<Item> items(static_cast<size_t>(size));
-            std::vector<int> keys, expected;
-            KV::PtrList<Item> list;
-            for (int i = 0; i < size; ++i) {
-                items[i].key = shape == 0 ? int(random() % 1000) : shape == 1 ? int(random() % 3) : shape == 2 ? i : size - i;
-                expected.push_back(items[i].key);
-                list.Add(&items[i]);
-            }
-            list.Sort(ByKey);
-            for (int i = 0; i < list.GetCount(); ++i)
-                keys.push_back(list.GetAt(i)->key);
-            std::sort(expected.begin(), expected.end());
-            EXPECT_EQ(keys, expected) << "size " << size << " shape " << shape;
-        }
-    }
-}
-
 struct Counted {
     explicit Counted(int& deaths) : deaths(deaths) {}
     ~Counted() { ++deaths; }
@@ -126,32 +101,6 @@ TEST(PtrListOwnership, DeleteAllDeletesClearDoesNot) {
     EXPECT_EQ(deaths, 5);
     delete kept;
     EXPECT_EQ((std::pair<Counted*, Counted*>(list.GetAt(0), list.RemoveAt(0))), (std::pair<Counted*, Counted*>()));
-}
-
-// The enumerator is a snapshot of the pointers; an enumerable list copies values, itself once.
-TEST_F(PtrListTest, EnumeratorsWalkSnapshotsAndCopies) {
-    KV::PtrList<Item> list;
-    Fill(list, {2, 4, 6, 1, 3});
-    std::unique_ptr<KV::EnumerablePtrRefList<Item>> snapshot(list.GetEnumerator());
-    list.RemoveAt(0);
-    list.Add(&pool[7]);
-    std::vector<int> seen;
-    for (snapshot->Reset(); snapshot->HasCurrent(); snapshot->MoveNext())
-        seen.push_back(static_cast<int>(snapshot->Current() - pool));
-    EXPECT_EQ(std::make_pair(seen, snapshot->Current()), std::make_pair(std::vector<int>{2, 4, 6, 1, 3}, static_cast<Item*>(nullptr)));
-
-    KV::EnumerableList<int> source, target;
-    const int values[] = {5, 6, 7};
-    for (int count : {3, 0, -2})
-        source.AddRange(values, count);
-    target.Add(1);
-    source.MoveNext(); // AddAll restarts the other's cursor
-    target.AddAll(source);
-    target.AddAll(target);
-    std::vector<int> copied;
-    for (target.Reset(); target.HasCurrent(); target.MoveNext())
-        copied.push_back(target.Current());
-    EXPECT_EQ(copied, (std::vector<int>{1, 5, 6, 7, 1, 5, 6, 7}));
 }
 
 } // namespace
