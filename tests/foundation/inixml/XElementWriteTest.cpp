@@ -78,9 +78,6 @@ TEST(XmlWrite, ElementLayout) {
          Options(true, true), "<E>\t<A>x</A>\t<B /></E>"},
         {"OtherQuote", [](XElement& e) { e.SetAttribute(X("k"), X("it's")); }, Options(false, true, U'\''),
          "<E k='it&apos;s' />\r\n"},
-        {"PrefixedNames",
-         [](XElement& e) { e.SetPrefix(X("p")); e.SetAttribute(X("xmlns:p"), X("urn:x")); Child(e, "p:n"); },
-         defaults, "<p:E xmlns:p=\"urn:x\">\r\n\t<p:n />\r\n</p:E>\r\n"},
     };
     for (const WriteCase& c : cases) {
         XElement root(X("E"));
