@@ -106,6 +106,7 @@ private slots:
         QTest::newRow("last extension") << "s.png.jpg" << QByteArray("\xFF\xD8\xFF");
         QTest::newRow("jpeg as bmp") << "s.jpeg" << QByteArray("BM");
         QTest::newRow("none as bmp") << "s" << QByteArray("BM");
+        QTest::newRow("trailing dot as bmp") << "s." << QByteArray("BM");
         QTest::newRow("dot in the folder as bmp") << "d.png/s" << QByteArray("BM");
         QTest::newRow("bmp") << "s.bmp" << QByteArray("BM");
     }

@@ -227,6 +227,13 @@ private slots:
         QVERIFY(qobject_cast<CBitmapPicture*>(DialogBuilder::Find(dlg.get(), IDC_PICTURE)));
         QCOMPARE(PluginList()->selectionMode(), QAbstractItemView::ExtendedSelection);
         QCOMPARE(Results()->selectionBehavior(), QAbstractItemView::SelectRows);
+        const int w = Results()->width() - 2 * Results()->frameWidth();
+        QStringList columns;
+        for (int c = 0; c < 5; ++c)
+            columns << QStringLiteral("%1 %2").arg(Results()->headerItem()->text(c)).arg(Results()->columnWidth(c));
+        QCOMPARE(columns, (QStringList{QStringLiteral("File name %1").arg(w / 6), QStringLiteral("Plugin %1").arg(w / 6),
+                                       QStringLiteral("Img Process %1").arg(w / 6), QStringLiteral("Time %1").arg(w / 6),
+                                       QStringLiteral("Results %1").arg(4 * w / 6)}));
     }
 
     void pictureMenuOnRightClickInTheWindow() {
@@ -252,8 +259,10 @@ private slots:
         QTest::addColumn<QString>("steps"); // 'n' next, 'p' previous
         QTest::addColumn<QString>("enabled"); // previous, next, decode image, decode multi as 0/1
         QTest::newRow("no reader, no files") << false << 0 << "" << "0000";
+        QTest::newRow("reader, no files") << true << 0 << "" << "0000";
         QTest::newRow("one file") << false << 1 << "" << "0011";
         QTest::newRow("three at 0") << true << 3 << "" << "0111";
+        QTest::newRow("three at 1") << false << 3 << "n" << "1111";
         QTest::newRow("three at 2") << true << 3 << "nn" << "1011";
         QTest::newRow("three back to 0") << false << 3 << "nnpp" << "0111";
     }
@@ -299,6 +308,7 @@ private slots:
     void resizeMovesExactlyTheNamedControls_data() {
         QTest::addColumn<QSize>("delta");
         QTest::newRow("grow") << QSize(120, 80);
+        QTest::newRow("shrink") << QSize(-30, -20);
         QTest::newRow("taller") << QSize(0, 45);
     }
     void resizeMovesExactlyTheNamedControls() {

@@ -41,7 +41,9 @@ TEST(HexLayout, FiguresMatchWorkedExamples) {
         // 500 - 10 - 2 x 5 x 7 = 420 pixels, 28 per byte.
         {"WideAddressAllColumns", {}, 500, 140, 1000, 15, 63, 378, 10, false},
         {"NineBytesAtEightPerRow", FixedRow(8), 500, 140, 9, 8, 63, 231, 2, true},
+        {"TwelveBytesCountThreeRows", FixedRow(8), 500, 140, 12, 8, 63, 231, 3, true},
         {"SixteenBytesFillTwoRows", FixedRow(8), 500, 140, 16, 8, 63, 231, 2, false},
+        {"ThreeBytesOneRow", FixedRow(8), 500, 140, 3, 8, 63, 231, 1, true},
         // 300 - 10 - 2 x 3 x 7 = 248 pixels.
         {"NarrowAddress", Columns(true, true, true, false), 300, 140, 1000, 8, 35, 203, 10, false},
         // 300 - 10 - 70 = 220 pixels, 7 per byte.
@@ -80,6 +82,7 @@ TEST(HexLayout, HitTestFindsByteModeAndCaretPoint) {
         {"HexThirdRowSecondByte", wide, 85, 30, 0, true, 31, HexModeHigh, {84, 28}},
         {"HexLastCellOfRow", wide, 375, 0, 0, true, 14, HexModeLow, {364, 0}},
         {"CharacterFirst", wide, 378, 0, 0, true, 0, HexModeCharacter, {378, 0}},
+        {"CharacterSecondRow", wide, 382, 14, 0, true, 15, HexModeCharacter, {378, 14}},
         {"CharacterOnePastRow", wide, 483, 0, 0, true, 15, HexModeCharacter, {483, 0}},
         {"RightOfCharacters", wide, 490, 0, 0, false, 0, 0, {}},
         {"LastCountedRow", wide, 10, 98, 0, true, 105, HexModeAddress, {7, 98}},
@@ -90,6 +93,7 @@ TEST(HexLayout, HitTestFindsByteModeAndCaretPoint) {
         {"LeftOfClientIsFirstCell", wide, -20, 0, 0, true, 0, HexModeAddress, {0, 0}},
         {"NoAddressHigh", noAddress, 8, 0, 0, true, 0, HexModeHigh, {0, 0}},
         {"NoAddressLow", noAddress, 15, 0, 0, true, 0, HexModeLow, {7, 0}},
+        {"NoAddressSecondByte", noAddress, 21, 0, 0, true, 1, HexModeHigh, {21, 0}},
         {"NarrowAddressFirstHexCell", Columns(true, true, true, false), 35, 0, 0, true, 0, HexModeLow, {28, 0}}};
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -127,15 +128,50 @@ TEST(StringBufferSearch, SubstringPositions) {
     EXPECT_EQ(std::string({abc[0], abc[2], abc[3], abc[100], abc[-1]}), "ac\0\0\0"s) << "bytes outside read as NUL";
 }
 
-// Equality compares every byte, an embedded NUL and what follows it included.
-TEST(StringBufferCompare, Equality) {
+TEST(StringBufferCompare, OrderEqualityAndStartsWith) {
+    struct Case { std::string a, b; int compare; int compareICSign; bool equal; bool startsWith; };
+    const std::vector<Case> cases = {
+        {"a", "b", -1, -1, false, false}, {"b", "a", 1, 1, false, false}, {"abc", "abc", 0, 0, true, true},
+        {"\xe9", "z", 1, 1, false, false}, // bytes compare unsigned
+        {"ab", "abc", -1, -1, false, false}, {"abc", "ab", 1, 1, false, false},
+        {"abc", "abcdef", -1, -1, false, false}, // the receiver's terminator takes part
+        {"abcdef", "abc", 1, 1, false, false}, {"ABC", "abc", -1, 0, false, false},
+        {"Zebra", "apple", -1, 1, false, false}, {"", "", 0, 0, true, true}, {"", "a", -1, -1, false, false},
+        {"a\0x"s, "a\0y"s, 0, 0, false, false}, // ordering stops at a NUL, equality does not
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE("'" + c.a + "' vs '" + c.b + "'");
+        const StringBuffer a(c.a.data(), static_cast<int32_t>(c.a.size()));
+        const StringBuffer b(c.b.data(), static_cast<int32_t>(c.b.size()));
+        const int ic = a.compareIC(b);
+        EXPECT_EQ(std::make_tuple(a.compare(b), (ic > 0) - (ic < 0), a == b, a.StartsWith(b)),
+                  std::make_tuple(c.compare, c.compareICSign, c.equal, c.startsWith));
+    }
+    // The receiver's terminator takes part: one NUL more still matches, a second one does not.
     const StringBuffer abc("abc");
-    EXPECT_EQ(std::vector<bool>({abc == StringBuffer("abc"), abc == StringBuffer("ab"), abc == StringBuffer("ABC"),
-                                 StringBuffer("a\0x", 3) == StringBuffer("a\0y", 3), StringBuffer() == StringBuffer("")}),
-              std::vector<bool>({true, false, false, false, true}));
+    EXPECT_EQ(std::vector<bool>({abc.StartsWith(abc + '\0'), abc.StartsWith(abc + '\0' + '\0'), abc.StartsWith(abc + 'd'),
+                                 (abc + '\0').StartsWith(abc)}),
+              std::vector<bool>({true, false, false, false}));
+}
+
+TEST(StringBufferCompare, EqualsCString) {
+    const StringBuffer abc("abc");
     EXPECT_EQ(std::vector<bool>({abc == "abc", abc == "ab", StringBuffer("ab") == "abc", (abc + '\0') == "abc"}),
               std::vector<bool>({true, false, false, false}));
     EXPECT_TRUE(StringBuffer() == static_cast<const char*>(nullptr));
+}
+
+TEST(StringBufferShared, UppercaseReusesOneObjectAndLeavesReceiver) {
+    const StringBuffer text("abZ 1\xe9");
+    const StringBuffer& upper = text.uppercase();
+    EXPECT_EQ(Bytes(upper), "ABZ 1\xe9");
+    EXPECT_EQ(Bytes(text), "abZ 1\xe9");
+    EXPECT_NE(&upper, &text.substr(0, 1));
+    const StringBuffer withNul("a\0b", 3);
+    EXPECT_EQ(&withNul.uppercase(), &upper);
+    EXPECT_EQ(Bytes(upper), "AB"); // the NUL byte is left out
+    EXPECT_TRUE(HasExactBuffer(upper));
+    EXPECT_EQ(Bytes(upper.uppercase()), "AB");
 }
 
 } // namespace
