@@ -55,25 +55,6 @@ TEST(KVPointerListTest, AddReturnsIndexAcceptsNullAndGetAtIsBounded) {
               std::vector<void*>({P(1), nullptr, P(3), nullptr, nullptr, nullptr}));
 }
 
-TEST(KVPointerListTest, RemoveByIdentity) {
-    struct Case { const char* name; std::vector<int> start; int remove; int index; std::vector<int> after; };
-    const std::vector<Case> cases = {
-        {"middle", {1, 2, 3}, 2, 1, {1, 3}}, {"first", {1, 2, 3}, 1, 0, {2, 3}},
-        {"last", {1, 2, 3}, 3, 2, {1, 2}}, {"absent", {1, 2, 3}, 9, -1, {1, 2, 3}}, {"empty", {}, 1, -1, {}},
-        {"duplicate takes first", {5, 1, 5, 5}, 5, 0, {1, 5, 5}},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        KVPointerList list;
-        Filled(list, c.start);
-        const int capacity = list.GetCapacity();
-        EXPECT_EQ(list.Remove(P(c.remove)), c.index);
-        EXPECT_EQ(Ids(list), c.after);
-        EXPECT_EQ(list.GetCapacity(), capacity);
-        EXPECT_EQ(list.GetAt(list.GetCount()), nullptr); // the freed slot is nulled
-    }
-}
-
 TEST(KVPointerListTest, RemoveAtShiftsAndRejectsOutsideItems) {
     KVPointerList list;
     Filled(list, {1, 2, 3, 4, 5});
