@@ -188,7 +188,6 @@ INSTANTIATE_TEST_SUITE_P(
         SymbolCase{"Ascii", ZYR_DATA_ASCII, 0, "ABC", "ABC", "ABC"},
         SymbolCase{"Text8", ZYR_DATA_TEXT8, 0, "caf\xE9", "caf\xE9", "caf\xE9"},
         SymbolCase{"EciLatin1", ZYR_DATA_ECI_BYTES, ZYR_ECI_ISO8859_1, "Gr\xFC\xDF", "Gr\xFC\xDF", "Gr\xFC\xDF"},
-        SymbolCase{"EciShiftJis", ZYR_DATA_ECI_BYTES, ZYR_ECI_SHIFT_JIS, "\x82\xA0", "\x82\xA0", "\x82\xA0"},
         SymbolCase{"EciUtf8IsBytes", ZYR_DATA_ECI_BYTES, ZYR_ECI_UTF8, "h\xC3\xA9llo", "6 bytes (eci=26)", "h\xC3\xA9llo"},
         SymbolCase{"Binary", ZYR_DATA_BINARY, 0, "\x01\x02\x00\x04"s, "4 bytes (eci=0)", "\x01\x02\x00\x04"s},
         // Text stops at the first zero; the bytes keep everything, trailing zeros included.

@@ -1,5 +1,4 @@
 #include "BaseString.h"
-#include "BaseStringList.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +9,6 @@ namespace {
 
 using namespace std::string_literals;
 using KV::BaseString;
-using KV::BaseStringList;
 using String = BaseString<char>;
 
 std::string Text(const String& s) { return std::string(s.GetBuffer(), static_cast<size_t>(s.Length())); }
@@ -75,37 +73,6 @@ TEST(BaseStringTest, CompareAndEquality) {
     }
     EXPECT_TRUE(String("x") == "x");
     EXPECT_TRUE(String(static_cast<const char*>(nullptr)) == "");
-}
-
-TEST(BaseStringTest, WideUnitsWork) {
-    BaseString<wchar_t> w(L"p:n\u0141");
-    EXPECT_EQ(w.Length(), 4);
-    EXPECT_EQ(w.Find(L':'), 1);
-    EXPECT_EQ(w.SubString(2), BaseString<wchar_t>(L"n\u0141"));
-    EXPECT_EQ(w.Replace(BaseString<wchar_t>(L":"), BaseString<wchar_t>(L"::")), 1);
-    EXPECT_EQ(w, L"p::n\u0141");
-    EXPECT_EQ(BaseString<wchar_t>(L"\u0141").Compare(BaseString<wchar_t>(L"z")), 1);
-}
-
-TEST(BaseStringListTest, SplitTreatsRunsOfSeparatorsAsOne) {
-    struct Case { std::string text; const char* separators; std::vector<std::string> pieces; };
-    const std::vector<Case> cases = {
-        {"a\r\nb", "\r\n", {"a", "b"}}, {"\r\n\r\na\r\r\nb\n\n", "\r\n", {"a", "b"}}, {"one", "\r\n", {"one"}},
-        {"", "\r\n", {}}, {"a b", "", {}}, {"\n\n", "\n", {}}, {"a\0b\nc"s, "\n", {"a\0b"s, "c"}},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE("'" + c.text + "'");
-        BaseStringList<char> list;
-        list.Add(String("before"));
-        EXPECT_EQ(list.Split(String(c.text.data(), static_cast<int>(c.text.size())), String(c.separators)),
-                  static_cast<int>(c.pieces.size()));
-        ASSERT_EQ(list.GetCount(), static_cast<int>(c.pieces.size()) + 1);
-        for (size_t i = 0; i < c.pieces.size(); ++i)
-            EXPECT_EQ(Text(list.GetAt(static_cast<int>(i) + 1)), c.pieces[i]);
-    }
-    BaseStringList<char> joined;
-    joined.Split(String("x y  z"), String(" "));
-    EXPECT_EQ(Text(joined.Join(String(", "))) + Text(joined.GetAt(3)), "x, y, z");
 }
 
 } // namespace

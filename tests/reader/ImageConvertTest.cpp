@@ -85,7 +85,6 @@ const ConvertCase convertCases[] = {
     {"png_grey8_odd_width", [] { return png(P::Grey, 13, 7, kGrey, 8); }},
     {"png_grey16", [] { return png(P::Grey, 5, 3, kGrey, 16); }},
     {"png_grey1", [] { return png(P::Levels, 9, 4, kGrey, 1, false, 2); }},
-    {"png_grey2", [] { return png(P::Levels, 7, 3, kGrey, 2, false, 4); }},
     {"png_grey4", [] { return png(P::Levels, 11, 5, kGrey, 4, false, 16); }},
     {"png_grey_alpha", [] { return png(P::GreyAlpha, 15, 6, PNG_COLOR_TYPE_GRAY_ALPHA, 8); }},
     {"png_rgb8", [] { return png(P::Colour, 13, 7, kRgb, 8); }},
@@ -96,21 +95,17 @@ const ConvertCase convertCases[] = {
     {"png_palette_transparent", [] { return png(P::ColourAlpha, 5, 4, kPalette, 8); }},
     {"png_palette4_grey_levels", [] { return png(P::Levels, 9, 3, kPalette, 4, false, 16); }},
     {"png_interlaced_rgb", [] { return png(P::Colour, 17, 11, kRgb, 8, true); }},
-    {"png_interlaced_grey", [] { return png(P::Grey, 9, 9, kGrey, 8, true); }},
-    {"png_interlaced_rgba", [] { return png(P::ColourAlpha, 10, 7, kRgba, 8, true); }},
     {"png_one_pixel", [] { return png(P::Grey, 1, 1, kGrey, 8); }},
     // JPEG: compared with libjpeg's own decode of the same bytes.
     {"jpeg_colour_odd_width", [] { return jpeg(P::Colour, 13, 7, false); }},
     {"jpeg_grey_odd_width", [] { return jpeg(P::Grey, 13, 7, true); }},
     {"jpeg_progressive", [] { return jpeg(P::Colour, 31, 17, false, true); }},
-    {"jpeg_one_pixel", [] { return jpeg(P::Colour, 1, 1, false); }},
     {"jpeg_several_blocks", [] { return jpeg(P::Colour, 257, 3, false); }},
     // BMP: bit depths, palettes, masks, header kinds, row orders, run-length data.
     {"bmp24_bottom_up", [] { return bmp(P::Colour, 13, 7, bits(24), false); }},
     {"bmp24_top_down", [] { return bmp(P::Colour, 13, 7, bits(24, true), false); }},
     {"bmp24_last_row_unpadded", [] { return bmp(P::Colour, 5, 3, bits(24, false, false, 40, true), false); }},
     {"bmp8_grey_palette", [] { return bmp(P::Grey, 11, 6, bits(8), true); }},
-    {"bmp8_grey_palette_top_down", [] { return bmp(P::Grey, 11, 6, bits(8, true), true); }},
     {"bmp8_colour_palette", [] { return bmp(P::Colour, 7, 5, bits(8), false); }},
     {"bmp4_grey_levels", [] { return bmp(P::Levels, 9, 4, bits(4), true, 16); }},
     {"bmp1_two_levels", [] { return bmp(P::Levels, 19, 3, bits(1), true, 2); }},
@@ -200,7 +195,6 @@ struct DamageCase {
 constexpr int32_t kCorrupt = ZYR_ERR_CORRUPT_IMAGE, kUnsupported = ZYR_ERR_UNSUPPORTED_IMAGE, kOk = ZYR_OK;
 
 const DamageCase damageCases[] = {
-    {"png_signature_only", [] { return cut(goodPng(), 8); }, kCorrupt, kCorrupt},
     {"png_cut_in_header", [] { return cut(goodPng(), 20); }, kCorrupt, kCorrupt},
     {"png_cut_in_image_data", [] { return cut(goodPng(), findMarker(goodPng(), "IDAT") + 40); }, kOk, kCorrupt},
     {"png_header_crc_wrong", [] { return flip(goodPng(), 29, 0x01); }, kCorrupt, kCorrupt},
@@ -210,7 +204,6 @@ const DamageCase damageCases[] = {
     // 40000 x 40000
     {"png_huge", [] { return withHeaderCrc(poke(goodPng(), 16, 0, 0, 0x9C, 0x40, 0, 0, 0x9C, 0x40)); },
      kUnsupported, kUnsupported},
-    {"jpeg_start_marker_only", [] { return cut(goodJpeg(), 3); }, kCorrupt, kCorrupt},
     {"jpeg_cut_in_header", [] { return cut(goodJpeg(), 100); }, kCorrupt, kCorrupt},
     {"jpeg_cut_in_scan", [] { return cut(goodJpeg(), goodJpeg().size() * 2 / 3); }, kOk, kCorrupt},
     {"jpeg_progressive_cut", [] { return cut(goodJpeg(true), goodJpeg(true).size() / 2); }, kOk, kCorrupt},
@@ -219,7 +212,6 @@ const DamageCase damageCases[] = {
     // End of image in the middle of the data.
     {"jpeg_marker_inside_scan", [] { return poke(goodJpeg(), findMarker(goodJpeg(), "\xFF\xDA") + 40, 0xFF, 0xD9); },
      kOk, kCorrupt},
-    {"bmp_file_header_only", [] { return cut(goodBmp(), 14); }, kCorrupt, kCorrupt},
     {"bmp_pixels_cut", [] { return cut(goodBmp(), goodBmp().size() - 40); }, kCorrupt, kCorrupt},
     {"bmp_header_size_past_end", [] { return poke(goodBmp(), 14, 0xFF, 0xFF, 0xFF); }, kCorrupt, kCorrupt},
     {"bmp_zero_width", [] { return poke(goodBmp(), 18, 0, 0, 0, 0); }, kCorrupt, kCorrupt},
@@ -233,7 +225,6 @@ const DamageCase damageCases[] = {
     {"bmp_run_lengths_top_down", [] { return poke(rle8Bmp(), 22, 0xFA, 0xFF, 0xFF, 0xFF); }, kCorrupt, kCorrupt},
     {"gif_is_not_read", [] { return std::vector<uint8_t>{'G', 'I', 'F', '8', '9', 'a', 1, 0, 1, 0, 0, 0, 0}; },
      kUnsupported, kUnsupported},
-    {"one_byte", [] { return std::vector<uint8_t>{0xFF}; }, kUnsupported, kUnsupported},
     {"empty", [] { return std::vector<uint8_t>{}; }, kUnsupported, kUnsupported},
 };
 

@@ -45,10 +45,9 @@ struct DocumentedDefault {
 const DocumentedDefault documentedDefaults[] = {
     {"Logging.Level", FIELD(LoggingLevel), "0"}, {"Logging.Mask", FIELD(LoggingMask), "63"},
     {"Device.CameraDevice", FIELD(CameraDevice), "0"}, {"Device.ImageWidth", FIELD(ImageWidth), "2700"},
-    {"Device.ImageHeight", FIELD(ImageHeight), "2000"}, {"Device.TwoSided", FIELD(TwoSided), "0"},
+    {"Device.TwoSided", FIELD(TwoSided), "0"},
     {"Device.DarkObjectValue", FIELD(DarkObjectValue), "40"},
     {"Device.CommonCaptureResolution", FIELD(CommonCaptureResolution), "400"},
-    {"Device.CommonBinning", FIELD(CommonBinning), "1"},
     {"Folders.PluginFolder", FOLDER(PluginFolder), defaultPluginFolder()},
     {"Folders.PluginSettingsFolder", FOLDER(PluginSettingsFolder), defaultPluginFolder()},
     {"Folders.ApplicationFolder", FOLDER(ApplicationFolder), executableFolder()},
@@ -57,10 +56,8 @@ const DocumentedDefault documentedDefaults[] = {
     {"Visible.ExposureMicroseconds", FIELD(VisibleParameters.ExposureMicroseconds), "8000"},
     {"Visible.OutputScale", FIELD(VisibleParameters.OutputScale), "1"},
     {"Visible.DetectThreshold", FIELD(VisibleParameters.DetectThreshold), "60"},
-    {"Visible.AutoExposure", FIELD(VisibleParameters.AutoExposure), "1"},
     {"Infrared.ExposureMicroseconds", FIELD(InfraredParameters.ExposureMicroseconds), "12000"},
     {"Ultraviolet.Gain", FIELD(UltravioletParameters.Gain), "200"},
-    {"Ultraviolet.Binning", FIELD(UltravioletParameters.Binning), "1"},
     {"Detect.PollIntervalMs", FIELD(Detect.PollIntervalMs), "100"},
     {"Locate.MinimumArea", FIELD(Locate.MinimumArea), "20000"},
     {"Feed.RemovalTimeMs", FIELD(Feed.RemovalTimeMs), "2000"},
@@ -114,7 +111,6 @@ template <class... F> Field fields(F... each) {
 
 const KeyCase keyCases[] = {
     {"level", "[Logging]\nLevel=3\n", FIELD(LoggingLevel), "3"},
-    {"negative_level", "[Logging]\nLevel=-2\n", FIELD(LoggingLevel), "-2"},
     {"hex_mask", "[Logging]\nMask=0x21\n", FIELD(LoggingMask), "33"},
     {"largest_device", "[Device]\nCameraDevice=18446744073709551615\n", FIELD(CameraDevice), "18446744073709551615"},
     {"image_size", "[Device]\nImageWidth=1024\nImageHeight=768\n", fields(FIELD(ImageWidth), FIELD(ImageHeight)),

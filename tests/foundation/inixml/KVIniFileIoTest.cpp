@@ -102,22 +102,6 @@ TEST(IniLoad, ReplacesTheModelAndFailuresLeaveItAlone) {
     }
 }
 
-TEST(IniReload, FollowsTheFileOnDisk) {
-    TempFolder folder;
-    KVIniFile ini;
-    EXPECT_TRUE(ini.Reload()); // nothing remembered yet
-    const std::string file = folder.file("r.ini");
-    writeFile(file, "[A]\nk=1\n");
-    ASSERT_TRUE(ini.Load(file.c_str(), true));
-    ini.SetString("A", "k", "changed in memory");
-    writeFile(file, "[B]\r\nj=2\r\n");
-    EXPECT_TRUE(ini.Reload());
-    EXPECT_EQ(Dump(ini), "[B]\nj=2\n");
-    std::filesystem::remove(file);
-    EXPECT_FALSE(ini.Reload());
-    EXPECT_EQ(Dump(ini), "[B]\nj=2\n");
-}
-
 TEST(IniByteShift, SavedShiftedAndLoadedBack) {
     const std::pair<int, const char*> cases[] = {{1, "\\T^"}, {-1, "ZR\\"}, {256 + 2, "]U_"}, {200, "#\x1B%"}};
     TempFolder folder;

@@ -9,49 +9,6 @@ namespace {
 
 using KV::XLib::XWriteOptions;
 
-TEST(XmlNames, SetNameSplitsAtTheFirstColon) {
-    // given -> prefix|local|name
-    const std::pair<const char*, const char*> cases[] = {{"n", "|n|n"}, {"p:n", "p|n|p:n"}, {"a:b:c", "a|b:c|a:b:c"},
-                                                         {":n", "|n|n"}, {"p:", "p||p:"}, {"", "||"}};
-    for (const auto& [given, parts] : cases) {
-        XAttribute attribute(X("old:name"));
-        attribute.SetName(X(given));
-        EXPECT_EQ(Std(attribute.GetPrefix()) + "|" + Std(attribute.GetLocalName()) + "|" + Std(attribute.GetName()), parts);
-    }
-    XElement e(X("x:y"));
-    e.SetLocalName(X("z"));
-    EXPECT_EQ(Std(e.GetPrefix()) + " " + Std(e.GetName()), "x x:z");
-}
-
-TEST(XmlTree, AddChildAtPosition) {
-    XElement root(X("R"));
-    root.AddChild(new XElement(X("B")));
-    root.AddChild(new XElement(X("A")), 0);
-    root.AddChild(new XElement(X("D")), 99);
-    root.AddChild(new XElement(X("C")), 2);
-    root.AddAttribute(new XAttribute(X("y")));
-    root.AddAttribute(new XAttribute(X("x")), 0);
-    EXPECT_EQ(Std(root.ToString()),
-              "<R x=\"\" y=\"\">\r\n\t<A />\r\n\t<B />\r\n\t<C />\r\n\t<D />\r\n</R>\r\n");
-}
-
-TEST(XmlTree, SettersReuseTheFirstMatch) {
-    XElement root(X("R"));
-    root.AddAttribute(new XAttribute(X("k"), X("1")));
-    root.AddAttribute(new XAttribute(X("k"), X("2")));
-    root.SetAttribute(X("k"), X("3"));
-    root.SetAttribute(X("K"), X("4")); // names are case-sensitive
-    EXPECT_EQ(root.AttributeCount(), 3);
-
-    root.SetChildText(X("T"), X("a"), true);
-    root.SetChildText(X("T"), X("b<"), false);
-    root.SetChildText(X("t"), X("c"), true);
-    EXPECT_EQ(root.ChildCount(), 2);
-    root.SetText(XString(), true); // empty text: children are written
-    EXPECT_EQ(Std(root.ToString()),
-              "<R k=\"3\" k=\"2\" K=\"4\">\r\n\t<T><![CDATA[b<]]></T>\r\n\t<t>c</t>\r\n</R>\r\n");
-}
-
 TEST(XmlSave, LinesResplitWithCrLf) {
     TempFolder folder;
     const std::string file = folder.file("lines.xml");
