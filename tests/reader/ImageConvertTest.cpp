@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -121,10 +120,6 @@ const ConvertCase convertCases[] = {
     {"bmp_rle4", [] { return bmp(P::Levels, 11, 6, bits(4, false, true), true, 16); }},
 };
 
-void PrintTo(const ConvertCase& c, std::ostream* out) {
-    *out << c.name;
-}
-
 class ImageConvert : public ::testing::TestWithParam<ConvertCase> {};
 
 TEST_P(ImageConvert, BmpShowsTheSourcePixels) {
@@ -227,10 +222,6 @@ const DamageCase damageCases[] = {
      kUnsupported, kUnsupported},
     {"empty", [] { return std::vector<uint8_t>{}; }, kUnsupported, kUnsupported},
 };
-
-void PrintTo(const DamageCase& c, std::ostream* out) {
-    *out << c.name;
-}
 
 class DamagedImage : public ::testing::TestWithParam<DamageCase> {};
 

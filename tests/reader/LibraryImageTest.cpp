@@ -10,7 +10,6 @@
 #include <png.h>
 
 #include <cstring>
-#include <ostream>
 #include <vector>
 
 using zyr::LibraryImage;
@@ -29,10 +28,6 @@ struct FormatCase {
     ZyrPixelFormat format;
     int bytes;
 };
-
-void PrintTo(const FormatCase& c, std::ostream* out) {
-    *out << "format " << c.format;
-}
 
 class PngRoundTrip : public LibraryImages, public ::testing::WithParamInterface<FormatCase> {};
 
@@ -114,10 +109,6 @@ struct RowCase {
     PixelLayout to;
     std::vector<uint8_t> expected;
 };
-
-void PrintTo(const RowCase& c, std::ostream* out) {
-    *out << c.name;
-}
 
 class RowConversion : public ::testing::TestWithParam<RowCase> {};
 

@@ -7,7 +7,6 @@
 #include <cctype>
 #include <cstdio>
 #include <filesystem>
-#include <ostream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -71,10 +70,6 @@ struct FilterCase {
     uint32_t mask;
     std::vector<std::string> expected; // categories of the lines written, after the start line
 };
-
-void PrintTo(const FilterCase& c, std::ostream* out) {
-    *out << c.name;
-}
 
 class LoggingFilter : public Logging, public ::testing::WithParamInterface<FilterCase> {};
 

@@ -8,7 +8,6 @@
 
 #include <functional>
 #include <memory>
-#include <ostream>
 #include <vector>
 
 using zyr::LibraryImage;
@@ -34,10 +33,6 @@ const Kind kinds[] = {
          return static_cast<const void*>(ObjectRegistry::instance().adopt(std::make_unique<AAMVARecord>()));
      }},
 };
-
-void PrintTo(const Kind& k, std::ostream* out) {
-    *out << k.name;
-}
 
 class ObjectLifetime : public ::testing::TestWithParam<Kind> {
 protected:

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <ostream>
 
 namespace {
 
@@ -53,10 +52,6 @@ struct OptionCase {
     int width, height; // of the processed image
     Corner marker;
 };
-
-void PrintTo(const OptionCase& c, std::ostream* out) {
-    *out << c.name;
-}
 
 class PostProcessOptions : public PostProcess, public ::testing::WithParamInterface<OptionCase> {};
 
@@ -140,10 +135,6 @@ struct SceneCase {
     int width, height; // of the crop; 0 x 0: no document found
     int threshold = 60; // 0: chosen from the picture
 };
-
-void PrintTo(const SceneCase& c, std::ostream* out) {
-    *out << c.name;
-}
 
 class PostProcessScenes : public PostProcess, public ::testing::WithParamInterface<SceneCase> {};
 

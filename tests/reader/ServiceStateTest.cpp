@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <ostream>
 #include <set>
 #include <string>
 
@@ -39,10 +38,6 @@ const ServiceCalls services[] = {
     {"signal", startSignal, ZyrReader_IsSignalInitialised, ZyrReader_SignalShutdown},
     {"parsing", startParsing, ZyrReader_IsParsingInitialised, ZyrReader_ParseShutdown},
 };
-
-void PrintTo(const ServiceCalls& s, std::ostream* out) {
-    *out << s.name;
-}
 
 class ServiceState : public ::testing::TestWithParam<ServiceCalls> {
 protected:

@@ -6,7 +6,6 @@
 #include <cstring>
 #include <filesystem>
 #include <functional>
-#include <ostream>
 #include <sstream>
 #include <string>
 
@@ -62,10 +61,6 @@ const DocumentedDefault documentedDefaults[] = {
     {"Locate.MinimumArea", FIELD(Locate.MinimumArea), "20000"},
     {"Feed.RemovalTimeMs", FIELD(Feed.RemovalTimeMs), "2000"},
 };
-
-void PrintTo(const DocumentedDefault& d, std::ostream* out) {
-    *out << d.key;
-}
 
 class SettingsDefault : public ::testing::TestWithParam<DocumentedDefault> {};
 
@@ -146,10 +141,6 @@ const KeyCase keyCases[] = {
     {"empty_value", "[Device]\nImageHeight=\n", FIELD(ImageHeight), "2000"},
     {"folder_too_long", nullptr, FOLDER(PluginFolder), nullptr},
 };
-
-void PrintTo(const KeyCase& c, std::ostream* out) {
-    *out << c.name;
-}
 
 class SettingsKey : public ::testing::TestWithParam<KeyCase> {};
 

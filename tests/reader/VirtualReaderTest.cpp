@@ -5,7 +5,6 @@
 
 #include <filesystem>
 #include <future>
-#include <ostream>
 
 namespace {
 
@@ -74,10 +73,6 @@ struct StartCase {
     int32_t expected;
     const char* messagePart; // expected in the error handler's text
 };
-
-void PrintTo(const StartCase& c, std::ostream* out) {
-    *out << c.name;
-}
 
 class CameraStart : public VirtualReaderTest, public ::testing::WithParamInterface<StartCase> {};
 

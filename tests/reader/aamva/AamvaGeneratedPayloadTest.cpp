@@ -146,22 +146,4 @@ std::vector<CardCase> cases() {
 INSTANTIATE_TEST_SUITE_P(Cards, GeneratedCard, ::testing::ValuesIn(cases()),
                          [](const ::testing::TestParamInfo<CardCase>& info) { return info.param.label; });
 
-// The generator writes the order each version and country uses, which the parser does not need
-// (it tries the other order), so it is checked here: DBB for 27 March 1984.
-TEST(PayloadWriter, DatesFollowTheVersionAndCountry) {
-    const struct {
-        int version;
-        bool canadian;
-        const char* birth;
-    } rows[] = {{0, false, "19840327"}, {1, false, "19840327"}, {1, true, "19840327"},
-                {2, false, "03271984"}, {2, true, "03271984"},  {3, false, "03271984"},
-                {3, true, "19840327"},  {9, false, "03271984"}, {10, true, "19840327"}};
-    for (const auto& row : rows) {
-        std::string birth = "<none>";
-        for (const auto& e : AamvaPayloadWriter::elements(AamvaPayloadDescription::typical(row.version, row.canadian)))
-            birth = e.id == "DBB" ? e.value : birth;
-        EXPECT_EQ(birth, row.birth) << "version " << row.version << (row.canadian ? " Canada" : " US");
-    }
-}
-
 } // namespace
