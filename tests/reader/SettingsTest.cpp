@@ -62,28 +62,20 @@ const DocumentedDefault documentedDefaults[] = {
     {"Feed.RemovalTimeMs", FIELD(Feed.RemovalTimeMs), "2000"},
 };
 
-class SettingsDefault : public ::testing::TestWithParam<DocumentedDefault> {};
-
-TEST_P(SettingsDefault, HoldsWithoutAReaderAndForAKeyMissingFromAFile) {
+// They hold without a reader and for keys missing from a file.
+TEST(SettingsDefault, HoldWithoutAReaderAndForKeysMissingFromAFile) {
     RecordingErrorHandler handler;
     ScopedEnvironment noDevice("ZYRREADER_DEVICE", nullptr);
-    ZyrReaderSettings fromNoReader = garbage();
-    ASSERT_EQ(ZyrReader_LL_LoadSettings(&fromNoReader), ZYR_ERR_NO_READER);
-    EXPECT_EQ(GetParam().field(fromNoReader), GetParam().value);
-
     TempFolder folder;
     writeFile(folder.file("empty.ini"), "; nothing set here\n[Logging]\n");
-    ZyrReaderSettings fromFile = garbage();
+    ZyrReaderSettings fromNoReader = garbage(), fromFile = garbage();
+    ASSERT_EQ(ZyrReader_LL_LoadSettings(&fromNoReader), ZYR_ERR_NO_READER);
     ASSERT_EQ(ZyrReader_LL_LoadSettingsFromIniFile(&fromFile, folder.file("empty.ini").c_str()), ZYR_OK);
-    EXPECT_EQ(GetParam().field(fromFile), GetParam().value);
+    for (const DocumentedDefault& d : documentedDefaults) {
+        EXPECT_EQ(d.field(fromNoReader), d.value) << d.key << " without a reader";
+        EXPECT_EQ(d.field(fromFile), d.value) << d.key << " missing from a file";
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Keys, SettingsDefault, ::testing::ValuesIn(documentedDefaults),
-                         [](const ::testing::TestParamInfo<DocumentedDefault>& info) {
-                             std::string name = info.param.key;
-                             name[name.find('.')] = '_';
-                             return name;
-                         });
 
 // ---- Keys read from a file ----
 
@@ -159,15 +151,18 @@ TEST_P(SettingsKey, IsReadFromTheFile) {
 INSTANTIATE_TEST_SUITE_P(Files, SettingsKey, ::testing::ValuesIn(keyCases),
                          [](const ::testing::TestParamInfo<KeyCase>& info) { return info.param.name; });
 
-// A relative settings file and a relative device folder are taken from the working folder.
-TEST(SettingsFile, RelativePathsAreTakenFromTheWorkingFolder) {
+// A relative settings file and a relative device folder are taken from the working folder; the
+// device's settings come from its device.ini without a report, relative folders from the device's.
+TEST(SettingsFile, RelativePathsAndTheConnectedReadersSettings) {
     TempFolder folder;
     writeFile(folder.file("ZyrReader.ini"), "[Folders]\nApplicationFolder=app\n");
     fs::create_directory(folder.file("reader"));
-    writeFile(folder.file("reader/device.ini"), "");
+    writeFile(folder.file("reader/device.ini"), "[Device]\nTwoSided=1\nImageWidth=1800\n[Feed]\nRemovalTimeMs=300\n"
+                                                "[Folders]\nPluginFolder=decoders\n");
     const fs::path previous = fs::current_path();
     fs::current_path(folder.path());
     ScopedEnvironment device("ZYRREADER_DEVICE", "reader");
+    RecordingErrorHandler handler;
     ZyrReaderSettings fromFile = garbage(), fromDevice = garbage();
     const int32_t fileResult = ZyrReader_LL_LoadSettingsFromIniFile(&fromFile, "./ZyrReader.ini");
     const int32_t deviceResult = ZyrReader_LL_LoadSettings(&fromDevice);
@@ -175,7 +170,13 @@ TEST(SettingsFile, RelativePathsAreTakenFromTheWorkingFolder) {
     ASSERT_EQ(fileResult, ZYR_OK);
     EXPECT_EQ(std::string(fromFile.ApplicationFolder), folder.path() + "/app/");
     EXPECT_EQ(deviceResult, ZYR_OK);
+    EXPECT_TRUE(handler.codes().empty());
     EXPECT_EQ(std::string(fromDevice.DeviceFolder), folder.path() + "/reader/");
+    EXPECT_EQ(std::string(fromDevice.PluginFolder), folder.path() + "/reader/decoders/");
+    // Keys absent from device.ini keep their defaults.
+    EXPECT_EQ(text(fromDevice.TwoSided) + " " + text(fromDevice.ImageWidth) + " " + text(fromDevice.ImageHeight) +
+                  " " + text(fromDevice.Feed.RemovalTimeMs),
+              "1 1800 2000 300");
 }
 
 TEST(SettingsFile, UnreadableFileGivesFileErrorDefaultsAndNoReport) {
@@ -233,24 +234,6 @@ TEST(NoReader, WithoutAHandlerStillReturnsNine) {
     ZyrReaderSettings settings = garbage();
     EXPECT_EQ(ZyrReader_LL_LoadSettings(&settings), ZYR_ERR_NO_READER);
     EXPECT_EQ(ZyrReader_LL_LoadSettings(nullptr), ZYR_ERR_BAD_ARGUMENT);
-}
-
-TEST(ConnectedReader, SettingsComeFromDeviceIniWithoutAReport) {
-    TempFolder folder;
-    fs::create_directory(folder.file("documents"));
-    writeFile(folder.file("device.ini"), "[Device]\nTwoSided=1\nImageWidth=1800\n[Feed]\nRemovalTimeMs=300\n"
-                                         "[Folders]\nPluginFolder=decoders\n");
-    ScopedEnvironment device("ZYRREADER_DEVICE", folder.path().c_str());
-    RecordingErrorHandler handler;
-    ZyrReaderSettings settings = garbage();
-    EXPECT_EQ(ZyrReader_LL_LoadSettings(&settings), ZYR_OK);
-    EXPECT_TRUE(handler.codes().empty());
-    EXPECT_EQ(int(settings.TwoSided), 1);
-    EXPECT_EQ(int32_t(settings.ImageWidth), 1800);
-    EXPECT_EQ(int32_t(settings.ImageHeight), 2000) << "keys absent from device.ini keep their defaults";
-    EXPECT_EQ(int32_t(settings.Feed.RemovalTimeMs), 300);
-    EXPECT_EQ(std::string(settings.DeviceFolder), folder.path() + "/");
-    EXPECT_EQ(std::string(settings.PluginFolder), folder.path() + "/decoders/");
 }
 
 } // namespace
