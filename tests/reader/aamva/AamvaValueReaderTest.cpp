@@ -1,6 +1,7 @@
-// The readers of single values: dates, heights, weights, names and colour codes, each against a
-// table of the forms cards write.
+// The readers of single values (dates, heights, weights, names) against tables of the forms cards
+// write, element names by version, and records cut to their fields.
 #include "AamvaDateReader.h"
+#include "AamvaElementCatalogue.h"
 #include "AamvaMeasureReader.h"
 #include "AamvaNameReader.h"
 #include "AamvaTestSupport.h"
@@ -115,6 +116,49 @@ TEST(NameReader, AssemblyFromEachGeneration) {
                   row[1])
             << row[0];
     }
+}
+
+using zyr::AamvaElementCatalogue;
+
+TEST(ElementCatalogue, NamesDependOnTheVersion) {
+    const struct {
+        const char* id;
+        uint32_t version;
+        const char* name;
+    } rows[] = {
+        {"DAQ", 1, "Licence or ID number"}, {"DAQ", 9, "Customer ID number"},
+        {"DBG", 2, "Medical indicator or codes"}, {"DBG", 3, "Alias given name"},
+        // An element met before the version that defined it takes its first name.
+        {"DDA", 3, "Compliance type"}, {"DCS", AAMVA_NOT_PRESENT, "Family name"},
+        {"ZVA", 9, "Jurisdiction-specific element"}, {"DDM", 11, "Unknown element"},
+        {"ABC", 9, "Unknown element"}, {"DA", 9, "Unknown element"}, {"DAAA", 9, "Unknown element"}};
+    for (const auto& row : rows)
+        EXPECT_STREQ(AamvaElementCatalogue::name(row.id, row.version), row.name) << row.id << " v" << row.version;
+}
+
+// Text longer than its field is cut and still NUL-terminated; the last data item's value is the
+// last bytes of its allocation, so writing past it is caught by the sanitizer.
+TEST(RecordBuilder, LongTextIsCutToFit) {
+    zyr::AamvaDocument document;
+    document.identity.name.suffix = "JUNIOR";
+    document.identity.country = "CANADA";
+    document.identity.licenceNumber = std::string(5000, 'L');
+    document.header.fileType = "ANSI ";
+    document.header.iin = "6360001";
+    document.body.subfiles.push_back({"DL", 0, true, true, -1});
+    document.body.elements.push_back({"DAQ", std::string(3000, 'A'), 0});
+    document.body.elements.push_back({"DCK", std::string(2999, 'B'), 0});
+    document.body.elements.push_back({"ZVA", std::string(4000, 'C'), 0});
+    document.elementNames = {"one", "two", "three"};
+    const zyr::AamvaRecordPtr record = zyr::AamvaRecordBuilder::build(document);
+    EXPECT_STREQ(record->NameSuffix, "JUN");
+    EXPECT_STREQ(record->AddressCountry, "CAN");
+    EXPECT_STREQ(record->IIN, "636000");
+    EXPECT_STREQ(record->FileType, "ANSI ");
+    EXPECT_EQ(std::string(record->LicenceNumber), std::string(2999, 'L'));
+    const std::string a(2999, 'A'), b(2999, 'B'), c(2999, 'C');
+    EXPECT_EQ(itemList(*record), "DAQ=" + a + "|DCK=" + b + "|ZVA=" + c);
+    EXPECT_STREQ(record->DataItems[2].Name, "three");
 }
 
 } // namespace
