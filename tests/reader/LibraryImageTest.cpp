@@ -1,3 +1,5 @@
+// Objects the library hands out (images and others), tested against the core linked in directly
+// so that the test can create them the way the library's areas do; PNG writing and row conversion.
 #include "ZyrPixelFormat.h"
 #include "core/LibraryImage.h"
 #include "ImageFixtures.h"
@@ -10,9 +12,12 @@
 #include <png.h>
 
 #include <cstring>
+#include <functional>
+#include <memory>
 #include <vector>
 
 using zyr::LibraryImage;
+using zyr::ObjectRegistry;
 using zyr::PixelLayout;
 using zyr::RowConverter;
 
@@ -84,7 +89,7 @@ TEST_F(LibraryImages, FailuresLeaveTheOutputAloneAndHandOutNothing) {
     EXPECT_EQ(LibraryImage::decodeFile(folder.path(), &image), ZYR_ERR_FILE);
     EXPECT_EQ(LibraryImage::decode(nullptr, 4, &image), ZYR_ERR_BAD_ARGUMENT);
     EXPECT_EQ(image, &sentinel);
-    EXPECT_EQ(zyr::ObjectRegistry::instance().size(), 0u);
+    EXPECT_EQ(ObjectRegistry::instance().size(), 0u);
 }
 
 TEST_F(LibraryImages, CopyIsIndependentOfTheView) {
@@ -98,6 +103,56 @@ TEST_F(LibraryImages, CopyIsIndependentOfTheView) {
         EXPECT_EQ(std::vector<uint8_t>(copy->Pixels + y * copy->Stride, copy->Pixels + y * copy->Stride + 9),
                   std::vector<uint8_t>(9, uint8_t(7 + y)));
     EXPECT_EQ(ZyrReader_DestroyCachedObject(copy), ZYR_OK);
+}
+
+// ---- Objects handed out: freed once, then unknown ----
+
+struct Kind {
+    const char* name;
+    std::function<const void*()> make; // hands out one object the way an area of the library does
+};
+
+const Kind kinds[] = {
+    {"grey_image", [] { return static_cast<const void*>(LibraryImage::create(7, 3, ZYR_PIXEL_GREY8)); }},
+    {"colour_image", [] { return static_cast<const void*>(LibraryImage::create(5, 5, ZYR_PIXEL_RGB24)); }},
+    {"symbol_result",
+     [] {
+         return static_cast<const void*>(
+             ObjectRegistry::instance().adopt(std::make_unique<ZyrSymbolResult>()));
+     }},
+    {"aamva_record",
+     [] {
+         return static_cast<const void*>(ObjectRegistry::instance().adopt(std::make_unique<AAMVARecord>()));
+     }},
+};
+
+class ObjectLifetime : public LibraryImages, public ::testing::WithParamInterface<Kind> {};
+
+// Freed once, then unknown; what the client leaves is freed with the cached data.
+TEST_P(ObjectLifetime, FreedOnceThenUnknown) {
+    const void* first = GetParam().make();
+    const void* second = GetParam().make();
+    ASSERT_TRUE(first != nullptr && second != nullptr && first != second);
+    EXPECT_EQ(ZyrReader_DestroyCachedObject(first), ZYR_OK);
+    EXPECT_EQ(ZyrReader_DestroyCachedObject(first), ZYR_ERR_UNKNOWN_HANDLE) << "double free";
+    EXPECT_EQ(ZyrReader_DestroyCachedData(), ZYR_OK);
+    EXPECT_EQ(ObjectRegistry::instance().size(), 0u);
+    EXPECT_EQ(ZyrReader_DestroyCachedObject(second), ZYR_ERR_UNKNOWN_HANDLE);
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, ObjectLifetime, ::testing::ValuesIn(kinds),
+                         [](const ::testing::TestParamInfo<Kind>& info) { return info.param.name; });
+
+TEST(ObjectRelease, ADeleterMayReleaseAnotherObject) {
+    // A record that owns a nested object frees it from its own deleter, through the registry.
+    static int inner;
+    static int outer;
+    int innerDeleted = 0;
+    ASSERT_TRUE(ObjectRegistry::instance().add(&inner, [&] { ++innerDeleted; }));
+    ASSERT_TRUE(ObjectRegistry::instance().add(&outer, [] { ObjectRegistry::instance().destroy(&inner); }));
+    EXPECT_EQ(ZyrReader_DestroyCachedObject(&outer), ZYR_OK);
+    EXPECT_EQ(innerDeleted, 1);
+    EXPECT_EQ(ZyrReader_DestroyCachedObject(&inner), ZYR_ERR_UNKNOWN_HANDLE);
 }
 
 // ---- Row conversion ----

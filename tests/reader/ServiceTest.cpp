@@ -1,0 +1,220 @@
+// The library's services: start, stop and state of each, error texts, and the category log.
+#include "CaptureFixtures.h"
+#include "TestSupport.h"
+#include "ZyrReaderLowLevelAPI.h"
+
+#include <gtest/gtest.h>
+
+#include <cctype>
+#include <cstdio>
+#include <filesystem>
+#include <set>
+#include <string>
+#include <thread>
+#include <vector>
+
+using namespace support;
+
+namespace {
+
+const uint8_t notAnImage[] = {'n', 'o', 't', ' ', 'a', 'n', ' ', 'i', 'm', 'a', 'g', 'e'};
+
+// One call per category the library logs under, with the level of the line it writes.
+void failConversion() {
+    uint32_t size = 0;
+    ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, notAnImage, sizeof notAnImage, nullptr, &size); // images, 1
+}
+int32_t startCamera(ZyrReaderSettings* s) { // camera, 2
+    if (s != nullptr)
+        std::snprintf(s->DeviceFolder, sizeof s->DeviceFolder, "%s", capture::emptyDevice().c_str());
+    return ZyrReader_CameraInitialise(s, 7, 0);
+}
+int32_t startParsing(ZyrReaderSettings*) { // parse, 2
+    return ZyrReader_ParseInitialise();
+}
+void readMissingSettings() {
+    ZyrReaderSettings settings{};
+    ZyrReader_LL_LoadSettingsFromIniFile(&settings, "/nonexistent/ZyrReader.ini"); // settings, 1
+}
+
+// "YYYY-MM-DD hh:mm:ss.mmm [category] text" gives the category, anything else "MALFORMED: <line>".
+std::string categoryOf(const std::string& line) {
+    const std::string shape = "dddd-dd-dd dd:dd:dd.ddd [";
+    bool ok = line.size() > shape.size();
+    for (size_t i = 0; ok && i < shape.size(); ++i)
+        ok = shape[i] == 'd' ? std::isdigit(static_cast<unsigned char>(line[i])) != 0 : line[i] == shape[i];
+    const size_t close = ok ? line.find("] ", shape.size()) : std::string::npos;
+    if (close == std::string::npos || close == shape.size() || close + 2 >= line.size())
+        return "MALFORMED: " + line;
+    return line.substr(shape.size(), close - shape.size());
+}
+
+std::vector<std::string> categories(const std::vector<std::string>& lines) {
+    std::vector<std::string> found;
+    for (const std::string& line : lines)
+        found.push_back(categoryOf(line));
+    return found;
+}
+
+class Logging : public ::testing::Test {
+protected:
+    void TearDown() override {
+        ZyrReader_InitialiseLogging(false, 0, 0, nullptr);
+        ZyrReader_DestroyCachedData();
+    }
+    TempFolder folder;
+    std::string log = folder.file("Glyphor.log");
+};
+
+struct FilterCase {
+    const char* name;
+    int32_t level;
+    uint32_t mask;
+    std::vector<std::string> expected; // categories of the lines written; none: no file
+    bool enable = true;
+};
+
+class LoggingFilter : public Logging, public ::testing::WithParamInterface<FilterCase> {};
+
+TEST_P(LoggingFilter, WritesOnlySelectedCategoriesAtOrBelowTheLevel) {
+    const FilterCase& c = GetParam();
+    ASSERT_EQ(ZyrReader_InitialiseLogging(c.enable, c.level, c.mask, log.c_str()), ZYR_OK);
+    ZyrReaderSettings settings{};
+    failConversion();
+    startCamera(&settings);
+    startParsing(nullptr);
+    readMissingSettings();
+    EXPECT_EQ(categories(readLines(log)), c.expected) << "a general line opens the log";
+    EXPECT_EQ(std::filesystem::exists(log), !c.expected.empty());
+}
+
+const FilterCase filterCases[] = {
+    {"everything", 3, ZYR_LOG_ALL, {"general", "images", "camera", "parse", "settings"}},
+    {"errors_only", 1, ZYR_LOG_ALL, {"general", "images", "settings"}},
+    {"images_only", 3, ZYR_LOG_IMAGES, {"general", "images"}},
+    {"camera_and_parse", 2, ZYR_LOG_CAMERA | ZYR_LOG_PARSE, {"general", "camera", "parse"}},
+    {"camera_at_error_level", 1, ZYR_LOG_CAMERA, {"general"}},
+    {"empty_mask", 3, 0, {"general"}},
+    {"switched_off", 5, ZYR_LOG_ALL, {}, false},
+    {"no_level", 0, ZYR_LOG_ALL, {}},
+    {"negative_level", -1, ZYR_LOG_ALL, {}},
+};
+
+INSTANTIATE_TEST_SUITE_P(Masks, LoggingFilter, ::testing::ValuesIn(filterCases),
+                         [](const ::testing::TestParamInfo<FilterCase>& info) { return info.param.name; });
+
+// Switching off stops writing, switching on again appends, a new file replaces the old one, and
+// bad file names are refused without changing anything.
+TEST_F(Logging, SwitchingFilesAndBadNames) {
+    ASSERT_EQ(ZyrReader_InitialiseLogging(true, 1, ZYR_LOG_IMAGES, log.c_str()), ZYR_OK);
+    failConversion();
+    ASSERT_EQ(ZyrReader_InitialiseLogging(false, 1, ZYR_LOG_IMAGES, log.c_str()), ZYR_OK);
+    failConversion();
+    EXPECT_EQ(readLines(log).size(), 2u);
+    ASSERT_EQ(ZyrReader_InitialiseLogging(true, 1, ZYR_LOG_IMAGES, log.c_str()), ZYR_OK);
+    EXPECT_EQ(ZyrReader_InitialiseLogging(true, 1, ZYR_LOG_ALL, nullptr), ZYR_ERR_BAD_ARGUMENT);
+    EXPECT_EQ(ZyrReader_InitialiseLogging(true, 1, ZYR_LOG_ALL, ""), ZYR_ERR_BAD_ARGUMENT);
+    EXPECT_EQ(ZyrReader_InitialiseLogging(true, 1, ZYR_LOG_ALL, folder.file("no/such/folder.log").c_str()), ZYR_ERR_FILE);
+    EXPECT_EQ(ZyrReader_InitialiseLogging(true, 1, ZYR_LOG_ALL, folder.path().c_str()), ZYR_ERR_FILE);
+    failConversion();
+    EXPECT_EQ(readLines(log).size(), 4u) << "a second start appends to the file";
+    const std::string second = folder.file("second.log");
+    ASSERT_EQ(ZyrReader_InitialiseLogging(true, 1, ZYR_LOG_IMAGES, second.c_str()), ZYR_OK);
+    failConversion();
+    EXPECT_EQ(readLines(log).size(), 4u);
+    EXPECT_EQ(readLines(second).size(), 2u);
+}
+
+TEST_F(Logging, LinesFromManyThreadsStayWhole) {
+    ASSERT_EQ(ZyrReader_InitialiseLogging(true, 1, ZYR_LOG_IMAGES, log.c_str()), ZYR_OK);
+    constexpr int threads = 6;
+    constexpr int perThread = 50;
+    std::vector<std::thread> workers;
+    for (int t = 0; t < threads; ++t)
+        workers.emplace_back([] {
+            for (int i = 0; i < perThread; ++i)
+                failConversion();
+        });
+    for (std::thread& worker : workers)
+        worker.join();
+    const std::vector<std::string> lines = categories(readLines(log));
+    ASSERT_EQ(lines.size(), size_t(1 + threads * perThread));
+    for (size_t i = 1; i < lines.size(); ++i)
+        ASSERT_EQ(lines[i], "images") << "line " << i;
+}
+
+// ---- Service state and error texts ----
+
+struct ServiceCalls {
+    const char* name;
+    int32_t (*start)(ZyrReaderSettings*);
+    bool (*isUp)();
+    int32_t (*stop)();
+};
+
+int32_t startImageProcessing(ZyrReaderSettings* s) {
+    return ZyrReader_ImageProcessingInitialise(s, 0, s ? &s->ImageProcessing : nullptr);
+}
+int32_t startSignal(ZyrReaderSettings* s) {
+    return ZyrReader_SignalInitialise(s);
+}
+
+const ServiceCalls services[] = {
+    {"camera", startCamera, ZyrReader_IsCameraInitialised, ZyrReader_CameraShutdown},
+    {"image processing", startImageProcessing, ZyrReader_IsImageProcessingInitialised,
+     ZyrReader_ImageProcessingShutdown},
+    {"signal", startSignal, ZyrReader_IsSignalInitialised, ZyrReader_SignalShutdown},
+    {"parsing", startParsing, ZyrReader_IsParsingInitialised, ZyrReader_ParseShutdown},
+};
+
+class ServiceState : public ::testing::TestWithParam<ServiceCalls> {
+protected:
+    void TearDown() override { ZyrReader_DestroyCachedData(); }
+    ZyrReaderSettings settings{};
+};
+
+// Start, stop and query follow each other, each service on its own; the cached data stops it. A
+// start without the settings it needs is refused.
+TEST_P(ServiceState, StartStopAndQueryFollowEachOther) {
+    const ServiceCalls& s = GetParam();
+    if (s.start != startParsing) {
+        EXPECT_EQ(s.start(nullptr), ZYR_ERR_BAD_ARGUMENT) << "a start that needs settings";
+    }
+    EXPECT_FALSE(s.isUp());
+    EXPECT_EQ(s.stop(), ZYR_ERR_NOT_INITIALISED) << "stopping a service that never started";
+    ASSERT_EQ(s.start(&settings), ZYR_OK);
+    EXPECT_TRUE(s.isUp());
+    for (const ServiceCalls& other : services)
+        EXPECT_EQ(other.isUp(), other.isUp == s.isUp) << "starting " << s.name << ": " << other.name;
+    EXPECT_EQ(s.start(&settings), ZYR_OK) << "a second start is accepted";
+    EXPECT_TRUE(s.isUp());
+    EXPECT_EQ(s.stop(), ZYR_OK);
+    EXPECT_FALSE(s.isUp());
+    EXPECT_EQ(s.stop(), ZYR_ERR_NOT_INITIALISED);
+    ASSERT_EQ(s.start(&settings), ZYR_OK);
+    EXPECT_EQ(ZyrReader_DestroyCachedData(), ZYR_OK);
+    EXPECT_FALSE(s.isUp());
+}
+
+INSTANTIATE_TEST_SUITE_P(Services, ServiceState, ::testing::ValuesIn(services),
+                         [](const ::testing::TestParamInfo<ServiceCalls>& info) {
+                             std::string name = info.param.name;
+                             for (char& c : name)
+                                 if (c == ' ')
+                                     c = '_';
+                             return name;
+                         });
+
+TEST(ErrorText, EveryCodeHasItsOwnTextAndUnknownCodesAreNamedSo) {
+    std::set<std::string> texts;
+    for (int32_t code = ZYR_OK; code <= ZYR_ERR_ALREADY_INITIALISED; ++code) {
+        const char* text = ZyrReader_ErrorText(code);
+        ASSERT_NE(text, nullptr);
+        EXPECT_STRNE(text, "Unknown error") << "code " << code;
+        EXPECT_TRUE(texts.insert(text).second) << "code " << code << " shares its text";
+    }
+    for (int32_t code : {-1, ZYR_ERR_ALREADY_INITIALISED + 1, 1000000})
+        EXPECT_STREQ(ZyrReader_ErrorText(code), "Unknown error");
+}
+
+} // namespace
