@@ -1,4 +1,5 @@
 #include "CaptureFixtures.h"
+#include "ZyrPixelFormat.h"
 
 #include <gtest/gtest.h>
 #include <png.h>
@@ -43,15 +44,9 @@ GreyView::GreyView(const fixtures::Picture& picture) {
 namespace {
 
 double level(const ZyrImage& image, int x, int y) {
-    const uint8_t* p = image.Pixels + size_t(y) * size_t(image.Stride);
-    switch (image.PixelFormat) {
-    case ZYR_PIXEL_GREY8:
-        return p[x];
-    case ZYR_PIXEL_RGB24:
-        return (p[3 * x] + p[3 * x + 1] + p[3 * x + 2]) / 3.0;
-    default:
-        return (p[4 * x] + p[4 * x + 1] + p[4 * x + 2]) / 3.0;
-    }
+    const int bytes = ZyrPixel_BytesPerPixel(image.PixelFormat);
+    const uint8_t* p = image.Pixels + size_t(y) * size_t(image.Stride) + x * bytes;
+    return bytes == 1 ? p[0] : (p[0] + p[1] + p[2]) / 3.0;
 }
 
 } // namespace
@@ -95,13 +90,9 @@ Device::Device(const std::string& deviceIni) {
     fs::create_directory(folder_.file("documents"));
 }
 
-void Device::add(const std::string& file, const fixtures::Picture& picture) const {
-    const std::vector<uint8_t> png = fixtures::encodePng(picture, PNG_COLOR_TYPE_GRAY, 8);
-    addBytes(file, std::string(png.begin(), png.end()));
-}
-
-void Device::addColour(const std::string& file, const fixtures::Picture& picture) const {
-    const std::vector<uint8_t> png = fixtures::encodePng(picture, PNG_COLOR_TYPE_RGB, 8);
+void Device::add(const std::string& file, const fixtures::Picture& picture, bool colour) const {
+    const int type = colour ? PNG_COLOR_TYPE_RGB : PNG_COLOR_TYPE_GRAY;
+    const std::vector<uint8_t> png = fixtures::encodePng(picture, type, 8);
     addBytes(file, std::string(png.begin(), png.end()));
 }
 

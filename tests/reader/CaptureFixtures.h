@@ -53,9 +53,8 @@ public:
     explicit Device(const std::string& deviceIni);
     const std::string& path() const { return folder_.path(); }
     std::string documents() const { return folder_.file("documents"); }
-    // Writes documents/<file> as a grey PNG (through a temporary name, as a feeder would).
-    void add(const std::string& file, const fixtures::Picture& picture) const;
-    void addColour(const std::string& file, const fixtures::Picture& picture) const; // RGB PNG
+    // Writes documents/<file> as a grey or RGB PNG (through a temporary name, as a feeder would).
+    void add(const std::string& file, const fixtures::Picture& picture, bool colour = false) const;
     void addBytes(const std::string& file, const std::string& bytes) const;
     // Settings as ZyrReader_LL_LoadSettings gives them for this device.
     ZyrReaderSettings settings() const;
