@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <string>
+#include <tuple>
 
 namespace {
 
@@ -44,13 +46,18 @@ protected:
     ZyrReaderSettings settings{};
 };
 
+// An image as "WxH corner": its size and where its card's marker lies, which shows turns and mirrors.
+std::string shape(const ZyrImage& image) {
+    return std::to_string(image.Width) + "x" + std::to_string(image.Height) + " " +
+           capture::cornerName(capture::markerCorner(image));
+}
+
 struct OptionCase {
     const char* name;
     uint32_t options;
     uint32_t border;
     float scale;
-    int width, height; // of the processed image
-    Corner marker;
+    const char* image; // as shape() gives it
 };
 
 class PostProcessOptions : public PostProcess, public ::testing::WithParamInterface<OptionCase> {};
@@ -61,42 +68,38 @@ TEST_P(PostProcessOptions, GivesTheImageTheOptionsAskFor) {
     Delivered out;
     ASSERT_EQ(process(snapshot.image(), c.options, out, nullptr, c.border, c.scale), ZYR_OK);
     ASSERT_EQ(out.images.size(), 1u);
-    const ZyrImage& image = *out.images[0].image;
-    EXPECT_EQ(image.Width, c.width);
-    EXPECT_EQ(image.Height, c.height);
-    EXPECT_EQ(image.PixelFormat, ZYR_PIXEL_GREY8);
-    EXPECT_EQ(capture::markerCorner(image), c.marker) << capture::cornerName(capture::markerCorner(image));
-    EXPECT_EQ(out.images[0].side, 0);
-    EXPECT_EQ(out.images[0].lightMask, ZYR_LIGHT_VISIBLE);
+    const Delivered::Entry& entry = out.images[0];
+    EXPECT_EQ(shape(*entry.image), c.image);
+    EXPECT_EQ(std::make_tuple(entry.image->PixelFormat, entry.side, entry.lightMask),
+              std::make_tuple(int32_t(ZYR_PIXEL_GREY8), 0, uint32_t(ZYR_LIGHT_VISIBLE)));
 }
 
 constexpr uint32_t kLocate = ZYR_OPT_LOCATE;
 constexpr uint32_t kCrop = ZYR_OPT_LOCATE | ZYR_OPT_CROP;
+constexpr uint32_t kTurn270 = ZYR_OPT_ROTATE_90 | ZYR_OPT_ROTATE_180;
 
 INSTANTIATE_TEST_SUITE_P(
     Options, PostProcessOptions,
     ::testing::Values(
-        OptionCase{"nothing_keeps_the_frame", 0, 0, 0, 640, 480, Corner::TopLeft},
-        OptionCase{"locate_alone_does_not_cut", kLocate, 0, 0, 640, 480, Corner::TopLeft},
-        OptionCase{"crop_without_locate_has_nothing_to_cut_to", ZYR_OPT_CROP, 0, 0, 640, 480,
-                   Corner::TopLeft},
-        OptionCase{"crop_both", kCrop, 0, 0, 400, 250, Corner::TopLeft},
-        OptionCase{"crop_width_only", kLocate | ZYR_OPT_CROP_WIDTH, 0, 0, 400, 480, Corner::TopLeft},
-        OptionCase{"border_kept_around_the_crop", kCrop, 10, 0, 420, 270, Corner::TopLeft},
-        OptionCase{"border_stops_at_the_frame", kCrop, 500, 0, 640, 480, Corner::TopLeft},
-        OptionCase{"rotate_90_clockwise", kCrop | ZYR_OPT_ROTATE_90, 0, 0, 250, 400, Corner::TopRight},
-        OptionCase{"rotate_180", kCrop | ZYR_OPT_ROTATE_180, 0, 0, 400, 250, Corner::BottomRight},
-        OptionCase{"both_rotations_make_270", kCrop | ZYR_OPT_ROTATE_90 | ZYR_OPT_ROTATE_180, 0, 0, 250, 400,
-                   Corner::BottomLeft},
-        OptionCase{"mirror_horizontal", kCrop | ZYR_OPT_MIRROR_H, 0, 0, 400, 250, Corner::TopRight},
-        OptionCase{"mirror_vertical", kCrop | ZYR_OPT_MIRROR_V, 0, 0, 400, 250, Corner::BottomLeft},
-        OptionCase{"turned_then_mirrored", kCrop | ZYR_OPT_ROTATE_90 | ZYR_OPT_MIRROR_H, 0, 0, 250, 400, Corner::TopLeft},
-        OptionCase{"scale_half", kCrop, 0, 0.5f, 200, 125, Corner::TopLeft},
-        OptionCase{"scale_negative_is_none", kCrop, 0, -2.0f, 400, 250, Corner::TopLeft},
-        OptionCase{"scale_nan_is_none", kCrop, 0, std::nanf(""), 400, 250, Corner::TopLeft},
+        OptionCase{"nothing_keeps_the_frame", 0, 0, 0, "640x480 top-left"},
+        OptionCase{"locate_alone_does_not_cut", kLocate, 0, 0, "640x480 top-left"},
+        OptionCase{"crop_without_locate_has_nothing_to_cut_to", ZYR_OPT_CROP, 0, 0, "640x480 top-left"},
+        OptionCase{"crop_both", kCrop, 0, 0, "400x250 top-left"},
+        OptionCase{"crop_width_only", kLocate | ZYR_OPT_CROP_WIDTH, 0, 0, "400x480 top-left"},
+        OptionCase{"border_kept_around_the_crop", kCrop, 10, 0, "420x270 top-left"},
+        OptionCase{"border_stops_at_the_frame", kCrop, 500, 0, "640x480 top-left"},
+        OptionCase{"rotate_90_clockwise", kCrop | ZYR_OPT_ROTATE_90, 0, 0, "250x400 top-right"},
+        OptionCase{"rotate_180", kCrop | ZYR_OPT_ROTATE_180, 0, 0, "400x250 bottom-right"},
+        OptionCase{"both_rotations_make_270", kCrop | kTurn270, 0, 0, "250x400 bottom-left"},
+        OptionCase{"mirror_horizontal", kCrop | ZYR_OPT_MIRROR_H, 0, 0, "400x250 top-right"},
+        OptionCase{"mirror_vertical", kCrop | ZYR_OPT_MIRROR_V, 0, 0, "400x250 bottom-left"},
+        OptionCase{"turned_then_mirrored", kCrop | ZYR_OPT_ROTATE_90 | ZYR_OPT_MIRROR_H, 0, 0,
+                   "250x400 top-left"},
+        OptionCase{"scale_half", kCrop, 0, 0.5f, "200x125 top-left"},
+        OptionCase{"scale_negative_is_none", kCrop, 0, -2.0f, "400x250 top-left"},
+        OptionCase{"scale_nan_is_none", kCrop, 0, std::nanf(""), "400x250 top-left"},
         OptionCase{"greyscale_sharpen_extra_keep_the_size",
-                   kCrop | ZYR_OPT_GREYSCALE | ZYR_OPT_SHARPEN | ZYR_OPT_EXTRA, 0, 0, 400, 250,
-                   Corner::TopLeft}),
+                   kCrop | ZYR_OPT_GREYSCALE | ZYR_OPT_SHARPEN | ZYR_OPT_EXTRA, 0, 0, "400x250 top-left"}),
     [](const ::testing::TestParamInfo<OptionCase>& info) { return info.param.name; });
 
 // A location found is reported; one given inside the frame is cut as it is and left alone; one
@@ -253,9 +256,7 @@ TEST_F(PostProcess, TwoSidedDeliversSideOneThenSideTwo) {
                   c.result);
         std::vector<std::string> images;
         for (size_t i = 0; i < out.images.size(); ++i) {
-            const ZyrImage& image = *out.images[i].image;
-            images.push_back(std::to_string(image.Width) + "x" + std::to_string(image.Height) + " " +
-                             capture::cornerName(capture::markerCorner(image)));
+            images.push_back(shape(*out.images[i].image));
             EXPECT_EQ(out.images[i].side, int(i + 1));
             EXPECT_EQ(out.images[i].index, int(i));
         }

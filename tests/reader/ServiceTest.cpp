@@ -37,22 +37,18 @@ void readMissingSettings() {
     ZyrReader_LL_LoadSettingsFromIniFile(&settings, "/nonexistent/ZyrReader.ini"); // settings, 1
 }
 
-// "YYYY-MM-DD hh:mm:ss.mmm [category] text" gives the category, anything else "MALFORMED: <line>".
-std::string categoryOf(const std::string& line) {
-    const std::string shape = "dddd-dd-dd dd:dd:dd.ddd [";
-    bool ok = line.size() > shape.size();
-    for (size_t i = 0; ok && i < shape.size(); ++i)
-        ok = shape[i] == 'd' ? std::isdigit(static_cast<unsigned char>(line[i])) != 0 : line[i] == shape[i];
-    const size_t close = ok ? line.find("] ", shape.size()) : std::string::npos;
-    if (close == std::string::npos || close == shape.size() || close + 2 >= line.size())
-        return "MALFORMED: " + line;
-    return line.substr(shape.size(), close - shape.size());
-}
-
+// Of each line "YYYY-MM-DD hh:mm:ss.mmm [category] text" the category, of any other "MALFORMED: <line>".
 std::vector<std::string> categories(const std::vector<std::string>& lines) {
+    const std::string shape = "dddd-dd-dd dd:dd:dd.ddd [";
     std::vector<std::string> found;
-    for (const std::string& line : lines)
-        found.push_back(categoryOf(line));
+    for (const std::string& line : lines) {
+        bool ok = line.size() > shape.size();
+        for (size_t i = 0; ok && i < shape.size(); ++i)
+            ok = shape[i] == 'd' ? std::isdigit(static_cast<unsigned char>(line[i])) != 0 : line[i] == shape[i];
+        const size_t close = ok ? line.find("] ", shape.size()) : std::string::npos;
+        const bool whole = close != std::string::npos && close != shape.size() && close + 2 < line.size();
+        found.push_back(whole ? line.substr(shape.size(), close - shape.size()) : "MALFORMED: " + line);
+    }
     return found;
 }
 

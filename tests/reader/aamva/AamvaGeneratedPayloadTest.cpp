@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -20,13 +21,6 @@ struct CardCase {
     int32_t eye;
     std::string issuer;
 };
-
-std::string replaceCommas(std::string s) {
-    for (char& c : s)
-        if (c == ',')
-            c = ' ';
-    return s;
-}
 
 std::string dateText(const AamvaPayloadDate& d) {
     char text[16];
@@ -45,7 +39,8 @@ std::string itemsOf(const AamvaPayloadDescription& card) {
 // The record a card should give, worked out from its description.
 Fields expectedFields(const CardCase& c) {
     const AamvaPayloadDescription& card = c.card;
-    const std::string middle = replaceCommas(card.middleNames);
+    std::string middle = card.middleNames;
+    std::replace(middle.begin(), middle.end(), ',', ' ');
     const std::string given = card.firstName + (middle.empty() ? "" : " " + middle);
     std::string full = given + " " + card.familyName + (card.suffix.empty() ? "" : " " + card.suffix);
     if (card.version <= 1)
