@@ -1,10 +1,10 @@
 // Test images: a picture model, independent encoders (PNG and JPEG through the codec libraries,
 // BMP written here byte by byte, since no writer makes its rarer variants), a reference JPEG
-// decode, and a strict reader for the BMP files the library produces.
+// decode; the BMP encoder also gives the exact file the library should write.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <string>
 #include <vector>
 
 namespace fixtures {
@@ -55,21 +55,12 @@ struct BmpOptions {
     bool bitfields = false; // BI_BITFIELDS with the masks below (16 and 32 bits)
     uint32_t masks[4] = {0, 0, 0, 0};
     bool omitLastPadding = false;
+    bool greyPalette = false; // 8 bits: the 256 grey levels as the palette, as the library writes
 };
 // The picture's colours must fit the format (distinct colours <= palette size, 5/6 bits, ...).
 std::vector<uint8_t> encodeBmp(const Picture& picture, const BmpOptions& options);
 // The picture as a 16- or 32-bit file stores it: each channel cut to its mask's bits.
 Picture storedInBmp(Picture picture, const BmpOptions& options);
-
-struct BmpFile {
-    int bitsPerPixel = 0;
-    Picture picture; // opaque
-};
-// Reads the library's BMP output, checking every header field; returns false with a reason.
-bool readOutputBmp(const std::vector<uint8_t>& bmp, BmpFile& file, std::string& problem);
-
-// First position and values where two pictures differ, or "" when equal.
-std::string firstDifference(const Picture& expected, const Picture& actual);
 
 } // namespace fixtures
 
