@@ -29,16 +29,10 @@ int indexIn(const std::vector<Rgba>& palette, const Rgba& c) {
 }
 
 int maskBits(uint32_t mask) {
-    int n = 0;
-    for (; mask != 0; mask >>= 1)
-        n += int(mask & 1);
-    return n;
+    return __builtin_popcount(mask);
 }
-int maskShift(uint32_t mask) {
-    int s = 0;
-    while (mask != 0 && (mask & 1) == 0)
-        mask >>= 1, ++s;
-    return s;
+int maskShift(uint32_t mask) { // of a mask that is not zero
+    return __builtin_ctz(mask);
 }
 // The channel masks a 16- or 32-bit file uses: the given ones, or the format's defaults.
 std::vector<uint32_t> masksOf(const BmpOptions& o) {
