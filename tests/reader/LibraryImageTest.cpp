@@ -114,7 +114,6 @@ struct Kind {
 
 const Kind kinds[] = {
     {"grey_image", [] { return static_cast<const void*>(LibraryImage::create(7, 3, ZYR_PIXEL_GREY8)); }},
-    {"colour_image", [] { return static_cast<const void*>(LibraryImage::create(5, 5, ZYR_PIXEL_RGB24)); }},
     {"symbol_result",
      [] {
          return static_cast<const void*>(
