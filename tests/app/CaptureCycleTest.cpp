@@ -13,7 +13,6 @@
 #include <cstring>
 #include <deque>
 #include <iterator>
-#include <ostream>
 
 namespace rd = readerdouble;
 using Strings = std::vector<std::string>;
@@ -284,7 +283,6 @@ struct OverrideCase {
     const char* name;
     bool visible, crop, dark;
     uint8_t detectionFlag;
-    bool readerExtra;
     bool copied;         // the snapshot gets a copy, not the plug-in's record
     uint32_t resolution; // what the snapshot sees
     uint8_t binning;
@@ -304,7 +302,6 @@ TEST_P(VisibleOverride, DecidesTheRecordTheSnapshotSees) {
     shared.Camera.CaptureResolution = 400; // the common values the catalogue wrote
     shared.Camera.Binning = 1;
     ZyrReaderSettings& reader = ReaderSession::Settings();
-    reader.ExtraProcessing = c.readerExtra;
     reader.CommonCaptureResolution = 400;
     reader.CommonBinning = 1;
     session.useVisibleImage = c.visible;
@@ -335,13 +332,12 @@ constexpr uint32_t L = ZYR_OPT_LOCATE, CH = ZYR_OPT_CROP_HEIGHT;
 
 INSTANTIATE_TEST_SUITE_P(
     Checkboxes, VisibleOverride,
-    ::testing::Values(OverrideCase{"plain", false, false, false, 0, false, false, 400, 1, 60, L | CH},
-                      OverrideCase{"visible", true, false, false, 0, false, true, 600, 2, 60, L},
-                      OverrideCase{"visible_with_crop", true, true, false, 0, false, true, 600, 2, 60, L | ZYR_OPT_CROP},
-                      OverrideCase{"visible_reader_extra", true, false, false, 0, true, true, 600, 2, 60, L | ZYR_OPT_EXTRA},
-                      OverrideCase{"visible_but_found_dark", true, false, false, 1, false, false, 400, 1, 60, L | CH},
-                      OverrideCase{"dark_found_dark", false, false, true, 1, false, false, 400, 1, 40, L | CH},
-                      OverrideCase{"visible_dark_found_dark", true, true, true, 1, false, false, 400, 1, 40, L | ZYR_OPT_CROP}),
+    ::testing::Values(OverrideCase{"plain", false, false, false, 0, false, 400, 1, 60, L | CH},
+                      OverrideCase{"visible", true, false, false, 0, true, 600, 2, 60, L},
+                      OverrideCase{"visible_with_crop", true, true, false, 0, true, 600, 2, 60, L | ZYR_OPT_CROP},
+                      OverrideCase{"visible_but_found_dark", true, false, false, 1, false, 400, 1, 60, L | CH},
+                      OverrideCase{"dark_found_dark", false, false, true, 1, false, 400, 1, 40, L | CH},
+                      OverrideCase{"visible_dark_found_dark", true, true, true, 1, false, 400, 1, 40, L | ZYR_OPT_CROP}),
     [](const auto& info) { return std::string(info.param.name); });
 
 // --- Repeat passes, errors, timing ------------------------------------------------------------
