@@ -13,7 +13,6 @@
 #include <cstring>
 #include <deque>
 #include <iterator>
-#include <ostream>
 
 namespace rd = readerdouble;
 using Strings = std::vector<std::string>;
@@ -57,10 +56,6 @@ void ExpectArgs(const rd::Call& call, Strings expected) {
         if (expected[i] == "*")
             expected[i] = call.args[i];
     EXPECT_EQ(call.args, expected) << call.name;
-}
-
-std::string P(const void* p) {
-    return rd::Ptr(p);
 }
 
 class CaptureTest : public SessionFixture {
@@ -165,22 +160,22 @@ TEST_F(CaptureTest, OneSidedCycleCallsTheReaderInOrderWithItsArguments) {
                                        "ImagePluginDecode", "DestroyCachedObject", "DestroyCachedObject",
                                        "DocumentProcessingComplete"}));
     const rd::Call detect = First("CameraDetectDocumentTwoSidedEx");
-    ExpectArgs(detect, {"true", "0", "0", "*", "*", P(&reader), P(&reader.Detect), P(&reader.Locate), "0", "0", "0",
-                        "0", "0", P(&reader.Process), P(&reader.Side), P(&reader.Feed), "0", "null", "true", "true", "*"});
+    ExpectArgs(detect, {"true", "0", "0", "*", "*", rd::Ptr(&reader), rd::Ptr(&reader.Detect), rd::Ptr(&reader.Locate), "0", "0", "0",
+                        "0", "0", rd::Ptr(&reader.Process), rd::Ptr(&reader.Side), rd::Ptr(&reader.Feed), "0", "null", "true", "true", "*"});
     ExpectArgs(First("CameraTakeSnapshot"),
-               {"true", "1", "15", P(&PluginRecord().Camera), P(&reader), "callback", "*", "0", "null"});
+               {"true", "1", "15", rd::Ptr(&PluginRecord().Camera), rd::Ptr(&reader), "callback", "*", "0", "null"});
     const rd::Call process = First("ImagePostProcessImage");
-    ExpectArgs(process, {"true", "*", "1", "300", "true", std::to_string(ZYR_OPT_LOCATE), "0", "12", "0.5", P(&reader),
-                         P(&reader.Locate), detect.args[3], "callback", "*", "0", "null", P(&reader.Process)});
+    ExpectArgs(process, {"true", "*", "1", "300", "true", std::to_string(ZYR_OPT_LOCATE), "0", "12", "0.5", rd::Ptr(&reader),
+                         rd::Ptr(&reader.Locate), detect.args[3], "callback", "*", "0", "null", rd::Ptr(&reader.Process)});
     EXPECT_NE(process.args[1], "null") << "the snapshot the callback delivered is post-processed";
 
     // The session's copy is shown, saved by parity and decoded as side 0; the library's images
     // are released, the snapshot first.
     const ZyrImage* copy = session.Image(PictureId::Main).get();
-    EXPECT_EQ(First("ImagePluginDecode").args[2], P(copy));
+    EXPECT_EQ(First("ImagePluginDecode").args[2], rd::Ptr(copy));
     const std::vector<rd::Call> destroyed = rd::CallsNamed("ZyrReader_DestroyCachedObject");
     EXPECT_EQ(destroyed.at(0).args[0], process.args[1]);
-    EXPECT_NE(destroyed.at(1).args[0], P(copy));
+    EXPECT_NE(destroyed.at(1).args[0], rd::Ptr(copy));
     EXPECT_EQ(view.sets, (std::vector<std::pair<PictureId, const ZyrImage*>>{
                              {PictureId::Main, nullptr}, {PictureId::Side1, nullptr}, {PictureId::Side2, nullptr},
                              {PictureId::Main, copy}}));
@@ -234,7 +229,7 @@ TEST_P(TwoSidedCapture, DecodesBothSidesAndShowsThemOnlyWithCrop) {
     if (crop) {
         for (auto [picture, grey] : {std::pair{PictureId::Side1, 3}, std::pair{PictureId::Side2, 4}}) {
             EXPECT_EQ(session.Image(picture)->Pixels[0], grey);
-            EXPECT_EQ(decodes.at(size_t(grey - 3)).args[2], P(session.Image(picture).get()));
+            EXPECT_EQ(decodes.at(size_t(grey - 3)).args[2], rd::Ptr(session.Image(picture).get()));
         }
         expected.insert(expected.end(), {{PictureId::Side1, "/GlyphorSide1_1.png"}, {PictureId::Side2, "/GlyphorSide2_1.png"}});
     }
@@ -288,7 +283,6 @@ struct OverrideCase {
     const char* name;
     bool visible, crop, dark;
     uint8_t detectionFlag;
-    bool readerExtra;
     bool copied;         // the snapshot gets a copy, not the plug-in's record
     uint32_t resolution; // what the snapshot sees
     uint8_t binning;
@@ -308,7 +302,6 @@ TEST_P(VisibleOverride, DecidesTheRecordTheSnapshotSees) {
     shared.Camera.CaptureResolution = 400; // the common values the catalogue wrote
     shared.Camera.Binning = 1;
     ZyrReaderSettings& reader = ReaderSession::Settings();
-    reader.ExtraProcessing = c.readerExtra;
     reader.CommonCaptureResolution = 400;
     reader.CommonBinning = 1;
     session.useVisibleImage = c.visible;
@@ -339,13 +332,12 @@ constexpr uint32_t L = ZYR_OPT_LOCATE, CH = ZYR_OPT_CROP_HEIGHT;
 
 INSTANTIATE_TEST_SUITE_P(
     Checkboxes, VisibleOverride,
-    ::testing::Values(OverrideCase{"plain", false, false, false, 0, false, false, 400, 1, 60, L | CH},
-                      OverrideCase{"visible", true, false, false, 0, false, true, 600, 2, 60, L},
-                      OverrideCase{"visible_with_crop", true, true, false, 0, false, true, 600, 2, 60, L | ZYR_OPT_CROP},
-                      OverrideCase{"visible_reader_extra", true, false, false, 0, true, true, 600, 2, 60, L | ZYR_OPT_EXTRA},
-                      OverrideCase{"visible_but_found_dark", true, false, false, 1, false, false, 400, 1, 60, L | CH},
-                      OverrideCase{"dark_found_dark", false, false, true, 1, false, false, 400, 1, 40, L | CH},
-                      OverrideCase{"visible_dark_found_dark", true, true, true, 1, false, false, 400, 1, 40, L | ZYR_OPT_CROP}),
+    ::testing::Values(OverrideCase{"plain", false, false, false, 0, false, 400, 1, 60, L | CH},
+                      OverrideCase{"visible", true, false, false, 0, true, 600, 2, 60, L},
+                      OverrideCase{"visible_with_crop", true, true, false, 0, true, 600, 2, 60, L | ZYR_OPT_CROP},
+                      OverrideCase{"visible_but_found_dark", true, false, false, 1, false, 400, 1, 60, L | CH},
+                      OverrideCase{"dark_found_dark", false, false, true, 1, false, 400, 1, 40, L | CH},
+                      OverrideCase{"visible_dark_found_dark", true, true, true, 1, false, 400, 1, 40, L | ZYR_OPT_CROP}),
     [](const auto& info) { return std::string(info.param.name); });
 
 // --- Repeat passes, errors, timing ------------------------------------------------------------
@@ -400,38 +392,25 @@ INSTANTIATE_TEST_SUITE_P(Passes, RemovalCountdown,
                                            CountdownCase{"two_sided_left_lying_is_drawn_in", true, {1}, 5, true, true}),
                          [](const auto& info) { return std::string(info.param.name); });
 
-struct ErrorCase {
-    const char* name;
-    const char* function;
-    int32_t code;
-    bool repeat;
-};
-
-class ReaderErrors : public CaptureTest, public ::testing::WithParamInterface<ErrorCase> {};
-
-TEST_P(ReaderErrors, EndTheCycleWithTheCode) {
-    const ErrorCase& c = GetParam();
+// Location or detection failing ends the cycle with the code, before any snapshot; post-processing
+// failing ends it quietly, and on a two-sided reader the sides failing skips only the sides.
+TEST_F(CaptureTest, ReaderErrorsEndTheCycle) {
     InstallOne(Record("VISIBLE_DOC"));
-    rd::CaptureScript script;
-    script.presentAfterLocate = {1};
-    rd::SetCapture(script);
-    rd::QueueResult(std::string("ZyrReader_") + c.function, c.code);
-    EXPECT_EQ(cycle.Run(job, c.repeat), uint32_t(c.code));
-    const Strings calls = CaptureCalls();
-    EXPECT_EQ(Strings(calls.end() - 2, calls.end()), (Strings{c.function, "DocumentProcessingComplete"}));
-    EXPECT_TRUE(rd::CallsNamed("ZyrReader_CameraTakeSnapshot").empty());
-    EXPECT_TRUE(view.messages.empty()) << "the code is returned, not shown";
-    EXPECT_EQ(session.imageNumber.load(), 0);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Calls, ReaderErrors,
-    ::testing::Values(ErrorCase{"location", "LocateDocumentTwoSidedEx", ZYR_ERR_DEVICE, true},
-                      ErrorCase{"detection_cancelled", "CameraDetectDocumentTwoSidedEx", ZYR_ERR_CANCELLED, false}),
-    [](const auto& info) { return std::string(info.param.name); });
-
-TEST_F(CaptureTest, PostProcessingErrorsEndTheCycleQuietly) {
-    InstallOne(Record("VISIBLE_DOC"));
+    const std::tuple<const char*, int32_t, bool> failures[] = {{"LocateDocumentTwoSidedEx", ZYR_ERR_DEVICE, true},
+                                                                {"CameraDetectDocumentTwoSidedEx", ZYR_ERR_CANCELLED, false}};
+    for (const auto& [function, code, repeat] : failures) {
+        rd::ClearCalls();
+        rd::CaptureScript script;
+        script.presentAfterLocate = {1};
+        rd::SetCapture(script);
+        rd::QueueResult(std::string("ZyrReader_") + function, code);
+        EXPECT_EQ(cycle.Run(job, repeat), uint32_t(code));
+        const Strings calls = CaptureCalls();
+        EXPECT_EQ(Strings(calls.end() - 2, calls.end()), (Strings{function, "DocumentProcessingComplete"}));
+        EXPECT_TRUE(rd::CallsNamed("ZyrReader_CameraTakeSnapshot").empty());
+    }
+    Script(rd::CaptureScript{});
+    rd::ClearCalls();
     rd::QueueResult("ZyrReader_ImagePostProcessImage", ZYR_ERR_NO_DOCUMENT);
     clock = {1000, 1500};
     EXPECT_EQ(cycle.Run(job, false), 0u);

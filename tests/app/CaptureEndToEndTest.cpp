@@ -88,8 +88,6 @@ private slots:
         ReaderSession::Shutdown();
         ReaderSession::Reset();
         qunsetenv("ZYRREADER_DEVICE");
-        app.reset();
-        device.reset();
     }
 
     void captureMultiTakesEveryDocumentAndEndsOnStop() {

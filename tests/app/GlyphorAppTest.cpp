@@ -80,12 +80,7 @@ private slots:
         });
         app.InitInstance();
         QCOMPARE(events, (std::vector<std::string>{"Device folder unreadable after ZyrReader_LL_LoadSettings", "window, capture"}));
-        const std::vector<std::string> calls = rd::CallNames();
-        QCOMPARE(std::vector<std::string>(calls.begin(), calls.begin() + 4),
-                 (std::vector<std::string>{"ZyrReader_SetErrorHandler", "ZyrReader_LL_LoadSettings", "ZyrReader_CameraInitialise",
-                                           "ZyrReader_ImageProcessingInitialise"}));
-        QVERIFY(std::find(calls.begin(), calls.end(), "ZyrReader_CameraShutdown") != calls.end());
-        QCOMPARE(calls.back(), std::string("ZyrReader_DestroyCachedData"));
+        QCOMPARE(rd::CallsNamed("ZyrReader_CameraShutdown").size(), size_t(1)); // the order: ReaderSessionTest
     }
 
     void libraryMessageFromAWorkerDoesNotBlockTheInterface() {

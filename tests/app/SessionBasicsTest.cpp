@@ -1,9 +1,15 @@
-// Button rules the window cannot reach, row texts and stepping through the image files.
+// Button rules the window cannot reach, row texts, stepping through the image files, showing them,
+// and "Glyphor.ini" round trips.
 #include "ButtonRules.h"
+#include "FakeView.h"
 #include "ImageFileList.h"
 #include "ResultText.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
+
+namespace rd = readerdouble;
+using namespace std::string_literals;
 
 namespace {
 
@@ -19,7 +25,6 @@ TEST(ButtonRules, BusyOrAnEmptiedListTurnButtonsOff) {
 }
 
 TEST(ResultRowText, SpellsOutControlCodesOnOneLine) {
-    using namespace std::string_literals;
     const struct {
         std::string bytes, shown;
         RowBytes encoding = RowBytes::Latin1;
@@ -84,6 +89,120 @@ TEST(ImageFileList, ReplaceStartsAtTheFirstAndClearKeepsTheIndex) {
     list.Replace({"x"});
     EXPECT_EQ(list.CurrentIndex(), 0);
     EXPECT_EQ(list.CurrentPath().value_or(""), "x");
+}
+
+class SessionTest : public SessionFixture {
+protected:
+    void SetUp() override {
+        for (const char* name : {"KVDECODE_A.so", "KVDECODE_B.so", "KVDECODE_C.so"}) {
+            plugins.write(name, "");
+            rd::AddPlugin({name});
+        }
+    }
+
+    // A session as the window makes it: plug-ins loaded, then settings.
+    std::unique_ptr<TestSession> Start(FakeView& view, const std::string& executableFolder) {
+        auto session = std::make_unique<TestSession>(view);
+        session->loadImage = view.Loader();
+        session->executableFolder = executableFolder;
+        session->LoadPlugins();
+        session->LoadSettings();
+        return session;
+    }
+    // "image number|selected plug-ins|filter index"
+    static std::string State(TestSession& s) {
+        return std::to_string(s.imageNumber) + "|" + s.plugins.SelectedNames().str() + "|" + std::to_string(s.files.FilterIndex());
+    }
+};
+
+TEST_F(SessionTest, SettingsSurviveARestartWhenBothFoldersAreTheSame) {
+    {
+        auto first = Start(view, appFolder.path() + "/");
+        first->imageNumber = 57;
+        first->plugins.SetSelected(0, true);
+        first->plugins.SetSelected(2, true);
+        first->files.SetFilterIndex(2);
+        first->SaveSettings();
+    }
+    EXPECT_EQ(readFile(appFolder.file("Glyphor.ini")),
+              "[Previous_State]\r\nBitmapID=57\r\nSelectedPlugins=A,C\r\nFileDlgFilterIndex=2\r\n");
+    FakeView secondView;
+    auto second = Start(secondView, appFolder.path());
+    EXPECT_EQ(State(*second), "57|A,C|2");
+    EXPECT_TRUE(secondView.messages.empty());
+}
+
+TEST_F(SessionTest, SavedNextToTheExecutableButReadFromTheApplicationFolder) {
+    TempFolder executable;
+    {
+        auto first = Start(view, executable.path());
+        first->imageNumber = 9;
+        first->plugins.SetSelected(1, true);
+        first->SaveSettings();
+    }
+    EXPECT_TRUE(std::filesystem::exists(executable.file("Glyphor.ini")));
+    EXPECT_FALSE(std::filesystem::exists(appFolder.file("Glyphor.ini")));
+    auto second = Start(view, executable.path());
+    EXPECT_EQ(second->imageNumber, 0) << "the two folders differ: nothing is read back, as intended";
+    EXPECT_STREQ(second->plugins.SelectedNames().str(), "");
+}
+
+// Each file gives the defaults or what it still holds, silently.
+TEST_F(SessionTest, BrokenSettingsGiveDefaultsWithoutAMessage) {
+    const std::pair<std::string, const char*> files[] = { // content, State
+        {"", "0||0"},
+        {"\x01\x02\xff\xfe\0\0[[[==="s, "0||0"},
+        {"BitmapID=5\nSelectedPlugins=A\n", "0||0"},    // no section
+        {"[previous_state]\nBitmapID=5\n", "0||0"},      // another section's name
+        {"[Previous_State]\nBitmapID=abc\nFileDlgFilterIndex=2x\n", "0||2"},
+        {"[Previous_State]\nSelectedPlugins=X,Y,,\n", "0||0"},
+        {"[Previous_State]\rBitmapID=8\rSelectedPlugins=C\r", "8|C|0"}, // CR-only lines
+    };
+    for (const auto& [content, expected] : files) {
+        appFolder.write("Glyphor.ini", content);
+        EXPECT_EQ(State(*Start(view, appFolder.path())), expected) << content;
+    }
+    EXPECT_TRUE(view.messages.empty());
+}
+
+TEST_F(SessionTest, MissingOrUnreadableFileKeepsTheDefaultsAndAFailedSaveIsSilent) {
+    EXPECT_EQ(Start(view, appFolder.path())->imageNumber, 0);
+    std::filesystem::create_directory(appFolder.file("Glyphor.ini")); // exists, but cannot be read as a file
+    EXPECT_EQ(Start(view, appFolder.path())->imageNumber, 0);
+    auto session = Start(view, appFolder.path() + "/no/such/folder/");
+    session->imageNumber = 3;
+    session->SaveSettings();
+    EXPECT_FALSE(std::filesystem::exists(appFolder.file("no")));
+    EXPECT_TRUE(view.messages.empty());
+}
+
+// ---- Showing files -------------------------------------------------------------------------
+
+TEST_F(SessionTest, EveryShowRaisesTheImageNumberAlsoBackAndForth) {
+    auto session = Start(view, appFolder.path());
+    session->OpenImages({"a", "b", "c"}, 1);
+    const std::pair<char, int32_t> steps[] = {{'n', 1}, {'n', 2}, {'p', 1}, {'n', 2}, {'p', 1}, {'p', 0}};
+    int32_t number = session->imageNumber;
+    for (const auto& [direction, index] : steps) {
+        direction == 'n' ? session->NextImage() : session->PreviousImage();
+        EXPECT_EQ(session->files.CurrentIndex(), index);
+        EXPECT_EQ(session->imageNumber, ++number);
+    }
+    EXPECT_EQ(view.loads, (std::vector<std::string>{"a", "b", "c", "b", "c", "b", "a"}));
+    EXPECT_EQ(view.buttonUpdates, 1 + 6);
+}
+
+TEST_F(SessionTest, AnUnreadableFileStillChangesCaptionAndNumberAndOpeningNothingShowsNothing) {
+    auto session = Start(view, appFolder.path());
+    session->OpenImages({"missing.png", "b"}, 1);
+    EXPECT_EQ(session->imageNumber, 1);
+    EXPECT_EQ(view.captions.back(), "Glyphor - missing.png");
+    EXPECT_EQ(view.sets.back().second, nullptr);
+    session->OpenImages({}, 4);
+    EXPECT_EQ(session->files.Count(), 0);
+    EXPECT_EQ(view.loads.size(), 1u);
+    EXPECT_EQ(session->files.FilterIndex(), 4u);
+    EXPECT_FALSE(session->Buttons().decodeImage);
 }
 
 } // namespace
