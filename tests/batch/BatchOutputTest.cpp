@@ -79,8 +79,8 @@ TEST_F(BatchOutputTest, CsvAndJsonCarryTheExactBytesSymbologyEciAndVerdict) {
     ASSERT_EQ(csv.status + json.status, 0) << csv.err << json.err;
     EXPECT_NE(csv.err.find("Image Count: 6\n"), std::string::npos) << "the statistics stay out of the CSV";
     EXPECT_EQ(json.err, "");
-    const std::string licence = ReadFile(SamplePath("aamva-pdf417.txt"));
-    const std::string utf8 = ReadFile(SamplePath("eci-utf8-qrcode.txt"));
+    const std::string licence = readFile(SamplePath("aamva-pdf417.txt"));
+    const std::string utf8 = readFile(SamplePath("eci-utf8-qrcode.txt"));
     // Plug-ins in list order; file, plug-in, results, symbology, ECI, symbols, status, bytes, text, verdict.
     std::vector<std::vector<std::string>> expected;
     for (const char* plugin : {"QRCode", "ZXing"}) {
