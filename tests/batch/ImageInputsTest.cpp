@@ -1,5 +1,6 @@
 // Which files a command line's paths stand for, in which order and under which names.
 #include "ImageInputs.h"
+#include "TempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -13,10 +14,6 @@ namespace {
 class ImageInputsTest : public testing::Test {
 protected:
     void SetUp() override {
-        // One folder per test: ctest runs the tests of this suite side by side.
-        m_root = fs::path(testing::TempDir()) / "image-inputs" /
-                 testing::UnitTest::GetInstance()->current_test_info()->name();
-        fs::remove_all(m_root);
         for (const char* file : {"b.png", "a.JPG", "notes.txt", "c.jpeg", "sub/z.bmp", "sub/deeper/y.png",
                                  "sub/readme.md", "other/x.png"}) {
             fs::create_directories((m_root / file).parent_path());
@@ -24,11 +21,11 @@ protected:
         }
         fs::create_directories(m_root / "folder.png"); // a folder with an image name is not an image
     }
-    void TearDown() override { fs::remove_all(m_root); }
 
     std::string At(const char* relative) const { return (m_root / relative).string(); }
 
-    fs::path m_root;
+    TempFolder m_folder;
+    fs::path m_root = m_folder.path();
 };
 
 // A folder is searched for images recursively, sorted by relative path, without following linked

@@ -24,28 +24,25 @@ TEST(TextEncoding, Base64) {
         EXPECT_EQ(TextEncoding::Base64(c.input), c.expected) << c.name;
 }
 
-TEST(TextEncoding, JsonStringOfLatin1Text) {
-    const Case cases[] = {
-        {"quote and backslash", "a\"b\\c", "\"a\\\"b\\\\c\""},
-        {"line ends and tab", "a\r\nb\tc", "\"a\\r\\nb\\tc\""},
-        {"other control bytes", Bytes("\x1e\0\x7f", 3), "\"\\u001e\\u0000\\u007f\""},
-        {"high bytes are ISO-8859-1", "\xfc\xdf", "\"\\u00fc\\u00df\""},
+// Text read as ISO-8859-1 (latin1) or as UTF-8, whose broken sequences fall back to Latin-1.
+TEST(TextEncoding, JsonString) {
+    const struct {
+        bool latin1;
+        Case c;
+    } cases[] = {
+        {true, {"quote and backslash", "a\"b\\c", "\"a\\\"b\\\\c\""}},
+        {true, {"line ends and tab", "a\r\nb\tc", "\"a\\r\\nb\\tc\""}},
+        {true, {"other control bytes", Bytes("\x1e\0\x7f", 3), "\"\\u001e\\u0000\\u007f\""}},
+        {true, {"high bytes are ISO-8859-1", "\xfc\xdf", "\"\\u00fc\\u00df\""}},
+        {false, {"two-byte character", "Gr\xc3\xbc\xc3\x9f" "e", "\"Gr\\u00fc\\u00dfe\""}},
+        {false, {"three-byte character", "\xe2\x82\xac", "\"\\u20ac\""}},
+        {false, {"four-byte character becomes a surrogate pair", "\xf0\x9f\x98\x80", "\"\\ud83d\\ude00\""}},
+        {false, {"lone continuation byte read as Latin-1", "a\x80" "b", "\"a\\u0080b\""}},
+        {false, {"overlong form read as Latin-1", "\xe0\x80\xaf", "\"\\u00e0\\u0080\\u00af\""}},
+        {false, {"surrogate code read as Latin-1", "\xed\xa0\x80", "\"\\u00ed\\u00a0\\u0080\""}},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(TextEncoding::JsonString(c.input, true), c.expected) << c.name;
-}
-
-TEST(TextEncoding, JsonStringOfUtf8Text) {
-    const Case cases[] = {
-        {"two-byte character", "Gr\xc3\xbc\xc3\x9f" "e", "\"Gr\\u00fc\\u00dfe\""},
-        {"three-byte character", "\xe2\x82\xac", "\"\\u20ac\""},
-        {"four-byte character becomes a surrogate pair", "\xf0\x9f\x98\x80", "\"\\ud83d\\ude00\""},
-        {"lone continuation byte read as Latin-1", "a\x80" "b", "\"a\\u0080b\""},
-        {"overlong form read as Latin-1", "\xe0\x80\xaf", "\"\\u00e0\\u0080\\u00af\""},
-        {"surrogate code read as Latin-1", "\xed\xa0\x80", "\"\\u00ed\\u00a0\\u0080\""},
-    };
-    for (const Case& c : cases)
-        EXPECT_EQ(TextEncoding::JsonString(c.input, false), c.expected) << c.name;
+    for (const auto& [latin1, c] : cases)
+        EXPECT_EQ(TextEncoding::JsonString(c.input, latin1), c.expected) << c.name;
 }
 
 TEST(TextEncoding, CsvField) {
