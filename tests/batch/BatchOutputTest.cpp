@@ -135,7 +135,7 @@ TEST_F(BatchOutputTest, CsvAndJsonCarryTheExactBytesSymbologyEciAndVerdict) {
                             std::to_string(row["symbols"].toArray().size()), Str(row["status"]), data,
                             Str(row["text"]), Str(row["expected"])});
     }
-    EXPECT_EQ(fromJson, expected);
+    ASSERT_EQ(fromJson, expected);
     EXPECT_TRUE(document["rows"].toArray()[0].toObject()["text"].isNull()) << "binary data has no text";
     const QJsonObject statistics = document["statistics"].toObject();
     EXPECT_EQ(std::make_pair(statistics["imageCount"].toInt(-1), statistics["symbolsCount"].toInt(-1)),
