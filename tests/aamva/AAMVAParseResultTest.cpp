@@ -11,10 +11,6 @@ namespace {
 
 using Log = std::vector<std::string>;
 
-std::vector<uint8_t> Bytes(const std::string& s) {
-    return std::vector<uint8_t>(s.begin(), s.end());
-}
-
 std::vector<uint8_t> Raw(const AAMVAParseResult& p) {
     return std::vector<uint8_t>(p.RawData(), p.RawData() + p.RawLength());
 }
@@ -29,22 +25,33 @@ protected:
     RecordBuilder full;
 };
 
-TEST_F(AAMVAParseResultTest, StartsTheParserOnlyWhenItIsNotRunning) {
+// Every byte is copied (NUL, line breaks, bytes above 0x7F), also when the caller's buffer goes
+// away; a library that accepts no bytes leaves an empty copy, not the previous one.
+TEST_F(AAMVAParseResultTest, StartsTheParserOnlyWhenItIsNotRunningAndCopiesEveryByte) {
+    const std::vector<uint8_t> bytes = {'@', '\n', 0x1e, '\r', 0, 0xff, 0};
     for (const bool initialised : {false, true}) {
         ParseDouble::Script script;
         script.initialised = initialised;
         Start(script);
         {
             AAMVAParseResult p;
-            const auto bytes = Bytes("@\n\x1e");
-            ASSERT_EQ(p.Parse(bytes.data(), 3), 0);
-            const Log expected = initialised ? Log{"IsParsingInitialised", "ParseAAMVA 3"}
-                                             : Log{"IsParsingInitialised", "ParseInitialise", "ParseAAMVA 3"};
+            std::vector<uint8_t> caller = bytes;
+            ASSERT_EQ(p.Parse(caller.data(), static_cast<int32_t>(caller.size())), 0);
+            caller.assign(caller.size(), 'x');
+            const Log expected = initialised ? Log{"IsParsingInitialised", "ParseAAMVA 7"}
+                                             : Log{"IsParsingInitialised", "ParseInitialise", "ParseAAMVA 7"};
             EXPECT_EQ(ParseDouble::Log(), expected);
             ASSERT_NE(p.Record(), nullptr);
             EXPECT_STREQ(p.Record()->Surname, "DOE");
             EXPECT_EQ(Raw(p), bytes);
+            EXPECT_EQ(ParseDouble::LastBytes(), bytes);
             EXPECT_EQ(ParseDouble::Outstanding(), 1);
+            const std::pair<const uint8_t*, int32_t> empty[] = {{bytes.data(), 0}, {nullptr, 10}, {bytes.data(), -4}};
+            for (const auto& [data, length] : empty) {
+                ASSERT_EQ(p.Parse(bytes.data(), 3), 0);
+                ASSERT_EQ(p.Parse(data, length), 0);
+                EXPECT_EQ(std::make_pair(p.RawData(), p.RawLength()), std::make_pair((const uint8_t*)nullptr, 0));
+            }
         }
         EXPECT_EQ(ParseDouble::Outstanding(), 0) << "the destructor releases the record";
     }
@@ -70,40 +77,18 @@ TEST_F(AAMVAParseResultTest, FailuresReturnTheLibraryCodeAndKeepTheOldBytes) {
         script.initialised = true;
         Start(script);
         AAMVAParseResult p;
-        const auto good = Bytes("good"), bad = Bytes("wrong");
-        ASSERT_EQ(p.Parse(good.data(), 4), 0) << c.what;
+        const std::string good = "good", bad = "wrong";
+        ASSERT_EQ(p.Parse(reinterpret_cast<const uint8_t*>(good.data()), 4), 0) << c.what;
         ParseDouble::Script& now = ParseDouble::Current();
         now.initialised = !c.parserDown;
         now.initialiseCode = c.initialiseCode;
         now.parseCodes = {c.parseCode};
         const std::size_t before = ParseDouble::Log().size();
-        EXPECT_EQ(p.Parse(bad.data(), 5), c.initialiseCode != 0 ? c.initialiseCode : c.parseCode) << c.what;
+        EXPECT_EQ(p.Parse(reinterpret_cast<const uint8_t*>(bad.data()), 5), c.initialiseCode != 0 ? c.initialiseCode : c.parseCode) << c.what;
         EXPECT_EQ(Log(ParseDouble::Log().begin() + long(before), ParseDouble::Log().end()), c.log) << c.what;
         EXPECT_EQ(p.Record(), nullptr) << c.what;
-        EXPECT_EQ(Raw(p), good) << c.what << ": the copy is replaced only on success";
+        EXPECT_EQ(Raw(p), std::vector<uint8_t>(good.begin(), good.end())) << c.what << ": the copy is replaced only on success";
         EXPECT_EQ(ParseDouble::Outstanding(), 0) << c.what;
-    }
-}
-
-// Every byte is copied (NUL, line breaks, bytes above 0x7F); a library that accepts no bytes
-// leaves an empty copy, not the previous one.
-TEST_F(AAMVAParseResultTest, CopyHoldsEveryByteAndNoBytesLeaveNone) {
-    ParseDouble::Script script;
-    script.initialised = true;
-    Start(script);
-    const std::vector<uint8_t> bytes = {'@', '\n', 0x1e, '\r', 0, 0xff, 0};
-    std::vector<uint8_t> caller = bytes;
-    AAMVAParseResult p;
-    ASSERT_EQ(p.Parse(caller.data(), static_cast<int32_t>(caller.size())), 0);
-    caller.assign(caller.size(), 'x'); // the caller's buffer may go away
-    EXPECT_EQ(Raw(p), bytes);
-    EXPECT_EQ(ParseDouble::LastBytes(), bytes);
-    const std::pair<const uint8_t*, int32_t> empty[] = {{bytes.data(), 0}, {nullptr, 10}, {bytes.data(), -4}};
-    for (const auto& [data, length] : empty) {
-        ASSERT_EQ(p.Parse(bytes.data(), 3), 0);
-        ASSERT_EQ(p.Parse(data, length), 0);
-        EXPECT_EQ(p.RawLength(), 0) << length;
-        EXPECT_EQ(p.RawData(), nullptr) << length;
     }
 }
 

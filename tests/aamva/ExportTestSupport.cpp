@@ -18,3 +18,7 @@ std::string XmlProblems(const std::string& path) {
     }
     return output;
 }
+
+bool HasLine(const std::string& file, const std::string& line) {
+    return file.find("\r\n" + line + "\r\n") != std::string::npos;
+}

@@ -17,10 +17,7 @@ protected:
         const fs::path plugins = m_dir / "plugins";
         fs::create_directories(plugins);
         fs::copy_file(FAULTY_PLUGIN_PATH, plugins / "KVDECODE_Faulty.so");
-        WriteFile((plugins / "#KVDECODE_Faulty.ini").string(), "[Host]\nTimeLimitSeconds=2\n");
-        WriteFile(Path("reader.ini"), "[Folders]\nPluginFolder=" + plugins.string() +
-                                          "\nPluginSettingsFolder=" + plugins.string() +
-                                          "\nApplicationFolder=" + m_dir.string() + "\n");
+        writeFile((plugins / "#KVDECODE_Faulty.ini").string(), "[Host]\nTimeLimitSeconds=2\n");
         const std::pair<const char*, uint8_t> images[] = {
             {"a-good.png", 1}, {"b-abort.png", 'A'}, {"c-hang.png", 'H'}, {"d-good.png", 2}};
         for (const auto& [name, first] : images) {
@@ -31,7 +28,7 @@ protected:
             image.pixels[0] = first;
             EXPECT_TRUE(glyphor::samples::writePng(Path(std::string("images/") + name), image)) << name;
         }
-        return Path("reader.ini");
+        return WriteSettings(plugins.string(), "reader.ini", plugins.string());
     }
 };
 
@@ -62,7 +59,7 @@ TEST_F(BatchCrashTest, CrashedAndTimedOutDecodesAreNamedInCsvAndJson) {
 // Every job loads every plug-in, but only a plug-in that decodes keeps a host: one per job for
 // the one selected, and each plug-in is opened once to load it however many jobs there are.
 TEST_F(BatchCrashTest, OneSelectedPluginStartsOneHostPerJob) {
-    WriteFile(WriteSettings(), ReadFile(Path("reader.ini")) + "[Logging]\nLevel=3\nMask=0x02\n");
+    writeFile(WriteSettings(), readFile(Path("reader.ini")) + "[Logging]\nLevel=3\nMask=0x02\n");
     for (const char* sample : {"qrcode-plain.png", "code128-plain.png", "ean8-plain.png", "aztec-plain.png"})
         CopySample(sample, std::string("images/") + sample, false);
     const RunResult run =
@@ -70,7 +67,7 @@ TEST_F(BatchCrashTest, OneSelectedPluginStartsOneHostPerJob) {
                  m_dir.string());
     ASSERT_EQ(run.status, 0) << run.err;
     int decoding = 0, loading = 0, plugins = 0;
-    for (const std::string& line : Lines(ReadFile(Path("Glyphor.log")))) {
+    for (const std::string& line : Lines(readFile(Path("Glyphor.log")))) {
         if (line.find("runs in host process") != std::string::npos) {
             ++decoding;
             EXPECT_NE(line.find("KVDECODE_ZXing.so"), std::string::npos) << line;

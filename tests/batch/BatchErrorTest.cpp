@@ -8,13 +8,13 @@ class BatchErrorTest : public BatchFixture {};
 
 TEST_F(BatchErrorTest, EachFailureIsOneLineWithItsExitStatus) {
     CopySample("qrcode-plain.png", "good.png");
-    WriteFile(Path("text.png"), "this is not an image\n");
-    WriteFile(Path("cut.png"), ReadFile(SamplePath("qrcode-plain.png")).substr(0, 200));
-    WriteFile(Path("blocker"), "a file where a folder should be");
+    writeFile(Path("text.png"), "this is not an image\n");
+    writeFile(Path("cut.png"), readFile(SamplePath("qrcode-plain.png")).substr(0, 200));
+    writeFile(Path("blocker"), "a file where a folder should be");
     const std::string settings = WriteSettings();
     const std::string missingFolder = Path("no-such-folder");
-    WriteFile(Path("broken.json"), "{\"rows\": [\n{\"file\": ");
-    WriteFile(Path("other.json"), "{\"rows\": [{\"file\": \"x.png\", \"plugin\": \"ZXing\"}]}");
+    writeFile(Path("broken.json"), "{\"rows\": [\n{\"file\": ");
+    writeFile(Path("other.json"), "{\"rows\": [{\"file\": \"x.png\", \"plugin\": \"ZXing\"}]}");
     const std::string noPlugins = Path("empty-plugins");
     std::filesystem::create_directories(noPlugins);
     struct Case {

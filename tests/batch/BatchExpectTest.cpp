@@ -15,12 +15,12 @@ std::vector<std::string> SummaryLines(const std::string& out) {
 TEST_F(BatchExpectTest, SummaryCountsPassesMisreadsAndMissesPerPlugin) {
     CopySample("qrcode-plain.png", "good.png");
     CopySample("qrcode-plain.png", "wrong.png", false);
-    WriteFile(Path("wrong.txt"), "SOMETHING ELSE");
+    writeFile(Path("wrong.txt"), "SOMETHING ELSE");
     CopySample("no-symbol.png", "blank.png", false);
-    WriteFile(Path("blank.txt"), "X");
+    writeFile(Path("blank.txt"), "X");
     CopySample("qrcode-plain.png", "unchecked.png", false);
     CopySample("two-qrcode.png", "swapped.png", false);
-    WriteFile(Path("swapped.txt"), "SECOND QR\nFIRST QR\n");
+    writeFile(Path("swapped.txt"), "SECOND QR\nFIRST QR\n");
     CopySample("mixed-formats.png", "partial.png");
     CopySample("no-symbol.png", "empty.png");
     CopySample("sjis-qrcode.png", "sjis.png"); // Shift_JIS bytes against a UTF-8 text file
@@ -43,14 +43,14 @@ TEST_F(BatchExpectTest, OutputFolderGetsBytesAndAamvaExportsMirroringSubfolders)
     const std::string out = Path("out");
     const RunResult run = RunBatch({"-s", WriteSettings(), "-p", "ZXing,QRCode", "-o", out, Path("")});
     ASSERT_EQ(run.status, 0) << run.err;
-    const std::string aamva = ReadFile(SamplePath("aamva-pdf417.txt"));
-    EXPECT_EQ(ReadFile(out + "/licence.png.ZXing.bin"), aamva);
-    const std::string text = ReadFile(out + "/licence.png.ZXing.aamva.txt");
+    const std::string aamva = readFile(SamplePath("aamva-pdf417.txt"));
+    EXPECT_EQ(readFile(out + "/licence.png.ZXing.bin"), aamva);
+    const std::string text = readFile(out + "/licence.png.ZXing.aamva.txt");
     EXPECT_EQ(text.rfind("<AAMVA>\r\n", 0), 0u) << text.substr(0, 40);
     EXPECT_NE(text.find("\r\n</AAMVA>\r\n"), std::string::npos);
-    EXPECT_NE(ReadFile(out + "/licence.png.ZXing.aamva.xml").find("<AAMVAData>"), std::string::npos);
-    EXPECT_EQ(ReadFile(out + "/sub/binary.png.ZXing.bin"), ReadFile(SamplePath("binary-qrcode.txt")));
-    EXPECT_EQ(ReadFile(out + "/sub/binary.png.QRCode.bin"), ReadFile(SamplePath("binary-qrcode.txt")));
+    EXPECT_NE(readFile(out + "/licence.png.ZXing.aamva.xml").find("<AAMVAData>"), std::string::npos);
+    EXPECT_EQ(readFile(out + "/sub/binary.png.ZXing.bin"), readFile(SamplePath("binary-qrcode.txt")));
+    EXPECT_EQ(readFile(out + "/sub/binary.png.QRCode.bin"), readFile(SamplePath("binary-qrcode.txt")));
     std::vector<std::string> written;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(out)) {
         if (entry.is_regular_file())
@@ -82,7 +82,7 @@ TEST_F(BatchExpectTest, DefaultPluginsAreTheSavedSelectionElseAll) {
     EXPECT_EQ(PluginsOfRows(run.out),
               (std::vector<std::string>{"DataMatrix", "Pdf417", "QRCode", "ZBar", "ZXing"}));
 
-    WriteFile(Path("Glyphor.ini"),
+    writeFile(Path("Glyphor.ini"),
               "[Previous_State]\r\nBitmapID=57\r\nSelectedPlugins=ZXing,Gone,QRCode\r\n");
     run = RunBatch(args);
     ASSERT_EQ(run.status, 0) << run.err;
@@ -91,10 +91,10 @@ TEST_F(BatchExpectTest, DefaultPluginsAreTheSavedSelectionElseAll) {
 
     run = RunBatch({"-s", settings, "-f", "csv", "-p", "ZBar", Path("good.png")});
     EXPECT_EQ(PluginsOfRows(run.out), (std::vector<std::string>{"ZBar"})) << "the command line wins";
-    EXPECT_NE(ReadFile(Path("Glyphor.ini")).find("BitmapID=57"), std::string::npos)
+    EXPECT_NE(readFile(Path("Glyphor.ini")).find("BitmapID=57"), std::string::npos)
         << "a batch run saves nothing";
 
-    WriteFile(Path("Glyphor.ini"), "[Previous_State]\r\nSelectedPlugins=\r\n");
+    writeFile(Path("Glyphor.ini"), "[Previous_State]\r\nSelectedPlugins=\r\n");
     run = RunBatch(args);
     EXPECT_EQ(PluginsOfRows(run.out).size(), 5u) << "an empty saved selection means all";
 }

@@ -6,16 +6,6 @@ namespace fs = std::filesystem;
 
 namespace batchtest {
 
-void BatchFixture::SetUp() {
-    const testing::TestInfo* info = testing::UnitTest::GetInstance()->current_test_info();
-    m_dir =
-        fs::path(testing::TempDir()) / "batch" / (std::string(info->test_suite_name()) + "." + info->name());
-    fs::remove_all(m_dir);
-    fs::create_directories(m_dir);
-}
-
-void BatchFixture::TearDown() { fs::remove_all(m_dir); }
-
 void BatchFixture::CopySample(const std::string& sample, const std::string& as, bool withText) {
     const fs::path source = SamplePath(sample);
     fs::create_directories((m_dir / as).parent_path());
@@ -35,13 +25,14 @@ void BatchFixture::MakeQrImage(const std::string& name, const std::string& paylo
     std::string error;
     ASSERT_TRUE(renderSample(sample, image, error)) << error;
     ASSERT_TRUE(writeSample(Path(name + ".png"), sample, image));
-    WriteFile(Path(name + ".txt"), payload);
+    writeFile(Path(name + ".txt"), payload);
 }
 
-std::string BatchFixture::WriteSettings(const std::string& pluginFolder, const std::string& fileName) {
+std::string BatchFixture::WriteSettings(const std::string& pluginFolder, const std::string& fileName,
+                                       const std::string& settingsFolder) {
     const std::string path = Path(fileName);
-    const std::string plugins = pluginFolder.empty() ? PluginDir() : pluginFolder;
-    WriteFile(path, "[Folders]\nPluginFolder=" + plugins + "\nPluginSettingsFolder=" + PluginDir() +
+    writeFile(path, "[Folders]\nPluginFolder=" + (pluginFolder.empty() ? PluginDir() : pluginFolder) +
+                        "\nPluginSettingsFolder=" + (settingsFolder.empty() ? PluginDir() : settingsFolder) +
                         "\nApplicationFolder=" + m_dir.string() + "\n");
     return path;
 }

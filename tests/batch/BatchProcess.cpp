@@ -5,11 +5,7 @@
 #include <QJsonDocument>
 #include <QProcess>
 
-#include <filesystem>
-#include <fstream>
 #include <sstream>
-
-namespace fs = std::filesystem;
 
 namespace batchtest {
 
@@ -96,18 +92,6 @@ QJsonArray TimelessRows(const std::string& json) {
         rows.append(row);
     }
     return rows;
-}
-
-std::string ReadFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return bytes.str();
-}
-
-void WriteFile(const std::string& path, const std::string& bytes) {
-    fs::create_directories(fs::path(path).parent_path());
-    std::ofstream(path, std::ios::binary) << bytes;
 }
 
 std::string SamplesDir() { return GLYPHOR_SAMPLES_DIR; }

@@ -29,9 +29,6 @@ std::vector<std::vector<std::string>> ParseCsv(const std::string& text);
 QJsonObject ParseJson(const std::string& text);
 QJsonArray TimelessRows(const std::string& json);
 
-std::string ReadFile(const std::string& path);
-void WriteFile(const std::string& path, const std::string& bytes);
-
 std::string SamplesDir();
 std::string SamplePath(const std::string& fileName);
 std::string PluginDir();

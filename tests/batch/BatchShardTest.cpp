@@ -21,13 +21,13 @@ TEST_F(BatchShardTest, ShardsMergedEqualOneRun) {
         const RunResult shard = RunBatch(args);
         ASSERT_EQ(shard.status, 0) << shard.err;
         rows += TimelessRows(shard.out).size();
-        WriteFile(Path("s" + std::to_string(k) + ".json"), shard.out);
+        writeFile(Path("s" + std::to_string(k) + ".json"), shard.out);
         merge.push_back(Path("s" + std::to_string(k) + ".json"));
     }
     const RunResult merged = RunBatch(merge);
     ASSERT_EQ(merged.status, 0) << merged.err;
     EXPECT_EQ(merged.out + merged.err, "");
-    const std::string json = ReadFile(Path("merged.json"));
+    const std::string json = readFile(Path("merged.json"));
     const QJsonArray expected = TimelessRows(whole.out);
     EXPECT_EQ(rows, size_t(expected.size()));
     EXPECT_EQ(TimelessRows(json), expected);
@@ -42,7 +42,7 @@ TEST_F(BatchShardTest, ShardsMergedEqualOneRun) {
     EXPECT_EQ(twice.status, 2);
     EXPECT_EQ(twice.err, "glyphor-batch: overlapping shards: " + Path("s1.json") + " and " + Path("s1.json") +
                              " are both shard 1/3\n");
-    EXPECT_EQ(ReadFile(Path("merged.json")), json);
+    EXPECT_EQ(readFile(Path("merged.json")), json);
 }
 
 TEST_F(BatchShardTest, BaselineOfAnotherPluginSettingTellsWhatWasLost) {
@@ -52,18 +52,17 @@ TEST_F(BatchShardTest, BaselineOfAnotherPluginSettingTellsWhatWasLost) {
     // The same plug-in with another setting: no harder tries, a fixed threshold (which loses the
     // low-contrast image and reads the noisy one).
     std::filesystem::create_directories(Path("weak"));
-    std::string ini = ReadFile(PluginDir() + "/#KVDECODE_ZXing.ini");
+    std::string ini = readFile(PluginDir() + "/#KVDECODE_ZXing.ini");
     for (const auto& [from, to] : {std::pair<std::string, std::string>{"TryHarder=1", "TryHarder=0"},
                                    {"Binarizer=LocalAverage", "Binarizer=FixedThreshold"}}) {
         ASSERT_NE(ini.find(from), std::string::npos) << from;
         ini.replace(ini.find(from), from.size(), to);
     }
-    WriteFile(Path("weak/#KVDECODE_ZXing.ini"), ini);
-    WriteFile(Path("weak.ini"), "[Folders]\nPluginFolder=" + PluginDir() + "\nPluginSettingsFolder=" +
-                                    Path("weak") + "\nApplicationFolder=" + m_dir.string() + "\n");
+    writeFile(Path("weak/#KVDECODE_ZXing.ini"), ini);
+    WriteSettings("", "weak.ini", Path("weak"));
     const RunResult base = RunBatch({"-s", WriteSettings(), "-p", "ZXing", "-f", "json", Path("in")});
     ASSERT_EQ(base.status, 0) << base.err;
-    WriteFile(Path("base.json"), base.out);
+    writeFile(Path("base.json"), base.out);
 
     // Against itself (from another folder holding the same files) nothing changed.
     std::filesystem::copy(Path("in"), Path("copy"), std::filesystem::copy_options::recursive);

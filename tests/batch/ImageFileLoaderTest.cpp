@@ -2,19 +2,16 @@
 // order whatever the file stores (BMP keeps B, G, R), and unreadable files give a reason.
 #include "ImageFileLoader.h"
 #include "ImageFiles.h"
+#include "TempFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <fstream>
 #include <functional>
 #include <tuple>
 
 namespace {
 
 using glyphor::samples::RasterImage;
-
-std::string TempPath(const std::string& name) { return testing::TempDir() + "loader-" + name; }
 
 // 3 x 2 pixels, every byte different, so that a swapped channel or row shows.
 RasterImage Pattern(int channels) {
@@ -40,9 +37,10 @@ TEST(ImageFileLoader, GivesTheFilesPixelsGreyOrRgb) {
         {"colour.png", 3, glyphor::samples::writePng, ZYR_PIXEL_RGB24},
         {"colour.bmp", 3, glyphor::samples::writeBmp, ZYR_PIXEL_RGB24},
     };
+    TempFolder folder;
     for (const LoadCase& c : cases) {
         const RasterImage written = Pattern(c.channels);
-        const std::string path = TempPath(c.file);
+        const std::string path = folder.file(c.file);
         ASSERT_TRUE(c.write(path, written)) << c.file;
         std::string error;
         const std::shared_ptr<const ZyrImage> image = ImageFileLoader::Load(path, error);
@@ -50,24 +48,20 @@ TEST(ImageFileLoader, GivesTheFilesPixelsGreyOrRgb) {
         ASSERT_EQ(std::make_tuple(image->Width, image->Height, image->PixelFormat, image->Stride),
                   std::make_tuple(3, 2, c.format, 3 * c.channels)) << c.file;
         EXPECT_EQ(std::vector<uint8_t>(image->Pixels, image->Pixels + 6 * c.channels), written.pixels) << c.file;
-        std::remove(path.c_str());
     }
 }
 
 TEST(ImageFileLoader, UnreadableFilesGiveAReason) {
-    std::ofstream(TempPath("empty.png")).close();
-    std::ofstream(TempPath("junk.png"), std::ios::binary) << "not an image at all";
-    const std::pair<std::string, std::string> cases[] = {{TempPath("missing.png"), "No such file or directory"},
-                                                         {TempPath("empty.png"), "empty file"},
-                                                         {testing::TempDir(), "Is a directory"},
-                                                         {TempPath("junk.png"), ""}}; // the codec's own words
+    TempFolder folder; // junk: the reason is the codec's own words
+    const std::pair<std::string, std::string> cases[] = {{folder.file("missing.png"), "No such file or directory"},
+                                                         {folder.write("empty.png", ""), "empty file"},
+                                                         {folder.path(), "Is a directory"},
+                                                         {folder.write("junk.png", "not an image"), ""}};
     for (const auto& [path, reason] : cases) {
         std::string error;
         EXPECT_EQ(ImageFileLoader::Load(path, error), nullptr) << path;
         EXPECT_TRUE(reason.empty() ? !error.empty() : error == reason) << path << ": " << error;
     }
-    std::remove(TempPath("empty.png").c_str());
-    std::remove(TempPath("junk.png").c_str());
 }
 
 } // namespace

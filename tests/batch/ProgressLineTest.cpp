@@ -27,7 +27,7 @@ TEST(ProgressLine, WaitsForALongRunThenDrawsAtMostEveryInterval) {
     EXPECT_NE(out.str().find("[6/10] 2.6 images/s d.png"), std::string::npos) << out.str();
 }
 
-TEST(ProgressLine, ClearErasesOnlyWhatIsShownAndLongNamesLoseTheirFront) {
+TEST(ProgressLine, ClearErasesOnlyWhatIsShownLongNamesLoseTheirFrontAndDisabledIsSilent) {
     std::ostringstream out;
     ProgressLine line(out, true, 3);
     line.Clear();
@@ -39,14 +39,11 @@ TEST(ProgressLine, ClearErasesOnlyWhatIsShownAndLongNamesLoseTheirFront) {
     line.Clear();
     EXPECT_EQ(out.str(), "\r\x1b[K");
     EXPECT_FALSE(line.Shown());
-}
-
-TEST(ProgressLine, DisabledNeverWrites) {
-    std::ostringstream out;
-    ProgressLine line(out, false, 3);
-    line.Update(3, "a.png", ProgressLine::Clock::now() + milliseconds(5000));
-    line.Clear();
-    EXPECT_EQ(out.str(), "");
+    std::ostringstream none;
+    ProgressLine disabled(none, false, 3);
+    disabled.Update(3, "a.png", ProgressLine::Clock::now() + milliseconds(5000));
+    disabled.Clear();
+    EXPECT_EQ(none.str(), "") << "a disabled line never writes";
 }
 
 } // namespace
