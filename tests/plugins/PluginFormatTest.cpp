@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <fstream>
 #include <tuple>
 
 using namespace plugintest;
@@ -94,8 +93,7 @@ INSTANTIATE_TEST_SUITE_P(Samples, PluginFormat, ::testing::ValuesIn(kCases),
 // them both, which cost the whole decode.
 TEST(PluginFormatMulti, TwoCopiesOfOneLinearSymbolBothComeBack) {
     const uint64_t handle = loadPlugin("ZXing");
-    std::vector<SeenSymbol> seen;
-    ASSERT_EQ(decode(handle, ImageFile(samplePath("two-upce")).image(), seen), ZYR_OK);
+    const std::vector<SeenSymbol> seen = decodeSample(handle, "two-upce");
     ASSERT_EQ(seen.size(), 2u);
     for (const SeenSymbol& symbol : seen)
         EXPECT_EQ(std::make_pair(symbol.data, symbol.symbology), std::make_pair(std::string("01234565"), int32_t{ZYR_SYM_UPCE}));
@@ -114,12 +112,8 @@ TEST(PluginFormatOptions, AddOnsAndMixedCharacterSetsFollowTheSettings) {
          ZYR_ECI_ISO8859_1},
     };
     for (const Case& c : cases) {
-        const std::string path = testing::TempDir() + "#options-" + c.plugin + ".ini";
-        std::ofstream(path, std::ios::binary) << c.settings;
-        uint64_t handle = 0;
-        ASSERT_EQ(ZyrReader_ImagePluginLoad(pluginPath(c.plugin).c_str(), path.c_str(), &handle, 0), ZYR_OK);
-        std::vector<SeenSymbol> seen;
-        ASSERT_EQ(decode(handle, ImageFile(samplePath(c.sample)).image(), seen), ZYR_OK);
+        const uint64_t handle = load(pluginPath(c.plugin), writeFile(std::string("#options-") + c.plugin + ".ini", c.settings));
+        const std::vector<SeenSymbol> seen = decodeSample(handle, c.sample);
         ASSERT_EQ(seen.size(), 1u) << c.plugin << " " << c.settings;
         EXPECT_EQ(std::make_pair(seen[0].data, seen[0].eci), std::make_pair(c.data, c.eci)) << c.plugin << " " << c.settings;
         ZyrReader_DestroyCachedData();

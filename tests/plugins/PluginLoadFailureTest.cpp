@@ -4,18 +4,10 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <fstream>
 
 using namespace plugintest;
 
 namespace {
-
-std::string writeFile(const std::string& name, const std::string& text) {
-    std::string path = testing::TempDir() + name;
-    std::ofstream(path, std::ios::binary) << text;
-    return path;
-}
 
 struct LoadFailure { const char* what; std::string library; std::string settings; int32_t expected; };
 
