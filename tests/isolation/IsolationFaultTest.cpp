@@ -73,28 +73,6 @@ TEST_F(IsolatedFaults, EachFaultGetsItsCodeAndTheDecodesAroundItAreRight) {
     }
 }
 
-TEST_F(IsolatedFaults, HundredImagesWithEveryTenthKillingThePluginGiveHundredResults) {
-    const Fault killers[] = {Abort, Exit, Segfault};
-    std::vector<TestImage> images;
-    for (int i = 0; i < 100; ++i) {
-        const bool kills = i % 10 == 9;
-        images.emplace_back(40 + i, 30 + i % 7, ZYR_PIXEL_GREY8, kills ? killers[(i / 10) % 3] : None,
-                            uint32_t(1000 + i));
-    }
-    int good = 0, crashed = 0;
-    for (size_t i = 0; i < images.size(); ++i) {
-        if (i % 10 == 9) {
-            const Decoded d = decode(handle_, images[i].image());
-            crashed += d.result == ZYR_ERR_PLUGIN_CRASHED && d.symbols.empty();
-        } else {
-            good += DecodesRight(images[i]);
-        }
-    }
-    EXPECT_EQ(std::make_pair(good, crashed), std::make_pair(90, 10));
-    // The last image killed the host too; none of the ten may be left as a zombie.
-    EXPECT_TRUE(hostChildren(getpid()).empty());
-}
-
 TEST_F(IsolatedFaults, SymbolsKeepTheCallbackContract) {
     const TestImage image(33, 17, ZYR_PIXEL_BGRA32, SomeGarbage, 77, 5);
     const Decoded decoded = decode(handle_, image.image(), 5);

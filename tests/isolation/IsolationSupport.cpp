@@ -85,20 +85,17 @@ std::vector<pid_t> hostChildren(pid_t parent) {
     return found;
 }
 
-bool ended(pid_t pid) {
-    std::string command;
-    char state = 0;
-    pid_t parent = 0;
-    return !readStat(pid, command, state, parent) || state == 'Z' || state == 'X';
-}
-
 bool waitEnded(pid_t pid, int limitMs) {
-    for (int waited = 0; waited < limitMs; waited += 10) {
-        if (ended(pid))
+    for (int waited = 0;; waited += 10) {
+        std::string command;
+        char state = 0;
+        pid_t parent = 0;
+        if (!readStat(pid, command, state, parent) || state == 'Z' || state == 'X')
             return true;
+        if (waited >= limitMs)
+            return false;
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
-    return ended(pid);
 }
 
 bool unreapedChild(pid_t pid) {

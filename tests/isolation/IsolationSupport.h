@@ -42,9 +42,7 @@ struct TestImage {
 
 // Plug-in host processes whose parent is the given process, zombies included.
 std::vector<pid_t> hostChildren(pid_t parent);
-// True when the process is gone or a zombie.
-bool ended(pid_t pid);
-// Waits up to limitMs for the process to end.
+// Waits up to limitMs for the process to end (gone or a zombie).
 bool waitEnded(pid_t pid, int limitMs);
 // True when this process could still wait for pid (it is an unreaped child).
 bool unreapedChild(pid_t pid);
