@@ -125,12 +125,8 @@ TEST(StringBufferListFiles, FailuresCarryTheSystemText) {
     const std::vector<Case> cases = {
         {"load missing", [&] { lines.LoadFromFile(missingFile); },
          "Unable to open file - " + SystemText(ENOENT)},
-        {"load folder", [&] { lines.LoadFromFile(directory); },
-         "Unable to open file - " + SystemText(EISDIR)},
         {"save into missing folder", [&] { lines.SaveToFile(missingFolder, false, true); },
          "Unable to create file - " + SystemText(ENOENT)},
-        {"save onto folder", [&] { lines.SaveToFile(directory, false, true); },
-         "Unable to create file - " + SystemText(EISDIR)},
         {"write fails", [&] { lines.SaveToFile(StringBuffer("/dev/full"), false, true); },
          "Error saving file - " + SystemText(ENOSPC)},
     };
