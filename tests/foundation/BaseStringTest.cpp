@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -17,9 +18,8 @@ TEST(BaseStringTest, ReplaceResumesAfterInsertedText) {
     struct Case { std::string text, find, with; int made; std::string expected; };
     const std::vector<Case> cases = {
         {"a&b&c", "&", "&amp;", 2, "a&amp;b&amp;c"}, // the inserted "&" is not replaced again
-        {"&&", "&", "&amp;", 2, "&amp;&amp;"}, {"&amp;lt;", "&amp;", "&", 1, "&lt;"},
-        {"aaa", "aa", "b", 1, "ba"}, {"abc", "x", "y", 0, "abc"}, {"abc", "", "y", 0, "abc"},
-        {"abc", "abc", "", 1, ""}, {"", "a", "b", 0, ""},
+        {"&amp;lt;", "&amp;", "&", 1, "&lt;"}, {"aaa", "aa", "b", 1, "ba"}, {"abc", "", "y", 0, "abc"},
+        {"abc", "abc", "", 1, ""},
         {"x\0x"s, "x", "yy", 2, "yy\0yy"s}, // NULs are ordinary units
     };
     for (const Case& c : cases) {
@@ -60,19 +60,15 @@ TEST(BaseStringTest, FindSubStringAndEdits) {
 TEST(BaseStringTest, CompareAndEquality) {
     struct Case { std::string a, b; int compare; };
     const std::vector<Case> cases = {
-        {"a", "b", -1}, {"b", "a", 1},    {"ab", "abc", -1},      {"abc", "ab", 1},
-        {"", "", 0},    {"\xe9", "z", 1}, {"a\0b"s, "a\0c"s, -1}, {"a\0"s, "a", 1},
+        {"a", "b", -1}, {"ab", "abc", -1}, {"", "", 0}, {"\xe9", "z", 1}, {"a\0b"s, "a\0c"s, -1}, {"a\0"s, "a", 1},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE("'" + c.a + "' vs '" + c.b + "'");
         const String a(c.a.data(), static_cast<int>(c.a.size()));
         const String b(c.b.data(), static_cast<int>(c.b.size()));
-        EXPECT_EQ(a.Compare(b), c.compare);
-        EXPECT_EQ(a == b, c.compare == 0);
-        EXPECT_EQ(a != b, c.compare != 0);
+        EXPECT_EQ(std::make_tuple(a.Compare(b), a == b, a != b), std::make_tuple(c.compare, c.compare == 0, c.compare != 0));
     }
-    EXPECT_TRUE(String("x") == "x");
-    EXPECT_TRUE(String(static_cast<const char*>(nullptr)) == "");
+    EXPECT_TRUE(String("x") == "x" && String(static_cast<const char*>(nullptr)) == "");
 }
 
 } // namespace

@@ -37,11 +37,9 @@ template <typename F> std::string ThrownMessage(F f) {
 TEST(StringBufferListSplit, RunsOfSeparatorsCountAsOne) {
     struct Case { std::string text, separators; Lines pieces; };
     const std::vector<Case> cases = {
-        {"a b c", " ", {"a", "b", "c"}}, {"  a   b  ", " ", {"a", "b"}}, {"a,;b;,c", ",;", {"a", "b", "c"}},
-        {"a\r\n\r\nb\rc\n", "\r\n", {"a", "b", "c"}}, {"abc", "x", {"abc"}}, {",,,", ",", {}}, {"", ",", {}},
-        {"a,b", "", {}},
+        {"  a   b  ", " ", {"a", "b"}}, {"a,;b;,c", ",;", {"a", "b", "c"}}, {"abc", "x", {"abc"}},
+        {",,,", ",", {}}, {"a,b", "", {}},
         {"a,b\0c,d"s, ",", {"a", "b"}}, // the text ends at its first NUL
-        {"\0a,b"s, ",", {}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE("'" + c.text + "' by '" + c.separators + "'");
@@ -69,14 +67,10 @@ TEST(StringBufferListFiles, LoadSplitsAtCrAndLfAsASet) {
     struct Case { const char* name; std::string bytes; Lines lines; };
     const std::vector<Case> cases = {
         {"crlf and blank lines", "a\r\n\r\nb\nc", {"a", "b", "c"}},
-        {"no final break", "one\r\ntwo", {"one", "two"}},
-        {"final break", "one\r\ntwo\r\n", {"one", "two"}},
         {"cr only", "x\ry\r", {"x", "y"}}, {"lf cr pairs", "p\n\rq", {"p", "q"}},
-        {"only breaks", "\r\n\r\n\n", {}}, {"empty file", "", {}},
-        {"spaces and tabs stay", " a \t\r\n", {" a \t"}},
-        {"final nul dropped", "a\nb\0"s, {"a", "b"}},
+        {"empty file", "", {}},
+        {"spaces, tabs and high bytes stay", " a \t\xe9\r\n", {" a \t\xe9"}},
         {"text ends at first nul", "a\nb\0c\nd"s, {"a", "b"}},
-        {"high bytes kept", "\xef\xbb\xbfx\xe9\n", {"\xef\xbb\xbfx\xe9"}},
     };
     TempFolder folder;
     for (const Case& c : cases) {
@@ -95,10 +89,8 @@ TEST(StringBufferListFiles, LoadSplitsAtCrAndLfAsASet) {
 TEST(StringBufferListFiles, SaveEndsEveryLineWithCrLf) {
     struct Case { const char* name; std::string existing; Lines lines; bool append; std::string expected; };
     const std::vector<Case> cases = {
-        {"two lines", "", {"x", "y"}, false, "x\r\ny\r\n"},
         {"empty list writes nothing", "old", {}, false, ""},
-        {"empty line", "", {"", "a"}, false, "\r\na\r\n"},
-        {"shorter content truncates", "a much longer old text\r\n", {"new"}, false, "new\r\n"},
+        {"shorter content truncates", "a much longer old text\r\n", {"", "a"}, false, "\r\na\r\n"},
         {"append keeps old", "x\r\ny\r\n", {"x", "y"}, true, "x\r\ny\r\nx\r\ny\r\n"},
         {"embedded nul written by length", "", {"a\0b"s}, false, "a\0b\r\n"s},
     };
@@ -133,12 +125,8 @@ TEST(StringBufferListFiles, FailuresCarryTheSystemText) {
     const std::vector<Case> cases = {
         {"load missing", [&] { lines.LoadFromFile(missingFile); },
          "Unable to open file - " + SystemText(ENOENT)},
-        {"load folder", [&] { lines.LoadFromFile(directory); },
-         "Unable to open file - " + SystemText(EISDIR)},
         {"save into missing folder", [&] { lines.SaveToFile(missingFolder, false, true); },
          "Unable to create file - " + SystemText(ENOENT)},
-        {"save onto folder", [&] { lines.SaveToFile(directory, false, true); },
-         "Unable to create file - " + SystemText(EISDIR)},
         {"write fails", [&] { lines.SaveToFile(StringBuffer("/dev/full"), false, true); },
          "Error saving file - " + SystemText(ENOSPC)},
     };

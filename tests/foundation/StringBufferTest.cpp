@@ -22,19 +22,15 @@ TEST(StringBuffer, ConstructionGivesExactBytesInExactBuffer) {
         {"NullCString", [] { return StringBuffer(static_cast<const char*>(nullptr)); }, ""},
         {"CountDropsTrailingNul", [] { return StringBuffer("abc", 4); }, "abc"},
         {"CountShorterThanText", [] { return StringBuffer("abcdef", 2); }, "ab"},
-        {"CountZero", [] { return StringBuffer("abc", 0); }, ""},
         {"CountNegative", [] { return StringBuffer("abc", -5); }, ""},
         {"CountKeepsEmbeddedNul", [] { return StringBuffer("a\0b", 3); }, "a\0b"s},
         {"CountDropsOnlyLastNul", [] { return StringBuffer("a\0\0", 3); }, "a\0"s},
         {"WideKeepsLowByte", [] { return StringBuffer(L"\u0141\u00e9"); }, "\x41\xe9"},
         {"WideCountDropsTrailingNul", [] { return StringBuffer(L"ab", 3); }, "ab"},
         {"UnsignedLong", [] { return StringBuffer(4294967295ul); }, "4294967295"},
-        {"IntMin", [] { return StringBuffer(-2147483647 - 1); }, "-2147483648"},
         {"UnsignedIntMax", [] { return StringBuffer(4294967295u); }, "-1"},
-        {"UnsignedIntHighBit", [] { return StringBuffer(2147483648u); }, "-2147483648"},
         {"UnsignedIntBelowHighBit", [] { return StringBuffer(2147483647u); }, "2147483647"},
         {"CharNul", [] { return StringBuffer('\0'); }, ""},
-        {"Float", [] { return StringBuffer(1.5f); }, "1.500000"},
         {"FloatLargest", [] { return StringBuffer(3.40282347e38f); },
                  "340282346638528859811704183484516925440.000000"},
         {"CopyKeepsEmbeddedNul", [] { return StringBuffer(StringBuffer("x\0y", 3)); }, "x\0y"s}};
@@ -63,30 +59,23 @@ struct EditCase {
 TEST(StringBuffer, EditingKeepsExactBuffer) {
     const EditCase cases[] = {
         {"AppendCountedDropsNul", "ab", [](StringBuffer& s) { s.append("cd", 3); }, "abcd"},
-        {"AppendNull", "ab", [](StringBuffer& s) { s.append(static_cast<const char*>(nullptr)); }, "ab"},
         {"AppendSelf", "ab", [](StringBuffer& s) { s.append(&s); }, "abab"},
         {"AppendOtherWithNul", "a", [](StringBuffer& s) { const StringBuffer o("b\0c", 3); s.append(&o); }, "ab\0c"s},
         {"ShiftStopsAtNul", "a",
                  [](StringBuffer& s) { s << StringBuffer("b\0c", 3) << "d" << -7; }, "abd-7"},
         {"NOfCharIncludingNul", "a", [](StringBuffer& s) { s.appendNOfChar(3, 0); }, "a\0\0\0"s},
-        {"PlusEqualsNulAddsNothing", "ab", [](StringBuffer& s) { s += '\0'; }, "ab"},
         {"PlusNulAddsByte", "abc", [](StringBuffer& s) { s = s + '\0'; }, "abc\0"s},
         {"InsertMiddle", "ad", [](StringBuffer& s) { s.insert(1, "bc", 2); }, "abcd"},
-        {"InsertPastEndIgnored", "ab", [](StringBuffer& s) { s.insert(3, "c", 1); }, "ab"},
         {"InsertFromSelf", "abc", [](StringBuffer& s) { s.insert(1, s.str(), 2); }, "aabbc"},
         {"EraseMiddle", "abcdef", [](StringBuffer& s) { s.erase(1, 2); }, "adef"},
         {"EraseCountPastEndStops", "abcdef", [](StringBuffer& s) { s.erase(4, 99); }, "abcd"},
-        {"ErasePosAtLength", "abc", [](StringBuffer& s) { s.erase(3, 1); }, "abc"},
         {"EraseNegativePos", "abc", [](StringBuffer& s) { s.erase(-1, 1); }, "abc"},
         {"AssignSameLengthCounted", "xyz", [](StringBuffer& s) { s.assign("abc", 4); }, "abc"},
         {"AssignNullCString", "xyz", [](StringBuffer& s) { s = static_cast<const char*>(nullptr); }, ""},
-        {"AssignNulChar", "xyz", [](StringBuffer& s) { s = '\0'; }, ""},
         {"SelfAssign", "xyz", [](StringBuffer& s) { s = *&s; }, "xyz"},
-        {"SetCharOutsideIgnored", "abc", [](StringBuffer& s) { s.setChar(3, 'X'); }, "abc"},
         {"SubStringIntoOut", "abcdef", [](StringBuffer& s) { s = IntoOut(s, 2, 3); }, "cde"},
         {"SubStringPastEndLeavesOut", "abc", [](StringBuffer& s) { s = IntoOut(s, 3, 1); }, "keep"},
-        {"SubStringCutAtEnd", "abcdef", [](StringBuffer& s) { s = s.SubString(4, 0xFFFFFFFFu); }, "ef"},
-        {"Clear", "abc", [](StringBuffer& s) { s.clear(); }, ""}};
+        {"SubStringCutAtEnd", "abcdef", [](StringBuffer& s) { s = s.SubString(4, 0xFFFFFFFFu); }, "ef"}};
     for (const EditCase& c : cases) {
         SCOPED_TRACE(c.name);
         StringBuffer s(c.start.data(), static_cast<int32_t>(c.start.size()));
@@ -109,15 +98,12 @@ TEST(StringBufferTrim, SpacesOnly) {
 TEST(StringBufferSearch, SubstringPositions) {
     struct Case { std::string text; const char* pattern; uint32_t start; int32_t first; int32_t last; };
     const std::vector<Case> cases = {
-        {"abcabc", "b", 0, 1, 4},    {"abcabc", "bc", 0, 1, 4},
-        {"abcabc", "b", 2, 4, 4},    {"abcabc", "q", 0, -1, -1},
+        {"abcabc", "bc", 0, 1, 4},   {"abcabc", "b", 2, 4, 4},
         {"abcabc", "cb", 0, -1, -1}, // a substring, not a character set
         {"aaa", "aa", 0, 0, 0},      // no overlap when counting from the left
-        {"aaaa", "aa", 0, 0, 2},     {"aaaaa", "aa", 1, 1, 2},
-        {"abc", "c", 3, -1, 2},                                 // start at the end finds nothing
-        {"abc", "c", 99, -1, 2},                                // start past the end is rejected
-        {"ab\0cb"s, "c", 0, -1, -1}, {"ab\0cb"s, "b", 0, 1, 1}, // the text after a NUL is never searched
-        {"", "a", 0, -1, -1},        {"abc", "", 1, 1, -1}, // an empty pattern matches at start; no last one
+        {"aaaaa", "aa", 1, 1, 2},    {"abc", "c", 3, -1, 2}, // start at the end finds nothing
+        {"ab\0cb"s, "b", 0, 1, 1},   // the text after a NUL is never searched
+        {"abc", "", 1, 1, -1},       // an empty pattern matches at start; no last one
     };
     for (const Case& c : cases) {
         SCOPED_TRACE("text '" + c.text + "' pattern '" + c.pattern + "' from " + std::to_string(c.start));
@@ -131,12 +117,11 @@ TEST(StringBufferSearch, SubstringPositions) {
 TEST(StringBufferCompare, OrderEqualityAndStartsWith) {
     struct Case { std::string a, b; int compare; int compareICSign; bool equal; bool startsWith; };
     const std::vector<Case> cases = {
-        {"a", "b", -1, -1, false, false}, {"b", "a", 1, 1, false, false}, {"abc", "abc", 0, 0, true, true},
+        {"a", "b", -1, -1, false, false}, {"abc", "abc", 0, 0, true, true},
         {"\xe9", "z", 1, 1, false, false}, // bytes compare unsigned
-        {"ab", "abc", -1, -1, false, false}, {"abc", "ab", 1, 1, false, false},
         {"abc", "abcdef", -1, -1, false, false}, // the receiver's terminator takes part
         {"abcdef", "abc", 1, 1, false, false}, {"ABC", "abc", -1, 0, false, false},
-        {"Zebra", "apple", -1, 1, false, false}, {"", "", 0, 0, true, true}, {"", "a", -1, -1, false, false},
+        {"Zebra", "apple", -1, 1, false, false}, {"", "a", -1, -1, false, false},
         {"a\0x"s, "a\0y"s, 0, 0, false, false}, // ordering stops at a NUL, equality does not
     };
     for (const Case& c : cases) {
@@ -156,9 +141,8 @@ TEST(StringBufferCompare, OrderEqualityAndStartsWith) {
 
 TEST(StringBufferCompare, EqualsCString) {
     const StringBuffer abc("abc");
-    EXPECT_EQ(std::vector<bool>({abc == "abc", abc == "ab", StringBuffer("ab") == "abc", (abc + '\0') == "abc"}),
-              std::vector<bool>({true, false, false, false}));
-    EXPECT_TRUE(StringBuffer() == static_cast<const char*>(nullptr));
+    EXPECT_EQ(std::vector<bool>({abc == "abc", abc == "ab", (abc + '\0') == "abc", StringBuffer() == static_cast<const char*>(nullptr)}),
+              std::vector<bool>({true, false, false, true}));
 }
 
 TEST(StringBufferShared, UppercaseReusesOneObjectAndLeavesReceiver) {

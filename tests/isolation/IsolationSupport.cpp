@@ -15,19 +15,6 @@ namespace isolationtest {
 
 std::string faultyPlugin() { return std::string(ISOLATION_FIXTURE_DIR) + "/KVDECODE_Faulty.so"; }
 std::string faultySettings() { return std::string(ISOLATION_FIXTURE_DIR) + "/#KVDECODE_Faulty.ini"; }
-std::string pluginPath(const std::string& name) {
-    return std::string(GLYPHOR_PLUGIN_DIR) + "/KVDECODE_" + name + ".so";
-}
-std::string settingsPath(const std::string& name) {
-    return std::string(GLYPHOR_PLUGIN_DIR) + "/#KVDECODE_" + name + ".ini";
-}
-std::string hostExecutable() { return ZYR_PLUGIN_HOST_PATH; }
-
-std::string writeSettings(const std::string& name, const std::string& text) {
-    const std::string path = testing::TempDir() + name;
-    std::ofstream(path, std::ios::binary) << text;
-    return path;
-}
 
 TestImage::TestImage(int32_t width, int32_t height, int32_t format, uint8_t fault, uint32_t seed,
                      int32_t padding) {
@@ -58,41 +45,6 @@ std::string TestImage::expectedText() const {
         for (int32_t x = 0; x < row; ++x)
             sum += pixels[size_t(y) * size_t(image_.Stride) + size_t(x)];
     return std::to_string(image_.Width) + "x" + std::to_string(image_.Height) + " " + std::to_string(sum);
-}
-
-namespace {
-
-struct Collector { Decoded* decoded; std::thread::id thread; bool returned = false; };
-
-void collect(void* context, int32_t tag, int32_t index, int32_t count, const ZyrSymbolResult* symbol) {
-    auto* c = static_cast<Collector*>(context);
-    Decoded& d = *c->decoded;
-    if (std::this_thread::get_id() != c->thread)
-        d.onCallingThread = false;
-    if (c->returned)
-        d.deliveredBeforeReturn = false;
-    if (tag != 5 || index != int32_t(d.texts.size()) || count <= index)
-        d.inOrder = false;
-    d.texts.emplace_back(reinterpret_cast<const char*>(symbol->Data), size_t(symbol->DataLength));
-    ZyrReader_DestroyCachedObject(symbol);
-}
-
-} // namespace
-
-Decoded decode(uint64_t handle, const ZyrImage* image) {
-    Decoded decoded;
-    Collector collector{&decoded, std::this_thread::get_id()};
-    decoded.result =
-        ZyrReader_ImagePluginDecode(true, handle, image, "", 1, "", collect, &collector, 5, 0, 0);
-    collector.returned = true;
-    return decoded;
-}
-
-uint64_t load(const std::string& plugin, const std::string& settings) {
-    uint64_t handle = 0;
-    const int32_t result = ZyrReader_ImagePluginLoad(plugin.c_str(), settings.c_str(), &handle, 0);
-    EXPECT_EQ(result, ZYR_OK) << plugin << " with " << settings << ": " << ZyrReader_ErrorText(result);
-    return handle;
 }
 
 namespace {
@@ -133,20 +85,17 @@ std::vector<pid_t> hostChildren(pid_t parent) {
     return found;
 }
 
-bool ended(pid_t pid) {
-    std::string command;
-    char state = 0;
-    pid_t parent = 0;
-    return !readStat(pid, command, state, parent) || state == 'Z' || state == 'X';
-}
-
 bool waitEnded(pid_t pid, int limitMs) {
-    for (int waited = 0; waited < limitMs; waited += 10) {
-        if (ended(pid))
+    for (int waited = 0;; waited += 10) {
+        std::string command;
+        char state = 0;
+        pid_t parent = 0;
+        if (!readStat(pid, command, state, parent) || state == 'Z' || state == 'X')
             return true;
+        if (waited >= limitMs)
+            return false;
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
-    return ended(pid);
 }
 
 bool unreapedChild(pid_t pid) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ZyrReaderLowLevelAPI.h>
+#include "PluginTestSupport.h"
 
 #include <sys/types.h>
 
@@ -24,13 +24,10 @@ enum Fault : uint8_t {
 };
 constexpr size_t kLargeSymbolBytes = 3 * 1024 * 1024;
 
+using namespace plugintest;
+
 std::string faultyPlugin();   // KVDECODE_Faulty.so
 std::string faultySettings(); // its #KVDECODE_Faulty.ini (time limit 2 s)
-std::string pluginPath(const std::string& name);
-std::string settingsPath(const std::string& name);
-std::string hostExecutable();
-// A settings file in the test's temporary folder with this text.
-std::string writeSettings(const std::string& name, const std::string& text);
 
 // A test image: pixels from seed, the first byte the fault; stride may leave a gap after each row.
 struct TestImage {
@@ -43,22 +40,9 @@ struct TestImage {
     ZyrImage image_{};
 };
 
-struct Decoded {
-    int32_t result = -1;
-    std::vector<std::string> texts; // symbol data in the order delivered
-    bool onCallingThread = true;
-    bool inOrder = true; // indices 0, 1, ... with the right count
-    bool deliveredBeforeReturn = true;
-};
-Decoded decode(uint64_t handle, const ZyrImage* image);
-
-uint64_t load(const std::string& plugin, const std::string& settings); // fails the test when refused
-
 // Plug-in host processes whose parent is the given process, zombies included.
 std::vector<pid_t> hostChildren(pid_t parent);
-// True when the process is gone or a zombie.
-bool ended(pid_t pid);
-// Waits up to limitMs for the process to end.
+// Waits up to limitMs for the process to end (gone or a zombie).
 bool waitEnded(pid_t pid, int limitMs);
 // True when this process could still wait for pid (it is an unreaped child).
 bool unreapedChild(pid_t pid);

@@ -97,10 +97,9 @@ TEST_P(PluginContract, FindsNothingOnImagesTooSmallForASymbol) {
             for (size_t i = 0; i < pixels.size(); ++i)
                 pixels[i] = uint8_t(i * 97 % 251);
             const ZyrImage image{width, height, stride, format, pixels.data()};
-            std::vector<SeenSymbol> seen;
-            EXPECT_EQ(decode(handle_, &image, seen), ZYR_OK)
+            const Decoded decoded = decode(handle_, &image);
+            EXPECT_EQ(std::make_pair(decoded.result, decoded.symbols.size()), std::make_pair(int32_t{ZYR_OK}, size_t{0}))
                 << width << "x" << height << " format " << format;
-            EXPECT_TRUE(seen.empty()) << width << "x" << height;
         }
     }
 }
@@ -115,8 +114,7 @@ TEST_P(PluginContract, SymbolsAreReleasedOnceAndTheRestEndWithDestroyCachedData)
     ASSERT_EQ(kept.size(), 1u);
     ASSERT_EQ(ZyrReader_DestroyCachedData(), ZYR_OK);
     EXPECT_EQ(ZyrReader_DestroyCachedObject(kept[0]), ZYR_ERR_UNKNOWN_HANDLE);
-    std::vector<SeenSymbol> seen;
-    EXPECT_EQ(decode(handle_, file.image(), seen), ZYR_ERR_UNKNOWN_HANDLE);
+    EXPECT_EQ(decode(handle_, file.image()).result, ZYR_ERR_UNKNOWN_HANDLE);
     EXPECT_FALSE(isLoaded(pluginPath(GetParam().name)));
 }
 
@@ -125,17 +123,18 @@ TEST_P(PluginContract, RefusesImagesItCannotRead) {
     // No width, negative height, stride shorter than a row, unknown format, no pixels, RGB rows in a grey stride.
     const ZyrImage bad[] = {{0, 8, 8, ZYR_PIXEL_GREY8, pixels}, {8, -1, 8, ZYR_PIXEL_GREY8, pixels}, {8, 8, 4, ZYR_PIXEL_GREY8, pixels},
                             {8, 8, 8, 2, pixels}, {8, 8, 8, ZYR_PIXEL_GREY8, nullptr}, {8, 2, 8, ZYR_PIXEL_RGB24, pixels}};
-    std::vector<SeenSymbol> seen;
-    for (const ZyrImage& b : bad)
-        EXPECT_EQ(decode(handle_, &b, seen), ZYR_ERR_BAD_ARGUMENT) << b.Width << "x" << b.Height << " stride " << b.Stride;
-    EXPECT_EQ(decode(handle_, nullptr, seen), ZYR_ERR_BAD_ARGUMENT);
-    EXPECT_TRUE(seen.empty());
+    for (const ZyrImage& b : bad) {
+        const Decoded decoded = decode(handle_, &b);
+        EXPECT_EQ(std::make_pair(decoded.result, decoded.symbols.size()), std::make_pair(int32_t{ZYR_ERR_BAD_ARGUMENT}, size_t{0}))
+            << b.Width << "x" << b.Height << " stride " << b.Stride;
+    }
+    EXPECT_EQ(decode(handle_, nullptr).result, ZYR_ERR_BAD_ARGUMENT);
     ImageFile file(samplePath(GetParam().ownSample));
     const auto ignore = [](void*, int32_t, int32_t, int32_t, const ZyrSymbolResult*) {};
     EXPECT_EQ(std::make_pair(ZyrReader_ImagePluginDecode(true, handle_, file.image(), "", 1, "", nullptr, nullptr, 0, 0, 0),
                              ZyrReader_ImagePluginDecode(true, handle_, file.image(), "NO_SUCH_IMAGE", 1, "", ignore, nullptr, 0, 0, 0)),
               std::make_pair(int32_t{ZYR_ERR_BAD_ARGUMENT}, int32_t{ZYR_ERR_BAD_ARGUMENT})) << "no callback; an image it does not ask for";
-    EXPECT_EQ(decode(handle_ + 1000, file.image(), seen), ZYR_ERR_UNKNOWN_HANDLE);
+    EXPECT_EQ(decode(handle_ + 1000, file.image()).result, ZYR_ERR_UNKNOWN_HANDLE);
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryPlugin, PluginContract, ::testing::ValuesIn(kPlugins),

@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <fstream>
 #include <tuple>
 
 using namespace plugintest;
@@ -41,26 +40,21 @@ const FormatCase kCases[] = {
     {"ZXing", "gb18030-qrcode", QRCODE, ECI, 29}, {"ZXing", "latin1-aztec", AZTEC, ECI, 3},
     {"ZXing", "eci-mixed-datamatrix", DM, ECI, 26}, {"ZXing", "ean13-addon2", EAN13, ASCII, 0},
     {"ZXing", "upca-addon5", UPCA, ASCII, 0},
-    // zxing-cpp, PDF417 only
-    {"Pdf417", "pdf417-scaled", PDF417, ASCII, 0}, {"Pdf417", "pdf417-low-contrast", PDF417, ASCII, 0},
-    {"Pdf417", "binary-pdf417", PDF417, BINARY, 0}, {"Pdf417", "eci-utf8-pdf417", PDF417, ECI, 26},
-    {"Pdf417", "aamva-pdf417", PDF417, ASCII, 0}, {"Pdf417", "aamva-pdf417-document", PDF417, ASCII, 0},
+    // zxing-cpp, PDF417 only, and QR
+    {"Pdf417", "pdf417-low-contrast", PDF417, ASCII, 0}, {"Pdf417", "binary-pdf417", PDF417, BINARY, 0},
+    {"Pdf417", "eci-utf8-pdf417", PDF417, ECI, 26}, {"Pdf417", "aamva-pdf417-document", PDF417, ASCII, 0},
     {"Pdf417", "aamva-pdf417-tilted", PDF417, ASCII, 0}, {"ZXing", "aamva-pdf417-tilted", PDF417, ASCII, 0},
-    // zxing-cpp, QR
     {"QRCode", "qrcode-scaled", QRCODE, ASCII, 0}, {"QRCode", "binary-qrcode", QRCODE, BINARY, 0},
-    {"QRCode", "eci-utf8-qrcode", QRCODE, ECI, 26}, {"QRCode", "colour-qrcode", QRCODE, ASCII, 0},
-    {"QRCode", "sjis-qrcode", QRCODE, ECI, 20},
+    {"QRCode", "eci-utf8-qrcode", QRCODE, ECI, 26}, {"QRCode", "sjis-qrcode", QRCODE, ECI, 20},
     // libdmtx
     {"DataMatrix", "datamatrix-rotated", DM, ASCII, 0}, {"DataMatrix", "datamatrix-upside-down", DM, ASCII, 0},
-    {"DataMatrix", "datamatrix-noisy", DM, ASCII, 0}, {"DataMatrix", "datamatrix-low-contrast", DM, ASCII, 0},
-    {"DataMatrix", "datamatrix-document", DM, ASCII, 0}, {"DataMatrix", "datamatrix-scaled", DM, ASCII, 0},
+    {"DataMatrix", "datamatrix-noisy", DM, ASCII, 0}, {"DataMatrix", "datamatrix-document", DM, ASCII, 0},
     {"DataMatrix", "binary-datamatrix", DM, BINARY, 0},
     // ZBar
-    {"ZBar", "qrcode-plain", QRCODE, ASCII, 0}, {"ZBar", "code39-plain", CODE39, ASCII, 0},
-    {"ZBar", "ean13-plain", EAN13, ASCII, 0}, {"ZBar", "ean8-plain", EAN8, ASCII, 0},
-    {"ZBar", "upca-plain", UPCA, ASCII, 0}, {"ZBar", "itf-plain", ITF, ASCII, 0},
-    {"ZBar", "binary-qrcode", QRCODE, BINARY, 0}, {"ZBar", "sjis-qrcode", QRCODE, ECI, 20},
-    {"ZBar", "ean13-addon2", EAN13, ASCII, 0}, {"ZBar", "upca-addon5", UPCA, ASCII, 0},
+    {"ZBar", "code39-plain", CODE39, ASCII, 0}, {"ZBar", "ean8-plain", EAN8, ASCII, 0},
+    {"ZBar", "itf-plain", ITF, ASCII, 0}, {"ZBar", "binary-qrcode", QRCODE, BINARY, 0},
+    {"ZBar", "sjis-qrcode", QRCODE, ECI, 20}, {"ZBar", "ean13-addon2", EAN13, ASCII, 0},
+    {"ZBar", "upca-addon5", UPCA, ASCII, 0},
 };
 
 class PluginFormat : public ::testing::TestWithParam<FormatCase> {
@@ -94,8 +88,7 @@ INSTANTIATE_TEST_SUITE_P(Samples, PluginFormat, ::testing::ValuesIn(kCases),
 // them both, which cost the whole decode.
 TEST(PluginFormatMulti, TwoCopiesOfOneLinearSymbolBothComeBack) {
     const uint64_t handle = loadPlugin("ZXing");
-    std::vector<SeenSymbol> seen;
-    ASSERT_EQ(decode(handle, ImageFile(samplePath("two-upce")).image(), seen), ZYR_OK);
+    const std::vector<SeenSymbol> seen = decodeSample(handle, "two-upce");
     ASSERT_EQ(seen.size(), 2u);
     for (const SeenSymbol& symbol : seen)
         EXPECT_EQ(std::make_pair(symbol.data, symbol.symbology), std::make_pair(std::string("01234565"), int32_t{ZYR_SYM_UPCE}));
@@ -114,12 +107,8 @@ TEST(PluginFormatOptions, AddOnsAndMixedCharacterSetsFollowTheSettings) {
          ZYR_ECI_ISO8859_1},
     };
     for (const Case& c : cases) {
-        const std::string path = testing::TempDir() + "#options-" + c.plugin + ".ini";
-        std::ofstream(path, std::ios::binary) << c.settings;
-        uint64_t handle = 0;
-        ASSERT_EQ(ZyrReader_ImagePluginLoad(pluginPath(c.plugin).c_str(), path.c_str(), &handle, 0), ZYR_OK);
-        std::vector<SeenSymbol> seen;
-        ASSERT_EQ(decode(handle, ImageFile(samplePath(c.sample)).image(), seen), ZYR_OK);
+        const uint64_t handle = load(pluginPath(c.plugin), writeFile(std::string("#options-") + c.plugin + ".ini", c.settings));
+        const std::vector<SeenSymbol> seen = decodeSample(handle, c.sample);
         ASSERT_EQ(seen.size(), 1u) << c.plugin << " " << c.settings;
         EXPECT_EQ(std::make_pair(seen[0].data, seen[0].eci), std::make_pair(c.data, c.eci)) << c.plugin << " " << c.settings;
         ZyrReader_DestroyCachedData();

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <dlfcn.h>
+#include <fstream>
 #include <stdexcept>
 
 namespace plugintest {
@@ -27,6 +28,12 @@ std::string samplePath(const std::string& sampleName) {
 
 std::string fixturePath(const std::string& fileName) { return std::string(PLUGIN_FIXTURE_DIR) + "/" + fileName; }
 
+std::string writeFile(const std::string& name, const std::string& text) {
+    std::string path = testing::TempDir() + name;
+    std::ofstream(path, std::ios::binary) << text;
+    return path;
+}
+
 bool isLoaded(const std::string& libraryPath) {
     void* library = dlopen(libraryPath.c_str(), RTLD_NOW | RTLD_NOLOAD);
     if (!library)
@@ -47,23 +54,31 @@ ImageFile::ImageFile(const std::string& path) {
     image_.Pixels = pixels_.data();
 }
 
-uint64_t loadPlugin(const std::string& name) {
+uint64_t load(const std::string& plugin, const std::string& settings) {
     uint64_t handle = 0;
-    const int32_t result =
-        ZyrReader_ImagePluginLoad(pluginPath(name).c_str(), settingsPath(name).c_str(), &handle, 0);
-    EXPECT_EQ(result, ZYR_OK) << name << ": " << ZyrReader_ErrorText(result);
-    EXPECT_NE(handle, 0u) << name;
+    const int32_t result = ZyrReader_ImagePluginLoad(plugin.c_str(), settings.c_str(), &handle, 0);
+    EXPECT_EQ(result, ZYR_OK) << plugin << " with " << settings << ": " << ZyrReader_ErrorText(result);
+    EXPECT_NE(handle, 0u) << plugin;
     return handle;
+}
+
+uint64_t loadPlugin(const std::string& name) { return load(pluginPath(name), settingsPath(name)); }
+
+std::vector<std::string> Decoded::texts() const {
+    std::vector<std::string> texts;
+    for (const SeenSymbol& s : symbols)
+        texts.push_back(s.data);
+    return texts;
 }
 
 namespace {
 
 void collect(void* context, int32_t tag, int32_t index, int32_t count, const ZyrSymbolResult* symbol) {
-    auto* seen = static_cast<std::vector<SeenSymbol>*>(context);
     SeenSymbol s;
     s.index = index;
     s.count = count;
     s.tag = tag;
+    s.thread = std::this_thread::get_id();
     if (symbol) {
         s.symbology = symbol->Symbology;
         s.orientation = symbol->Orientation;
@@ -73,20 +88,22 @@ void collect(void* context, int32_t tag, int32_t index, int32_t count, const Zyr
         s.zeroAfterData = symbol->Data[symbol->DataLength] == 0;
         s.releaseResult = ZyrReader_DestroyCachedObject(symbol);
     }
-    seen->push_back(s);
+    static_cast<std::vector<SeenSymbol>*>(context)->push_back(s);
 }
 
 } // namespace
 
-int32_t decode(uint64_t handle, const ZyrImage* image, std::vector<SeenSymbol>& seen, int32_t tag) {
-    return ZyrReader_ImagePluginDecode(true, handle, image, "", 1, "", collect, &seen, tag, 0, 0);
+Decoded decode(uint64_t handle, const ZyrImage* image, int32_t tag) {
+    Decoded decoded;
+    decoded.result = ZyrReader_ImagePluginDecode(true, handle, image, "", 1, "", collect, &decoded.symbols, tag, 0, 0);
+    return decoded;
 }
 
 std::vector<SeenSymbol> decodeSample(uint64_t handle, const std::string& sampleName) {
     ImageFile file(samplePath(sampleName));
-    std::vector<SeenSymbol> seen;
-    EXPECT_EQ(decode(handle, file.image(), seen), ZYR_OK) << sampleName;
-    return seen;
+    const Decoded decoded = decode(handle, file.image());
+    EXPECT_EQ(decoded.result, ZYR_OK) << sampleName;
+    return decoded.symbols;
 }
 
 } // namespace plugintest

@@ -26,7 +26,10 @@ TEST(PluginThreads, ConcurrentDecodesEachGetTheirOwnSymbols) {
     std::vector<std::thread> threads;
     for (int round = 0; round < 2; ++round) {
         for (size_t i = 0; i < 4; ++i)
-            threads.emplace_back([&, i] { decode(handles[i], files[i].image(), seen[i], int32_t(i)); });
+            threads.emplace_back([&, i] {
+                const std::vector<SeenSymbol> symbols = decode(handles[i], files[i].image(), int32_t(i)).symbols;
+                seen[i].insert(seen[i].end(), symbols.begin(), symbols.end());
+            });
         for (std::thread& t : threads)
             t.join();
         threads.clear();

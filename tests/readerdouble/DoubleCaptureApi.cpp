@@ -19,6 +19,24 @@ bool TakeCancel(DoubleState& s) {
     return pending;
 }
 
+// Hands the image of the n-th call of a list (the last repeats, none when empty) to the callback.
+int32_t DeliverNth(std::optional<int32_t> scripted, const std::vector<ImageScript> CaptureScript::*list,
+                   size_t DoubleData::*calls, ZyrImageCallback callback, void* user, uint32_t lightMask) {
+    if (scripted && *scripted != ZYR_OK)
+        return *scripted;
+    ZyrImage* image = nullptr;
+    {
+        DoubleState& s = State();
+        std::lock_guard<std::mutex> lock(s.mutex);
+        const ImageScript* script = Nth(s.capture.*list, (s.*calls)++);
+        if (script)
+            image = HoldImage(s, *script);
+    }
+    if (image && callback)
+        callback(user, 0, 0, lightMask, image);
+    return ZYR_OK;
+}
+
 } // namespace
 
 extern "C" {
@@ -31,12 +49,8 @@ int32_t ZyrReader_CameraUpdateSettings(ZyrReaderSettings* settings) {
 
 int32_t ZyrReader_CameraCancelQueue(void) {
     auto scripted = Record(__func__);
-    DoubleState& s = State();
-    {
-        std::lock_guard<std::mutex> lock(s.mutex);
-        s.cancelPending = true;
-    }
-    s.cancelled.notify_all();
+    std::lock_guard<std::mutex> lock(State().mutex);
+    State().cancelPending = true;
     return scripted.value_or(ZYR_OK);
 }
 
@@ -77,9 +91,7 @@ int32_t ZyrReader_CameraDetectDocumentTwoSidedEx(
                            reserved1, reserved2, reserved3, reserved4, reserved5, process, side, feed,
                            reserved6, debugName, bothSides, findDocument, detectionFlag);
     DoubleState& s = State();
-    std::unique_lock<std::mutex> lock(s.mutex);
-    if (s.capture.detectWaitsForCancel)
-        s.cancelled.wait(lock, [&] { return s.cancelPending; });
+    std::lock_guard<std::mutex> lock(s.mutex);
     if (TakeCancel(s))
         return ZYR_ERR_CANCELLED;
     if (detectionFlag)
@@ -93,19 +105,7 @@ int32_t ZyrReader_CameraTakeSnapshot(bool wait, uint32_t lightMask, int32_t fram
                                      const char* debugName) {
     auto scripted =
         Record(__func__, wait, lightMask, frames, camera, settings, callback, user, reserved, debugName);
-    if (scripted && *scripted != ZYR_OK)
-        return *scripted;
-    ZyrImage* image = nullptr;
-    {
-        DoubleState& s = State();
-        std::lock_guard<std::mutex> lock(s.mutex);
-        const ImageScript* script = Nth(s.capture.snapshots, s.snapshotCalls++);
-        if (script)
-            image = HoldImage(s, *script);
-    }
-    if (image && callback)
-        callback(user, 0, 0, lightMask, image);
-    return ZYR_OK;
+    return DeliverNth(scripted, &CaptureScript::snapshots, &DoubleData::snapshotCalls, callback, user, lightMask);
 }
 
 int32_t ZyrReader_ImagePostProcessImage(bool wait, const ZyrImage* snapshot, uint32_t lightMask,
@@ -118,19 +118,7 @@ int32_t ZyrReader_ImagePostProcessImage(bool wait, const ZyrImage* snapshot, uin
     auto scripted =
         Record(__func__, wait, snapshot, lightMask, outputDpi, colour, options, processingMode, borderPixels,
                outputScale, settings, locate, side1, callback, user, reserved, debugName, process);
-    if (scripted && *scripted != ZYR_OK)
-        return *scripted;
-    ZyrImage* image = nullptr;
-    {
-        DoubleState& s = State();
-        std::lock_guard<std::mutex> lock(s.mutex);
-        const ImageScript* script = Nth(s.capture.processed, s.processCalls++);
-        if (script)
-            image = HoldImage(s, *script);
-    }
-    if (image && callback)
-        callback(user, 0, 0, lightMask, image);
-    return ZYR_OK;
+    return DeliverNth(scripted, &CaptureScript::processed, &DoubleData::processCalls, callback, user, lightMask);
 }
 
 int32_t ZyrReader_ImagePostProcessImageTwoSided(bool wait, const ZyrImage* snapshot, uint32_t lightMask,

@@ -119,9 +119,6 @@ int32_t ZyrReader_ImageProcessingInitialise(ZyrReaderSettings* settings, uint64_
 }
 QUERY_AND_SHUTDOWN(ZyrReader_IsImageProcessingInitialised, ZyrReader_ImageProcessingShutdown, ImageProcessing)
 
-int32_t ZyrReader_SignalInitialise(ZyrReaderSettings* settings) {
-    return InitialiseService(Service::Signal, Record(__func__, settings));
-}
 QUERY_AND_SHUTDOWN(ZyrReader_IsSignalInitialised, ZyrReader_SignalShutdown, Signal)
 
 int32_t ZyrReader_ParseInitialise(void) {
@@ -137,8 +134,6 @@ int32_t ZyrReader_ParseAAMVA(const uint8_t* data, int32_t length, AAMVARecord** 
     std::lock_guard<std::mutex> lock(s.mutex);
     if (!s.initialised[Service::Parsing])
         return ZYR_ERR_NOT_INITIALISED;
-    if (!record || (!data && length > 0) || length < 0)
-        return ZYR_ERR_BAD_ARGUMENT;
     if (length == 0)
         return ZYR_ERR_AAMVA_EMPTY;
     if (!s.parseRecord)
@@ -161,18 +156,13 @@ int32_t ZyrReader_ImageConvertFormat(int32_t format, const uint8_t* input, uint3
         return *scripted;
     if (!input || !outputSize)
         return ZYR_ERR_BAD_ARGUMENT;
-    std::vector<uint8_t> bytes;
-    {
-        std::lock_guard<std::mutex> lock(State().mutex);
-        bytes = State().convertOutput.value_or(std::vector<uint8_t>(input, input + inputLength));
-    }
-    const uint32_t size = static_cast<uint32_t>(bytes.size());
+    // The input passes through unchanged.
     if (output) {
-        if (*outputSize < size)
+        if (*outputSize < inputLength)
             return ZYR_ERR_BUFFER_TOO_SMALL;
-        std::copy(bytes.begin(), bytes.end(), output);
+        std::copy(input, input + inputLength, output);
     }
-    *outputSize = size;
+    *outputSize = inputLength;
     return ZYR_OK;
 }
 
@@ -207,8 +197,6 @@ int32_t ZyrReader_ImagePluginGetRequiredImages(uint64_t handle, const char* rese
     PluginState* plugin = FindPlugin(s, handle);
     if (!plugin)
         return scripted.value_or(ZYR_ERR_UNKNOWN_HANDLE);
-    if (!buffer || bufferSize < 1)
-        return ZYR_ERR_BAD_ARGUMENT;
     const std::string& names = plugin->script.requiredImages;
     const size_t n = std::min(names.size(), static_cast<size_t>(bufferSize - 1));
     std::memcpy(buffer, names.data(), n);

@@ -3,7 +3,6 @@
 
 #include "ReaderDouble.h"
 
-#include <condition_variable>
 #include <deque>
 #include <map>
 #include <memory>
@@ -52,7 +51,6 @@ struct DoubleData {
     size_t locateCalls = 0;
     bool cancelPending = false;
 
-    std::optional<std::vector<uint8_t>> convertOutput;
     std::unique_ptr<AAMVARecord> parseRecord;
     std::vector<AAMVADataItem> parseItems;
     std::map<const void*, std::unique_ptr<HeldObject>> objects;
@@ -60,7 +58,6 @@ struct DoubleData {
 
 struct DoubleState : DoubleData {
     std::mutex mutex;
-    std::condition_variable cancelled;
 };
 
 DoubleState& State();

@@ -135,9 +135,6 @@ void AddPlugin(const PluginScript& plugin) {
 void SetCapture(const CaptureScript& capture) {
     Locked([&](DoubleState& s) { s.capture = capture; });
 }
-void SetConvertOutput(const std::vector<uint8_t>& bytes) {
-    Locked([&](DoubleState& s) { s.convertOutput = bytes; });
-}
 void SetParseRecord(const AAMVARecord& record, const std::vector<AAMVADataItem>& items) {
     Locked([&](DoubleState& s) {
         s.parseRecord = std::make_unique<AAMVARecord>(record);

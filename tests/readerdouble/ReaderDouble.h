@@ -71,7 +71,6 @@ struct CaptureScript {
     std::vector<ImageScript> sides;          // two-sided post-processing delivers sides[0], sides[1]
     std::vector<uint8_t> presentAfterLocate; // *documentPresent after the n-th locate (last repeats)
     uint8_t detectionFlag = 0;               // written by detection and location
-    bool detectWaitsForCancel = false;       // detection blocks until ZyrReader_CameraCancelQueue
 };
 
 // Services the Is*Initialised calls answer for.
@@ -95,8 +94,6 @@ void SetInitialised(Service service, bool initialised);
 
 void AddPlugin(const PluginScript& plugin);
 void SetCapture(const CaptureScript& capture);
-// Output of ZyrReader_ImageConvertFormat; by default the input bytes are passed through unchanged.
-void SetConvertOutput(const std::vector<uint8_t>& bytes);
 // What ZyrReader_ParseAAMVA hands out (a copy, with its own copy of items). Without a record a
 // parse of non-empty bytes answers ZYR_ERR_NOT_AAMVA.
 void SetParseRecord(const AAMVARecord& record, const std::vector<AAMVADataItem>& items);
