@@ -77,14 +77,6 @@ Corner markerCorner(const ZyrImage& image) {
                   : (right ? Corner::TopRight : Corner::TopLeft);
 }
 
-double meanLevel(const ZyrImage& image) {
-    double sum = 0;
-    for (int y = 0; y < image.Height; ++y)
-        for (int x = 0; x < image.Width; ++x)
-            sum += level(image, x, y);
-    return sum / (double(image.Width) * image.Height);
-}
-
 Device::Device(const std::string& deviceIni) {
     writeFile(folder_.file("device.ini"), deviceIni);
     fs::create_directory(folder_.file("documents"));

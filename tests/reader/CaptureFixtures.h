@@ -44,8 +44,6 @@ const char* cornerName(Corner corner);
 // The quarter of a grey image holding the darkest 8 x 8 block (the marker), or None when no
 // block is darker than the platen.
 Corner markerCorner(const ZyrImage& image);
-// Mean grey level of an image (any pixel format).
-double meanLevel(const ZyrImage& image);
 
 // A virtual reader folder: device.ini and a documents folder.
 class Device {

@@ -2,14 +2,12 @@
 // so that the test can create them the way the library's areas do; PNG writing and row conversion.
 #include "ZyrPixelFormat.h"
 #include "core/LibraryImage.h"
-#include "ImageFixtures.h"
-#include "TestSupport.h"
+#include "TempFolder.h"
 #include "ZyrReaderLowLevelAPI.h"
 #include "core/ObjectRegistry.h"
 #include "imagecodec/RowConverter.h"
 
 #include <gtest/gtest.h>
-#include <png.h>
 
 #include <cstring>
 #include <functional>
@@ -67,19 +65,6 @@ INSTANTIATE_TEST_SUITE_P(Formats, PngRoundTrip,
                          ::testing::Values(FormatCase{ZYR_PIXEL_GREY8, 1}, FormatCase{ZYR_PIXEL_RGB24, 3},
                                            FormatCase{ZYR_PIXEL_BGRA32, 4}));
 
-TEST_F(LibraryImages, GreyWithAlphaBecomesBgra) {
-    const fixtures::Picture picture = fixtures::makePicture(6, 3, fixtures::Pattern::GreyAlpha);
-    const std::vector<uint8_t> png = fixtures::encodePng(picture, PNG_COLOR_TYPE_GRAY_ALPHA, 8);
-    ZyrImage* image = nullptr;
-    ASSERT_EQ(LibraryImage::decode(png.data(), png.size(), &image), ZYR_OK);
-    ASSERT_EQ(image->PixelFormat, ZYR_PIXEL_BGRA32);
-    const uint8_t* p = image->Pixels + size_t(2) * size_t(image->Stride) + 4 * 5; // pixel (5, 2)
-    const fixtures::Rgba& expected = picture.at(5, 2);
-    EXPECT_EQ(p[0], expected.b);
-    EXPECT_EQ(p[2], expected.r);
-    EXPECT_EQ(p[3], expected.a);
-}
-
 TEST_F(LibraryImages, FailuresLeaveTheOutputAloneAndHandOutNothing) {
     ZyrImage sentinel{};
     ZyrImage* image = &sentinel;
@@ -118,10 +103,6 @@ const Kind kinds[] = {
      [] {
          return static_cast<const void*>(
              ObjectRegistry::instance().adopt(std::make_unique<ZyrSymbolResult>()));
-     }},
-    {"aamva_record",
-     [] {
-         return static_cast<const void*>(ObjectRegistry::instance().adopt(std::make_unique<AAMVARecord>()));
      }},
 };
 

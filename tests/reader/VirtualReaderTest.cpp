@@ -1,5 +1,6 @@
 // The virtual reader: device folders, the document feed, cancel, removal and snapshots.
 #include "CaptureFixtures.h"
+#include "ZyrPixelFormat.h"
 
 #include <gtest/gtest.h>
 
@@ -246,7 +247,6 @@ TEST_F(VirtualReaderTest, SnapshotShowsTheDocumentUnderTheLightAskedFor) {
         c.g = uint8_t(c.g / 2);
     device.add("a.png", colour, true);
     device.add("a.ir.png", capture::scene(640, 480, {}, 99)); // its own infrared image
-    device.add("b.png", colour, true);
     start(device);
     Delivered none;
     EXPECT_EQ(snapshot(ZYR_LIGHT_VISIBLE, none), ZYR_ERR_NO_DOCUMENT) << "nothing on the platen";
@@ -263,21 +263,9 @@ TEST_F(VirtualReaderTest, SnapshotShowsTheDocumentUnderTheLightAskedFor) {
     const uint8_t* card = v.Pixels + 200 * v.Stride + 300 * 3;
     EXPECT_EQ(card[0], capture::kCard);
     EXPECT_EQ(card[1], capture::kCard / 2);
-    EXPECT_DOUBLE_EQ(capture::meanLevel(*infrared.images.at(0).image), 99)
+    const ZyrImage& ir = *infrared.images.at(0).image;
+    EXPECT_EQ(ir.Pixels[200 * ir.Stride + 300 * ZyrPixel_BytesPerPixel(ir.PixelFormat)], 99)
         << "the document's own infrared file";
-    ZyrReader_DocumentProcessingComplete();
-
-    ASSERT_EQ(detect(), ZYR_OK);
-    Delivered derivedIr, derivedUv;
-    ASSERT_EQ(snapshot(ZYR_LIGHT_IR, derivedIr), ZYR_OK);
-    ASSERT_EQ(snapshot(ZYR_LIGHT_UV, derivedUv), ZYR_OK);
-    const ZyrImage& ir = *derivedIr.images.at(0).image;
-    EXPECT_EQ(ir.PixelFormat, ZYR_PIXEL_GREY8) << "infrared is derived as grey levels";
-    EXPECT_EQ(ir.Pixels[200 * ir.Stride + 300], (299 * 220 + 587 * 110 + 114 * 220 + 500) / 1000);
-    const ZyrImage& uv = *derivedUv.images.at(0).image;
-    const uint8_t* glow = uv.Pixels + 200 * uv.Stride + 300 * 3;
-    EXPECT_GT(glow[2], glow[0]) << "ultraviolet has a blue cast";
-    EXPECT_LT(capture::meanLevel(uv), capture::meanLevel(v) / 2) << "and is dim";
 }
 
 // An unreadable document is reported and skipped; a documents folder that went away is reported.
