@@ -68,18 +68,28 @@ TEST_F(DecodeRunTest, RowsCarryTheOutcomeAsValues) {
     rd::SymbolScript binary = Text("\0\x01"s, ZYR_DATA_BINARY, 26);
     binary.symbology = ZYR_SYM_PDF417;
     binary.corners = {{{1, 2}, {30, 2}, {30, 40}, {1, 40}}};
+    constexpr OutcomeStatus read = OutcomeStatus::Read;
     const struct {
         const char* plugin;
         std::vector<rd::SymbolScript> symbols;
         int32_t code;
         OutcomeStatus status;
-        const char* results;
+        std::string results, bytes; // row text; the record's bytes afterwards
     } cases[] = {
-        {"Read", {Text("hello"), binary}, ZYR_OK, OutcomeStatus::Read, "2 bytes (eci=26)"},
-        {"Empty", {Text("")}, ZYR_OK, OutcomeStatus::NoData, "[NO DATA]"},
-        {"Crash", {}, ZYR_ERR_PLUGIN_CRASHED, OutcomeStatus::Crashed, "[NO DATA]"},
-        {"Slow", {}, ZYR_ERR_PLUGIN_TIMEOUT, OutcomeStatus::TimedOut, "[NO DATA]"},
-        {"Bad", {}, ZYR_ERR_BAD_ARGUMENT, OutcomeStatus::Failed, "[NO DATA]"},
+        {"Read", {Text("hello"), binary}, ZYR_OK, read, "2 bytes (eci=26)", "hello\0\x01"s},
+        {"Empty", {Text("")}, ZYR_OK, OutcomeStatus::NoData, "[NO DATA]", ""},
+        {"Crash", {}, ZYR_ERR_PLUGIN_CRASHED, OutcomeStatus::Crashed, "[NO DATA]", ""},
+        {"Slow", {}, ZYR_ERR_PLUGIN_TIMEOUT, OutcomeStatus::TimedOut, "[NO DATA]", ""},
+        {"Bad", {}, ZYR_ERR_BAD_ARGUMENT, OutcomeStatus::Failed, "[NO DATA]", ""},
+        {"EciLatin1", {Text("Gr\xFC\xDF", ZYR_DATA_ECI_BYTES, ZYR_ECI_ISO8859_1)}, ZYR_OK, read, "Gr\xFC\xDF", "Gr\xFC\xDF"},
+        {"EciUtf8IsBytes", {Text("h\xC3\xA9llo", ZYR_DATA_ECI_BYTES, ZYR_ECI_UTF8)}, ZYR_OK, read, "6 bytes (eci=26)",
+         "h\xC3\xA9llo"},
+        // Text stops at the first zero; the bytes keep everything, trailing zeros included.
+        {"TextWithZero", {Text("ab\0cd"s)}, ZYR_OK, read, "ab", "ab\0cd"s},
+        {"BinaryTrailingZeros", {Text("\x07\0\0"s, ZYR_DATA_BINARY)}, ZYR_OK, read, "3 bytes (eci=0)", "\x07\0\0"s},
+        // Type 5 keeps one more byte, the terminator, when the data itself ends in a zero.
+        {"StringEndingInZero", {Text("ab\0"s, ZYR_DATA_STRING)}, ZYR_OK, read, "3 bytes (eci=0)", "ab\0\0"s},
+        {"StringWithoutZero", {Text("abc", ZYR_DATA_STRING)}, ZYR_OK, read, "3 bytes (eci=0)", "abc"},
     };
     std::vector<rd::PluginScript> scripts;
     for (const auto& c : cases) {
@@ -101,11 +111,11 @@ TEST_F(DecodeRunTest, RowsCarryTheOutcomeAsValues) {
                   std::make_tuple(cases[i].status, cases[i].code, std::chrono::nanoseconds(std::chrono::milliseconds(7))));
         EXPECT_EQ(rows[0].time, MillisecondsText(outcome.decode)) << "the row shows the value it carries";
         ASSERT_EQ(outcome.symbols.size(), cases[i].symbols.size()) << cases[i].plugin;
+        EXPECT_EQ(Data(int(i)), cases[i].bytes) << cases[i].plugin;
         if (i == 0) { // the row shows the last symbol; the record keeps both, described by the last
             const DecodedSymbol& last = outcome.symbols.back();
             EXPECT_EQ(std::make_tuple(last.bytes, last.symbology, last.dataType, last.corners[2].X, last.corners[2].Y),
                       std::make_tuple("\0\x01"s, int32_t(ZYR_SYM_PDF417), int32_t(ZYR_DATA_BINARY), 30, 40));
-            EXPECT_EQ(Data(0), "hello\0\x01"s);
             EXPECT_EQ(session.results.DataAt(0)->Symbology, int32_t(ZYR_SYM_PDF417));
         }
     }
@@ -141,40 +151,6 @@ TEST_F(DecodeRunTest, OneRecordAndRowPerSelectedPluginWithTheDecodeCallAsDocumen
     EXPECT_EQ(Data(0) + "|" + Data(1), "hello|");
     EXPECT_TRUE(view.savedPngs.empty()) << "an opened file is never filed";
 }
-
-struct SymbolCase {
-    const char* name;
-    int32_t type;
-    int32_t eci;
-    std::string data;
-    std::string text;  // row text
-    std::string bytes; // data buffer afterwards
-};
-
-class SymbolTextTest : public DecodeRunTest, public ::testing::WithParamInterface<SymbolCase> {};
-
-TEST_P(SymbolTextTest, TextAndBytes) {
-    const SymbolCase& c = GetParam();
-    Install({Plugin("A", {{Text(c.data, c.type, c.eci)}})});
-    Open({"x.png"});
-    session.decode.DecodeImageJob(job);
-    EXPECT_EQ(Results(), Strings{c.text});
-    EXPECT_EQ(Data(0), c.bytes);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Types, SymbolTextTest,
-    ::testing::Values(
-        SymbolCase{"Ascii", ZYR_DATA_ASCII, 0, "ABC", "ABC", "ABC"},
-        SymbolCase{"EciLatin1", ZYR_DATA_ECI_BYTES, ZYR_ECI_ISO8859_1, "Gr\xFC\xDF", "Gr\xFC\xDF", "Gr\xFC\xDF"},
-        SymbolCase{"EciUtf8IsBytes", ZYR_DATA_ECI_BYTES, ZYR_ECI_UTF8, "h\xC3\xA9llo", "6 bytes (eci=26)", "h\xC3\xA9llo"},
-        // Text stops at the first zero; the bytes keep everything, trailing zeros included.
-        SymbolCase{"TextWithZero", ZYR_DATA_ASCII, 0, "ab\0cd"s, "ab", "ab\0cd"s},
-        SymbolCase{"BinaryTrailingZeros", ZYR_DATA_BINARY, 0, "\x07\0\0"s, "3 bytes (eci=0)", "\x07\0\0"s},
-        // Type 5 keeps one more byte, the terminator, when the data itself ends in a zero.
-        SymbolCase{"StringEndingInZero", ZYR_DATA_STRING, 0, "ab\0"s, "3 bytes (eci=0)", "ab\0\0"s},
-        SymbolCase{"StringWithoutZero", ZYR_DATA_STRING, 0, "abc", "3 bytes (eci=0)", "abc"}),
-    [](const auto& info) { return std::string(info.param.name); });
 
 // A symbol joins the first record of its image still pending: A's row, when it has not been shown
 // yet, takes the symbol B found; shown at once, it keeps its own.

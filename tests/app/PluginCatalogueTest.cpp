@@ -138,22 +138,6 @@ TEST_F(CatalogueTest, PluginThatFailsToLoadLeavesNoTrace) {
     EXPECT_EQ(calls[2].Text(), "ZyrReader_ImagePluginGetRequiredImages(5, \"\", " + calls[2].args[2] + ", 1024)");
 }
 
-TEST_F(CatalogueTest, PluginsNeedingTheSameImageShareOneRecord) {
-    rd::PluginScript a{"KVDECODE_A.so"};
-    a.handle = 1;
-    a.requiredImages = "VISIBLE_DOC";
-    a.imageSettings = {Record("VISIBLE_DOC", "IMAGE_VISIBLE", 10)};
-    rd::PluginScript b = a;
-    b.fileName = "KVDECODE_B.so", b.handle = 2;
-    b.imageSettings = {Record("VISIBLE_DOC", "IMAGE_VISIBLE", 20)};
-    Install(a);
-    Install(b);
-    catalogue.Load(reader, table);
-    ASSERT_EQ(table.Size(), 1u);
-    EXPECT_TRUE(table.ForPlugin(1) == table.At(0) && table.ForPlugin(2) == table.At(0));
-    EXPECT_EQ(table.At(0)->LightMask, 10u) << "the first plug-in's record is the one kept";
-}
-
 TEST_F(CatalogueTest, CameraBlockComesFromTheReaderForItsLight) {
     const std::pair<const char*, uint32_t> cases[] = {{"IMAGE_VISIBLE", 100}, {"IMAGE_IR", 200}, {"IMAGE_UV", 300},
                                                       {"IMAGE_ir", 42},       {"IMAGE_VISIBLEX", 42}, {"", 42}};
@@ -176,15 +160,22 @@ TEST_F(CatalogueTest, FirstImageWithSettingsWinsAndOthersAreSkipped) {
     b.handle = 4;
     b.requiredImages = "NO_SETTINGS";
     b.imageSettings = {Record("OTHER", "IMAGE_VISIBLE", 5)};
+    rd::PluginScript c{"KVDECODE_C.so"}; // needs A's image: shares A's record
+    c.handle = 5;
+    c.requiredImages = "UV_DOC";
+    c.imageSettings = {Record("UV_DOC", "IMAGE_UV", 6)};
     Install(a);
     Install(b);
+    Install(c);
     catalogue.Load(reader, table);
     // Records are taken in the plug-in's enumeration order; names compare exactly.
     ASSERT_EQ(table.Size(), 2u);
     EXPECT_EQ(std::string(table.At(0)->ImageName) + "," + table.At(1)->ImageName, "UV_DOC,IR_DOC");
     EXPECT_EQ(table.ForPlugin(3), table.At(0)) << "the map keeps its first entry";
     EXPECT_EQ(table.ForPlugin(4), nullptr) << "a required image without settings maps nothing";
-    EXPECT_EQ(rd::CallsNamed("ZyrReader_ImagePluginGetImageSettings").size(), 5u + 2u);
+    EXPECT_EQ(table.ForPlugin(5), table.At(0));
+    EXPECT_EQ(table.At(0)->LightMask, 2u) << "the first plug-in's record is the one kept";
+    EXPECT_EQ(rd::CallsNamed("ZyrReader_ImagePluginGetImageSettings").size(), 5u + 2u + 2u);
 }
 
 TEST_F(CatalogueTest, EnumerationOfImageSettingsEndsEvenIfThePluginNeverSaysSo) {

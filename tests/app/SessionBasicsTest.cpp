@@ -51,44 +51,36 @@ TEST(ImageFileList, NamePartTakesTheLastSeparatorOfEitherKind) {
         EXPECT_EQ(ImageFileList::NamePart(path), name) << path;
 }
 
-TEST(ImageFileList, StepsAndIndexes) {
-    // Steps ('n' next, 'p' previous), each as "shown@index" ("-" when nothing is shown).
+TEST(ImageFileList, StepsReplaceAndClear) {
+    // Steps ('n' next, 'p' previous, 'c' clear, 'x' replace by "x"), each as "shown@index" ("-" when
+    // nothing is shown), after what the new list shows first.
     const struct {
         std::vector<std::string> files;
         std::string steps, expected;
     } cases[] = {
-        {{"a", "b", "c"}, "nnpp", "b@1 c@2 b@1 a@0"},
+        {{"a", "b", "c"}, "nnpp", "a@0 b@1 c@2 b@1 a@0"},
+        // Clearing keeps the index but not the position; a new list starts at its first.
+        {{"a", "b", "c"}, "nncnx", "a@0 b@1 c@2 -@2 -@2 x@0"},
         // Stepping past the end drops the position: the index still moves, later steps do nothing.
-        {{"a", "b"}, "nnnp", "b@1 -@2 -@2 -@2"},
-        {{"a", "b"}, "pn", "-@-1 -@-1"},
-        {{"only"}, "n", "-@1"},
-        {{}, "np", "-@0 -@0"},
+        {{"a", "b"}, "nnnp", "a@0 b@1 -@2 -@2 -@2"},
+        {{"a", "b"}, "pn", "a@0 -@-1 -@-1"},
+        {{"only"}, "n", "only@0 -@1"},
+        {{}, "np", "-@0 -@0 -@0"},
     };
     for (const auto& c : cases) {
         ImageFileList list;
         list.Replace(c.files);
-        std::string seen;
+        std::string seen = list.CurrentPath().value_or("-") + "@" + std::to_string(list.CurrentIndex());
         for (char step : c.steps) {
-            const auto shown = step == 'n' ? list.StepNext() : list.StepPrevious();
-            seen += (seen.empty() ? "" : " ") + shown.value_or("-") + "@" + std::to_string(list.CurrentIndex());
+            std::optional<std::string> shown;
+            if (step == 'n' || step == 'p')
+                shown = step == 'n' ? list.StepNext() : list.StepPrevious();
+            else
+                step == 'c' ? list.Clear() : list.Replace({"x"}), shown = list.CurrentPath();
+            seen += " " + shown.value_or("-") + "@" + std::to_string(list.CurrentIndex());
         }
         EXPECT_EQ(seen, c.expected) << c.steps;
     }
-}
-
-TEST(ImageFileList, ReplaceStartsAtTheFirstAndClearKeepsTheIndex) {
-    ImageFileList list;
-    list.Replace({"a", "b", "c"});
-    EXPECT_EQ(list.CurrentPath().value_or(""), "a");
-    list.StepNext();
-    list.StepNext();
-    list.Clear();
-    EXPECT_EQ(list.Count(), 0);
-    EXPECT_EQ(list.CurrentIndex(), 2);
-    EXPECT_FALSE(list.StepNext()) << "no position after the list was emptied";
-    list.Replace({"x"});
-    EXPECT_EQ(list.CurrentIndex(), 0);
-    EXPECT_EQ(list.CurrentPath().value_or(""), "x");
 }
 
 class SessionTest : public SessionFixture {
@@ -115,40 +107,33 @@ protected:
     }
 };
 
+// Saved next to the executable, read from the application folder: when the two differ nothing is
+// read back, as intended.
 TEST_F(SessionTest, SettingsSurviveARestartWhenBothFoldersAreTheSame) {
-    {
-        auto first = Start(view, appFolder.path() + "/");
-        first->imageNumber = 57;
-        first->plugins.SetSelected(0, true);
-        first->plugins.SetSelected(2, true);
-        first->files.SetFilterIndex(2);
-        first->SaveSettings();
+    TempFolder elsewhere;
+    for (const std::string& executable : {elsewhere.path(), appFolder.path() + "/"}) {
+        {
+            auto first = Start(view, executable);
+            first->imageNumber = 57;
+            first->plugins.SetSelected(0, true);
+            first->plugins.SetSelected(2, true);
+            first->files.SetFilterIndex(2);
+            first->SaveSettings();
+        }
+        EXPECT_EQ(readFile(executable + "/Glyphor.ini"),
+                  "[Previous_State]\r\nBitmapID=57\r\nSelectedPlugins=A,C\r\nFileDlgFilterIndex=2\r\n");
+        EXPECT_EQ(State(*Start(view, executable)), executable == elsewhere.path() ? "0||0" : "57|A,C|2");
     }
-    EXPECT_EQ(readFile(appFolder.file("Glyphor.ini")),
-              "[Previous_State]\r\nBitmapID=57\r\nSelectedPlugins=A,C\r\nFileDlgFilterIndex=2\r\n");
-    FakeView secondView;
-    auto second = Start(secondView, appFolder.path());
-    EXPECT_EQ(State(*second), "57|A,C|2");
-    EXPECT_TRUE(secondView.messages.empty());
+    EXPECT_TRUE(view.messages.empty());
 }
 
-TEST_F(SessionTest, SavedNextToTheExecutableButReadFromTheApplicationFolder) {
-    TempFolder executable;
-    {
-        auto first = Start(view, executable.path());
-        first->imageNumber = 9;
-        first->plugins.SetSelected(1, true);
-        first->SaveSettings();
-    }
-    EXPECT_TRUE(std::filesystem::exists(executable.file("Glyphor.ini")));
-    EXPECT_FALSE(std::filesystem::exists(appFolder.file("Glyphor.ini")));
-    auto second = Start(view, executable.path());
-    EXPECT_EQ(second->imageNumber, 0) << "the two folders differ: nothing is read back, as intended";
-    EXPECT_STREQ(second->plugins.SelectedNames().str(), "");
-}
-
-// Each file gives the defaults or what it still holds, silently.
+// A missing file, one that is not a file, and each broken one give the defaults or what the file
+// still holds, silently; so does a failed save.
 TEST_F(SessionTest, BrokenSettingsGiveDefaultsWithoutAMessage) {
+    std::filesystem::create_directory(appFolder.file("Glyphor.ini"));
+    EXPECT_EQ(State(*Start(view, appFolder.path())), "0||0");
+    std::filesystem::remove(appFolder.file("Glyphor.ini"));
+    EXPECT_EQ(State(*Start(view, appFolder.path())), "0||0");
     const std::pair<std::string, const char*> files[] = { // content, State
         {"", "0||0"},
         {"\x01\x02\xff\xfe\0\0[[[==="s, "0||0"},
@@ -162,16 +147,7 @@ TEST_F(SessionTest, BrokenSettingsGiveDefaultsWithoutAMessage) {
         appFolder.write("Glyphor.ini", content);
         EXPECT_EQ(State(*Start(view, appFolder.path())), expected) << content;
     }
-    EXPECT_TRUE(view.messages.empty());
-}
-
-TEST_F(SessionTest, MissingOrUnreadableFileKeepsTheDefaultsAndAFailedSaveIsSilent) {
-    EXPECT_EQ(Start(view, appFolder.path())->imageNumber, 0);
-    std::filesystem::create_directory(appFolder.file("Glyphor.ini")); // exists, but cannot be read as a file
-    EXPECT_EQ(Start(view, appFolder.path())->imageNumber, 0);
-    auto session = Start(view, appFolder.path() + "/no/such/folder/");
-    session->imageNumber = 3;
-    session->SaveSettings();
+    Start(view, appFolder.path() + "/no/such/folder/")->SaveSettings();
     EXPECT_FALSE(std::filesystem::exists(appFolder.file("no")));
     EXPECT_TRUE(view.messages.empty());
 }
