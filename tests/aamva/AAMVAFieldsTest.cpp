@@ -70,8 +70,8 @@ TEST(AAMVAFieldsTest, MeasuresWithUnknownUnitsLeaveNoRow) {
     for (const auto& c : cases) {
         RecordBuilder b;
         b.Full();
-        b.record().Height = Measure(170, c.heightUnit);
-        b.record().Weight = Measure(60, c.weightUnit);
+        b.record().Height = AAMVAMeasure{170, c.heightUnit};
+        b.record().Weight = AAMVAMeasure{60, c.weightUnit};
         EXPECT_EQ(Text(AAMVAFields::Physical(b.get()), false), c.names) << c.heightUnit << "/" << c.weightUnit;
     }
 }

@@ -55,7 +55,7 @@ TEST(AAMVAFormatTest, DateTextOfRealDaysOnlyAndNothingWhenAbsent) {
         {1, 0x80000001u, 2020, invalid},
     };
     for (const auto& c : cases)
-        EXPECT_EQ(AAMVAFormat::DateText(Date(c.day, c.month, c.year)), c.text) << c.day << "/" << c.month << "/" << c.year;
+        EXPECT_EQ(AAMVAFormat::DateText(AAMVADate{c.day, c.month, c.year}), c.text) << c.day << "/" << c.month << "/" << c.year;
 }
 
 // The window switches the process to the user's locale at start-up; month names stay English.
@@ -68,7 +68,7 @@ TEST(AAMVAFormatTest, MonthNamesStayEnglishUnderAnotherLocale) {
     char month[64] = {};
     std::strftime(month, sizeof month, "%B", &july);
     const std::string german = month; // the locale really is in effect
-    const std::string text = AAMVAFormat::DateText(Date(4, 7, 1976));
+    const std::string text = AAMVAFormat::DateText(AAMVADate{4, 7, 1976});
     std::setlocale(LC_ALL, previous.c_str());
     EXPECT_EQ(german, "Juli");
     EXPECT_EQ(text, "04 July 1976");
@@ -83,7 +83,7 @@ TEST(AAMVAFormatTest, MeasuresInKnownUnitsOnly) {
                  {180, AAMVA_UNIT_POUNDS, "180 Pounds"}, {-5, AAMVA_UNIT_KILOGRAMS, "-5 Kilograms"},
                  {69, 0, nullptr},                       {69, 5, nullptr}};
     for (const auto& c : cases)
-        EXPECT_EQ(AAMVAFormat::MeasureText(Measure(c.value, c.unit)).value_or("<none>"), c.text ? c.text : "<none>")
+        EXPECT_EQ(AAMVAFormat::MeasureText(AAMVAMeasure{c.value, c.unit}).value_or("<none>"), c.text ? c.text : "<none>")
             << "unit " << c.unit;
 }
 

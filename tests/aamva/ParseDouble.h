@@ -23,13 +23,10 @@ struct Script {
 void Reset(const Script& script);
 // The running script, for a test that changes the library's answers between calls.
 Script& Current();
-// "IsParsingInitialised", "ParseInitialise", "ParseAAMVA <length>", "Destroy <n>" where n numbers
-// the records in the order they were handed out (1, 2, ...), "Destroy unknown" otherwise.
+// "IsParsingInitialised", "ParseInitialise", "ParseAAMVA <length>", "Destroy", "Destroy unknown".
 const std::vector<std::string>& Log();
 // Records handed out and not yet destroyed.
 int Outstanding();
-// The bytes of the last ZyrReader_ParseAAMVA call.
-const std::vector<uint8_t>& LastBytes();
 
 } // namespace ParseDouble
 

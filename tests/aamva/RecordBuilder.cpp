@@ -1,20 +1,12 @@
 #include "RecordBuilder.h"
 
-AAMVADate Date(uint32_t day, uint32_t month, uint32_t year) {
-    return {day, month, year};
-}
-
-AAMVAMeasure Measure(int32_t value, uint32_t unit) {
-    return {value, unit};
-}
-
 RecordBuilder::RecordBuilder() : record_(new AAMVARecord) {
     Blank();
 }
 
 RecordBuilder& RecordBuilder::Blank() {
     std::memset(record_.get(), 0, sizeof(AAMVARecord));
-    const AAMVADate none = Date(AAMVA_NOT_PRESENT, AAMVA_NOT_PRESENT, AAMVA_NOT_PRESENT);
+    const AAMVADate none = {AAMVA_NOT_PRESENT, AAMVA_NOT_PRESENT, AAMVA_NOT_PRESENT};
     AAMVARecord& r = *record_;
     r.DateOfBirth = none;
     r.IssueDate = none;
@@ -35,11 +27,11 @@ RecordBuilder& RecordBuilder::Full() {
     Text(r.AddressState, "VA").Text(r.AddressPostalCode, "221010000").Text(r.AddressCountry, "USA");
     Text(r.FileType, "ANSI ").Text(r.IIN, "636000").Text(r.IssuerName, "Virginia");
     r.ShortSex = 'F';
-    r.DateOfBirth = Date(4, 7, 1976);
-    r.IssueDate = Date(29, 2, 2016);
-    r.ExpiryDate = Date(31, 2, 2026); // does not exist
-    r.Height = Measure(64, AAMVA_UNIT_INCHES);
-    r.Weight = Measure(130, AAMVA_UNIT_POUNDS);
+    r.DateOfBirth = {4, 7, 1976};
+    r.IssueDate = {29, 2, 2016};
+    r.ExpiryDate = {31, 2, 2026}; // does not exist
+    r.Height = {64, AAMVA_UNIT_INCHES};
+    r.Weight = {130, AAMVA_UNIT_POUNDS};
     r.HairColour = AAMVA_HAIR_BROWN;
     r.EyeColour = AAMVA_EYE_BLUE;
     r.Version = 8;

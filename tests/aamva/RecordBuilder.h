@@ -39,6 +39,3 @@ private:
     std::unique_ptr<AAMVADataItem[]> items_;
 };
 
-AAMVADate Date(uint32_t day, uint32_t month, uint32_t year);
-AAMVAMeasure Measure(int32_t value, uint32_t unit);
-

@@ -9,35 +9,29 @@ namespace fs = std::filesystem;
 namespace batchtest {
 namespace {
 
-class BatchCrashTest : public BatchFixture {
-protected:
-    // A plug-in folder holding only the misbehaving test plug-in, with a 2 s time limit, and
-    // images whose first pixel tells it what to do: a good one, one that aborts, one that hangs.
-    std::string Prepare() {
-        const fs::path plugins = m_dir / "plugins";
-        fs::create_directories(plugins);
-        fs::copy_file(FAULTY_PLUGIN_PATH, plugins / "KVDECODE_Faulty.so");
-        writeFile((plugins / "#KVDECODE_Faulty.ini").string(), "[Host]\nTimeLimitSeconds=2\n");
-        const std::pair<const char*, uint8_t> images[] = {
-            {"a-good.png", 1}, {"b-abort.png", 'A'}, {"c-hang.png", 'H'}, {"d-good.png", 2}};
-        for (const auto& [name, first] : images) {
-            glyphor::samples::RasterImage image;
-            image.width = 8;
-            image.height = 4;
-            image.pixels.assign(32, 9);
-            image.pixels[0] = first;
-            EXPECT_TRUE(glyphor::samples::writePng(Path(std::string("images/") + name), image)) << name;
-        }
-        return WriteSettings(plugins.string(), "reader.ini", plugins.string());
-    }
-};
+class BatchCrashTest : public BatchFixture {};
 
 // What the plug-in reports for an 8x4 image of nines with this first pixel.
 std::string GoodText(int first) { return "8x4 " + std::to_string(31 * 9 + first); }
 
+// A plug-in folder holding only the misbehaving test plug-in, with a 2 s time limit, and images
+// whose first pixel tells it what to do: a good one, one that aborts, one that hangs.
 TEST_F(BatchCrashTest, CrashedAndTimedOutDecodesAreNamedInCsvAndJson) {
+    const fs::path plugins = m_dir / "plugins";
+    fs::create_directories(plugins);
     fs::create_directories(m_dir / "images");
-    const std::string settings = Prepare();
+    fs::copy_file(FAULTY_PLUGIN_PATH, plugins / "KVDECODE_Faulty.so");
+    writeFile((plugins / "#KVDECODE_Faulty.ini").string(), "[Host]\nTimeLimitSeconds=2\n");
+    for (const auto& [name, first] : {std::pair<const char*, uint8_t>{"a-good.png", 1}, {"b-abort.png", 'A'},
+                                      {"c-hang.png", 'H'}, {"d-good.png", 2}}) {
+        glyphor::samples::RasterImage image;
+        image.width = 8;
+        image.height = 4;
+        image.pixels.assign(32, 9);
+        image.pixels[0] = first;
+        EXPECT_TRUE(glyphor::samples::writePng(Path(std::string("images/") + name), image)) << name;
+    }
+    const std::string settings = WriteSettings(plugins.string(), "reader.ini", plugins.string());
     const RunResult csv = RunBatch({"-f", "csv", "-s", settings, "-p", "Faulty", Path("images")});
     const RunResult json = RunBatch({"-f", "json", "-s", settings, "-p", "Faulty", Path("images")});
     ASSERT_EQ(csv.status + json.status, 0) << csv.err << json.err;
