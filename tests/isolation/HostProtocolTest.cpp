@@ -198,10 +198,8 @@ TEST(IsolationSettingsTest, HostSectionValues) {
         {"[Decoder]\nIsolated=0\nTimeLimitSeconds=1\n", true, true, 20000}, // another section's keys
         {"[host]\nisolated=no\n", true, false, 20000},
         {"[Host]\nIsolated=TRUE\nTimeLimitSeconds=2.5\n", true, true, 2500},
-        {"[Host]\nTimeLimitSeconds=86400\n", true, true, 86400000},
-        {"[Host]\nIsolated=\nTimeLimitSeconds=\n", true, true, 20000},
         {"[Host]\nIsolated=2\n", false, true, 20000},
-        {"[Host]\nTimeLimitSeconds=0\n", false, true, 20000},
+        {"[Host]\nTimeLimitSeconds=86400\n", true, true, 86400000},
         {"[Host]\nTimeLimitSeconds=86401\n", false, true, 20000},
         {"[Host]\nTimeLimitSeconds=5s\n", false, true, 20000},
     };

@@ -25,34 +25,25 @@ enum : int32_t {
 };
 
 const FormatCase kCases[] = {
-    // zxing-cpp, every format
-    {"ZXing", "pdf417-plain", PDF417, ASCII, 0}, {"ZXing", "qrcode-plain", QRCODE, ASCII, 0},
-    {"ZXing", "datamatrix-plain", DM, ASCII, 0}, {"ZXing", "aztec-plain", AZTEC, ASCII, 0},
-    {"ZXing", "code128-plain", CODE128, ASCII, 0}, {"ZXing", "code39-plain", CODE39, ASCII, 0},
-    {"ZXing", "code93-plain", CODE93, ASCII, 0}, {"ZXing", "ean13-plain", EAN13, ASCII, 0},
-    {"ZXing", "ean8-plain", EAN8, ASCII, 0}, {"ZXing", "upca-plain", UPCA, ASCII, 0},
-    {"ZXing", "upce-plain", UPCE, ASCII, 0}, {"ZXing", "itf-plain", ITF, ASCII, 0},
-    {"ZXing", "binary-qrcode", QRCODE, BINARY, 0}, {"ZXing", "binary-pdf417", PDF417, BINARY, 0},
-    {"ZXing", "binary-datamatrix", DM, BINARY, 0}, {"ZXing", "binary-aztec", AZTEC, BINARY, 0},
-    {"ZXing", "binary-code128", CODE128, BINARY, 0}, {"ZXing", "eci-utf8-qrcode", QRCODE, ECI, 26},
-    {"ZXing", "eci-utf8-pdf417", PDF417, ECI, 26}, {"ZXing", "aamva-pdf417", PDF417, ASCII, 0},
+    // zxing-cpp, a sample per kind of payload, and the formats one digit apart
+    {"ZXing", "code39-plain", CODE39, ASCII, 0}, {"ZXing", "itf-plain", ITF, ASCII, 0},
+    {"ZXing", "code128-plain", CODE128, ASCII, 0}, {"ZXing", "code93-plain", CODE93, ASCII, 0},
+    {"ZXing", "ean13-plain", EAN13, ASCII, 0}, {"ZXing", "ean8-plain", EAN8, ASCII, 0},
+    {"ZXing", "upca-plain", UPCA, ASCII, 0}, {"ZXing", "upce-plain", UPCE, ASCII, 0},
+    {"ZXing", "binary-aztec", AZTEC, BINARY, 0}, {"ZXing", "eci-utf8-pdf417", PDF417, ECI, 26},
     {"ZXing", "colour-qrcode", QRCODE, ASCII, 0}, {"ZXing", "sjis-qrcode", QRCODE, ECI, 20},
     {"ZXing", "gb18030-qrcode", QRCODE, ECI, 29}, {"ZXing", "latin1-aztec", AZTEC, ECI, 3},
     {"ZXing", "eci-mixed-datamatrix", DM, ECI, 26}, {"ZXing", "ean13-addon2", EAN13, ASCII, 0},
     {"ZXing", "upca-addon5", UPCA, ASCII, 0},
     // zxing-cpp, PDF417 only, and QR
     {"Pdf417", "pdf417-low-contrast", PDF417, ASCII, 0}, {"Pdf417", "binary-pdf417", PDF417, BINARY, 0},
-    {"Pdf417", "eci-utf8-pdf417", PDF417, ECI, 26}, {"Pdf417", "aamva-pdf417-document", PDF417, ASCII, 0},
-    {"Pdf417", "aamva-pdf417-tilted", PDF417, ASCII, 0}, {"ZXing", "aamva-pdf417-tilted", PDF417, ASCII, 0},
-    {"QRCode", "qrcode-scaled", QRCODE, ASCII, 0}, {"QRCode", "binary-qrcode", QRCODE, BINARY, 0},
-    {"QRCode", "eci-utf8-qrcode", QRCODE, ECI, 26}, {"QRCode", "sjis-qrcode", QRCODE, ECI, 20},
+    {"Pdf417", "aamva-pdf417-tilted", PDF417, ASCII, 0}, {"QRCode", "qrcode-scaled", QRCODE, ASCII, 0},
+    {"QRCode", "binary-qrcode", QRCODE, BINARY, 0}, {"QRCode", "sjis-qrcode", QRCODE, ECI, 20},
     // libdmtx
-    {"DataMatrix", "datamatrix-rotated", DM, ASCII, 0}, {"DataMatrix", "datamatrix-upside-down", DM, ASCII, 0},
-    {"DataMatrix", "datamatrix-noisy", DM, ASCII, 0}, {"DataMatrix", "datamatrix-document", DM, ASCII, 0},
+    {"DataMatrix", "datamatrix-rotated", DM, ASCII, 0}, {"DataMatrix", "datamatrix-noisy", DM, ASCII, 0},
     {"DataMatrix", "binary-datamatrix", DM, BINARY, 0},
     // ZBar
-    {"ZBar", "code39-plain", CODE39, ASCII, 0}, {"ZBar", "ean8-plain", EAN8, ASCII, 0},
-    {"ZBar", "itf-plain", ITF, ASCII, 0}, {"ZBar", "binary-qrcode", QRCODE, BINARY, 0},
+    {"ZBar", "ean8-plain", EAN8, ASCII, 0}, {"ZBar", "binary-qrcode", QRCODE, BINARY, 0},
     {"ZBar", "sjis-qrcode", QRCODE, ECI, 20}, {"ZBar", "ean13-addon2", EAN13, ASCII, 0},
     {"ZBar", "upca-addon5", UPCA, ASCII, 0},
 };

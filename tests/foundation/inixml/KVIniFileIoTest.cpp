@@ -3,20 +3,7 @@
 #include "KVBaseException.h"
 #include "StringBufferException.h"
 
-#include <functional>
-
 namespace {
-
-// Expects fn to throw E whose message starts with prefix (the rest is the system's error text).
-template <typename E>
-void ExpectThrowStartingWith(const std::function<void()>& fn, const std::string& prefix) {
-    try {
-        fn();
-        ADD_FAILURE() << "nothing thrown, expected \"" << prefix << "...\"";
-    } catch (const E& e) {
-        EXPECT_EQ(std::string(e.what()).substr(0, prefix.size()), prefix);
-    }
-}
 
 TEST(IniSave, WritesCrLfLinesAndReadsBackTheSameModel) {
     TempFolder folder;
@@ -65,11 +52,10 @@ TEST(IniSave, BadTargetsThrowOnlyWhenAsked) {
     ini.SetString("S", "K", "v");
     EXPECT_FALSE(ini.Save("", false));
     EXPECT_FALSE(ini.Save(nullptr, false));
-    ExpectThrowStartingWith<KVBaseException>([&] { ini.Save("", true); }, "Cannot save Ini file with no file name");
+    EXPECT_THROW(ini.Save("", true), KVBaseException);
     for (const std::string& target : {folder.file("no/such/folder/x.ini"), folder.path()}) {
         SCOPED_TRACE(target);
-        ExpectThrowStartingWith<StringBufferException>([&] { ini.Save(target.c_str(), true); },
-                                                       "Unable to create file - ");
+        EXPECT_THROW(ini.Save(target.c_str(), true), StringBufferException);
         EXPECT_TRUE(ini.Save(target.c_str(), false)); // quiet mode never reports a failed write
         EXPECT_STREQ(ini.GetFileName().str(), target.c_str());
     }
@@ -88,16 +74,14 @@ TEST(IniLoad, ReplacesTheModelAndFailuresLeaveItAlone) {
     EXPECT_FALSE(ini.Load(missing.c_str(), false));
     EXPECT_FALSE(ini.Load("", false));
     EXPECT_FALSE(ini.Load(nullptr, false));
-    ExpectThrowStartingWith<KVBaseException>([&] { ini.Load("", true); }, "Cannot load Ini file with no file name");
-    ExpectThrowStartingWith<KVBaseException>([&] { ini.Load(missing.c_str(), true); },
-                                             "Cannot load Ini file: " + missing + " does not exist");
+    EXPECT_THROW(ini.Load("", true), KVBaseException);
+    EXPECT_THROW(ini.Load(missing.c_str(), true), KVBaseException);
     EXPECT_EQ(Dump(ini), "[S]\nk=v\n");
     EXPECT_STREQ(ini.GetFileName().str(), good.c_str());
 
     // A path that exists but cannot be read as a file fails in the reading layer, in both modes.
     for (bool throwOnError : {true, false}) {
-        ExpectThrowStartingWith<StringBufferException>([&] { ini.Load(folder.path().c_str(), throwOnError); },
-                                                       "Unable to open file - ");
+        EXPECT_THROW(ini.Load(folder.path().c_str(), throwOnError), StringBufferException);
         EXPECT_EQ(Dump(ini), ""); // sections are dropped before the read is tried
     }
 }
