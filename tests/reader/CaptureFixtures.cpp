@@ -2,7 +2,6 @@
 #include "ZyrPixelFormat.h"
 
 #include <gtest/gtest.h>
-#include <png.h>
 
 #include <cmath>
 #include <filesystem>
@@ -83,9 +82,9 @@ Device::Device(const std::string& deviceIni) {
 }
 
 void Device::add(const std::string& file, const fixtures::Picture& picture, bool colour) const {
-    const int type = colour ? PNG_COLOR_TYPE_RGB : PNG_COLOR_TYPE_GRAY;
-    const std::vector<uint8_t> png = fixtures::encodePng(picture, type, 8);
-    addBytes(file, std::string(png.begin(), png.end()));
+    const std::string temporary = documents() + "/." + file + ".part";
+    glyphor::samples::writePng(temporary, fixtures::rasterOf(picture, colour));
+    fs::rename(temporary, documents() + "/" + file);
 }
 
 void Device::addBytes(const std::string& file, const std::string& bytes) const {

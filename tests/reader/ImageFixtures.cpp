@@ -4,9 +4,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
+#include <string>
 
-#include <jpeglib.h>
+#include "TempFolder.h"
 
 namespace fixtures {
 namespace {
@@ -138,65 +138,33 @@ std::vector<uint8_t> encodePng(const Picture& picture, int colourType, int bitDe
     return out;
 }
 
-std::vector<uint8_t> encodeJpeg(const Picture& picture, bool greyImage, int quality, bool progressive) {
-    jpeg_compress_struct cinfo{};
-    jpeg_error_mgr errors{};
-    cinfo.err = jpeg_std_error(&errors);
-    jpeg_create_compress(&cinfo);
-    unsigned char* buffer = nullptr;
-    unsigned long size = 0;
-    jpeg_mem_dest(&cinfo, &buffer, &size);
-    cinfo.image_width = JDIMENSION(picture.width);
-    cinfo.image_height = JDIMENSION(picture.height);
-    cinfo.input_components = greyImage ? 1 : 3;
-    cinfo.in_color_space = greyImage ? JCS_GRAYSCALE : JCS_RGB;
-    jpeg_set_defaults(&cinfo);
-    jpeg_set_quality(&cinfo, quality, TRUE);
-    if (progressive)
-        jpeg_simple_progression(&cinfo);
-    jpeg_start_compress(&cinfo, TRUE);
-    std::vector<uint8_t> row;
-    while (cinfo.next_scanline < cinfo.image_height) {
-        row.clear();
-        for (int x = 0; x < picture.width; ++x) {
-            const Rgba& c = picture.at(x, int(cinfo.next_scanline));
-            if (greyImage)
-                row.push_back(c.r);
-            else
-                row.insert(row.end(), {c.r, c.g, c.b});
-        }
-        JSAMPROW rows[1] = {row.data()};
-        jpeg_write_scanlines(&cinfo, rows, 1);
+glyphor::samples::RasterImage rasterOf(const Picture& picture, bool colour) {
+    glyphor::samples::RasterImage raster{picture.width, picture.height, colour ? 3 : 1, {}};
+    for (const Rgba& c : picture.pixels) {
+        if (colour)
+            raster.pixels.insert(raster.pixels.end(), {c.r, c.g, c.b});
+        else
+            raster.pixels.push_back(c.r);
     }
-    jpeg_finish_compress(&cinfo);
-    jpeg_destroy_compress(&cinfo);
-    std::vector<uint8_t> out(buffer, buffer + size);
-    std::free(buffer);
-    return out;
+    return raster;
+}
+
+// Through files in a temporary folder: the sample writer and reader work on paths.
+std::vector<uint8_t> encodeJpeg(const Picture& picture, bool grey) {
+    const TempFolder folder;
+    glyphor::samples::writeJpeg(folder.file("fixture.jpg"), rasterOf(picture, !grey), 90);
+    const std::string bytes = readFile(folder.file("fixture.jpg"));
+    return {bytes.begin(), bytes.end()};
 }
 
 Picture decodeJpegReference(const std::vector<uint8_t>& jpeg) {
-    jpeg_decompress_struct cinfo{};
-    jpeg_error_mgr errors{};
-    cinfo.err = jpeg_std_error(&errors);
-    jpeg_create_decompress(&cinfo);
-    jpeg_mem_src(&cinfo, jpeg.data(), static_cast<unsigned long>(jpeg.size()));
-    jpeg_read_header(&cinfo, TRUE);
-    cinfo.out_color_space = cinfo.num_components == 1 ? JCS_GRAYSCALE : JCS_RGB;
-    jpeg_start_decompress(&cinfo);
-    const int w = int(cinfo.output_width), channels = cinfo.output_components;
-    Picture p{w, int(cinfo.output_height), std::vector<Rgba>(size_t(w) * cinfo.output_height)};
-    std::vector<uint8_t> row(size_t(w * channels));
-    while (cinfo.output_scanline < cinfo.output_height) {
-        const int y = int(cinfo.output_scanline);
-        JSAMPROW rows[1] = {row.data()};
-        jpeg_read_scanlines(&cinfo, rows, 1);
-        for (size_t x = 0; x < size_t(w); ++x)
-            p.at(int(x), y) = {row[x * channels], row[x * channels + (channels - 1) / 2],
-                               row[x * channels + channels - 1], 255};
-    }
-    jpeg_finish_decompress(&cinfo);
-    jpeg_destroy_decompress(&cinfo);
+    const TempFolder folder;
+    glyphor::samples::RasterImage raster;
+    glyphor::samples::readImageFile(folder.write("reference.jpg", std::string(jpeg.begin(), jpeg.end())), raster);
+    Picture p{raster.width, raster.height, {}};
+    const size_t n = size_t(raster.channels);
+    for (size_t i = 0; i + n <= raster.pixels.size(); i += n)
+        p.pixels.push_back({raster.pixels[i], raster.pixels[i + (n - 1) / 2], raster.pixels[i + n - 1], 255});
     return p;
 }
 

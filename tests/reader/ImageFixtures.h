@@ -1,7 +1,9 @@
-// Test images: a picture model, independent encoders (PNG and JPEG through the codec libraries,
+// Test images: a picture model, independent encoders (PNG through libpng, JPEG through the samples,
 // BMP written here byte by byte, since no writer makes its rarer variants), a reference JPEG
 // decode; the BMP encoder also gives the exact file the library should write.
 #pragma once
+
+#include "ImageFiles.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -41,9 +43,10 @@ Picture flattenedOverWhite(const Picture& picture);
 // high byte and put noise in the low byte.
 std::vector<uint8_t> encodePng(const Picture& picture, int colourType, int bitDepth, bool interlaced = false);
 
-// JPEG through libjpeg (grey: one component).
-std::vector<uint8_t> encodeJpeg(const Picture& picture, bool grey, int quality = 90,
-                                bool progressive = false);
+// The picture for the sample image writers: grey (red channel) or RGB.
+glyphor::samples::RasterImage rasterOf(const Picture& picture, bool colour);
+// JPEG (grey: one component) through the sample writer, at quality 90.
+std::vector<uint8_t> encodeJpeg(const Picture& picture, bool grey);
 // The same bytes through libjpeg alone, as RGB (or grey repeated into r, g, b).
 Picture decodeJpegReference(const std::vector<uint8_t>& jpeg);
 
