@@ -79,6 +79,7 @@ TEST(MeasureReader, HeightsAndWeights) {
         EXPECT_EQ(zyr::AamvaMeasureReader::weight(row.value, row.metricElement), row.measure) << row.value;
 }
 
+// Names as whole cards write them (full name in one element, trailing commas) are the deviation rows'.
 TEST(NameReader, AssemblyFromEachGeneration) {
     // Elements present on the card, and what comes out: full|surname|forename|middle|suffix|given.
     const char* const rows[][2] = {
@@ -88,17 +89,12 @@ TEST(NameReader, AssemblyFromEachGeneration) {
         {"DCS=TESTER|DCT=JOHN,D,", "JOHN D TESTER|TESTER|JOHN|D||JOHN D"},
         {"DCS=NGUYEN|DCT=MARY M", "MARY M NGUYEN|NGUYEN|MARY|M||MARY M"},
         {"DCS=CHER|DCT=ANNE,", "ANNE CHER|CHER|ANNE|||ANNE"},
-        {"DAA=PUBLIC,JOHN,Q", "PUBLIC,JOHN,Q|PUBLIC|JOHN|Q||JOHN Q"},
         {"DAA=JOHNSON,JACK,,3RD", "JOHNSON,JACK,,3RD|JOHNSON|JACK||3RD|JACK"},
         {"DAA=SMITH, MARY JONES", "SMITH, MARY JONES|SMITH|MARY|JONES||MARY JONES"},
         {"DAA=DOE$JANE$A", "DOE$JANE$A|DOE|JANE|A||JANE A"},
-        {"DAA=JOHN P SMITH", "JOHN P SMITH|SMITH|JOHN|P||JOHN P"},
         {"DAA=JOHN CHESTER DOE JR", "JOHN CHESTER DOE JR|DOE|JOHN|CHESTER|JR|JOHN CHESTER"},
         {"DAA=MADONNA", "MADONNA|MADONNA||||"},
         {"DAA=X,Y|DAB=LASTNAME|DAC=FIRST|DAD=MID|DAE=II", "X,Y|LASTNAME|FIRST|MID|II|FIRST MID"},
-        {"DAC=ANN,|DAD=LEE,|DCS=BAKER, |DCU=JR,", "ANN LEE BAKER JR|BAKER|ANN|LEE|JR|ANN LEE"},
-        {"DCS=BAKER,ANN,LEE", "ANN LEE BAKER|BAKER|ANN|LEE||ANN LEE"},
-        {"DCS=ANN LEE BAKER", "ANN LEE BAKER|BAKER|ANN|LEE||ANN LEE"},
         // A family name of several words stays whole when the card has a first name element.
         {"DAC=NONE|DCS=DE LA CRUZ", "DE LA CRUZ|DE LA CRUZ||||"},
         {"", "|||||"}};
