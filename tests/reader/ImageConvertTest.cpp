@@ -234,22 +234,4 @@ TEST_P(DamagedImage, GivesItsErrorCode) {
 INSTANTIATE_TEST_SUITE_P(Inputs, DamagedImage, ::testing::ValuesIn(damageCases),
                          [](const ::testing::TestParamInfo<DamageCase>& info) { return info.param.name; });
 
-TEST(ImageConvertArguments, RefusesMissingPointersAndOtherFormatsAndHonoursTheLength) {
-    const std::vector<uint8_t> bytes = goodPng();
-    uint32_t size = 0;
-    EXPECT_EQ(ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, nullptr, 10, nullptr, &size), ZYR_ERR_BAD_ARGUMENT);
-    EXPECT_EQ(ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, bytes.data(), uint32_t(bytes.size()), nullptr, nullptr),
-              ZYR_ERR_BAD_ARGUMENT);
-    for (int32_t format : {0, 5, 7, -1})
-        EXPECT_EQ(ZyrReader_ImageConvertFormat(format, bytes.data(), uint32_t(bytes.size()), nullptr, &size),
-                  ZYR_ERR_BAD_ARGUMENT)
-            << "format " << format;
-    // Only inputLength bytes are read, even when more follow in memory.
-    const uint32_t length = uint32_t(findMarker(bytes, "IDAT") + 40);
-    EXPECT_EQ(ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, bytes.data(), length, nullptr, &size), ZYR_OK);
-    std::vector<uint8_t> out(size);
-    EXPECT_EQ(ZyrReader_ImageConvertFormat(ZYR_FORMAT_BMP, bytes.data(), length, out.data(), &size),
-              ZYR_ERR_CORRUPT_IMAGE);
-}
-
 } // namespace

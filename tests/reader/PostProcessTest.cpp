@@ -36,10 +36,10 @@ protected:
                                                Delivered::callback, &out, 0, nullptr, nullptr);
     }
     int32_t processTwoSided(const ZyrImage* snapshot, uint32_t options, Delivered& out, ZyrLocation* side1,
-                            ZyrLocation* side2, ZyrSideSettings* side = nullptr) {
+                            ZyrLocation* side2) {
         return ZyrReader_ImagePostProcessImageTwoSided(true, snapshot, ZYR_LIGHT_VISIBLE, 300, false, options,
                                                        0, 0, 0, &settings, nullptr, side1, side2,
-                                                       Delivered::callback, &out, 0, nullptr, nullptr, side);
+                                                       Delivered::callback, &out, 0, nullptr, nullptr, nullptr);
     }
 
     ZyrImageProcessingSettings processing{};
@@ -101,32 +101,6 @@ INSTANTIATE_TEST_SUITE_P(
                    kCrop | ZYR_OPT_GREYSCALE | ZYR_OPT_SHARPEN | ZYR_OPT_EXTRA, 0, 0, "400x250 top-left"}),
     [](const ::testing::TestParamInfo<OptionCase>& info) { return info.param.name; });
 
-// A location found is reported; one given inside the frame is cut as it is and left alone; one
-// outside the frame is searched for.
-TEST_F(PostProcess, LocationIsFoundOrTaken) {
-    const GreyView snapshot(capture::scene(640, 480, {kCard}));
-    const struct {
-        ZyrLocation given, after;
-        uint32_t options;
-        int width, height;
-    } cases[] = {
-        {{}, {kCard.left, kCard.top, kCard.width, kCard.height, 0}, kLocate, 640, 480},
-        {{50, 60, 300, 200, 0}, {50, 60, 300, 200, 0}, ZYR_OPT_CROP, 300, 200},
-        {{5000, 5000, 300, 200, 0}, {kCard.left, kCard.top, kCard.width, kCard.height, 0}, kCrop, 400, 250},
-    };
-    for (const auto& c : cases) {
-        Delivered out;
-        alignas(4) ZyrLocation location = c.given;
-        ASSERT_EQ(process(snapshot.image(), c.options, out, &location), ZYR_OK);
-        ASSERT_EQ(out.images.size(), 1u);
-        EXPECT_EQ(std::make_pair(out.images[0].image->Width, out.images[0].image->Height),
-                  std::make_pair(c.width, c.height));
-        EXPECT_EQ(std::vector<int32_t>({location.Left, location.Top, location.Width, location.Height, location.AngleTenths}),
-                  std::vector<int32_t>({c.after.Left, c.after.Top, c.after.Width, c.after.Height, c.after.AngleTenths}))
-            << "given at " << c.given.Left;
-    }
-}
-
 struct SceneCase {
     const char* name;
     std::vector<Card> cards;
@@ -181,66 +155,6 @@ TEST_F(PostProcess, DeskewStraightensATiltedCard) {
     EXPECT_NEAR(image.Width, tilted.width, 6);
     EXPECT_NEAR(image.Height, tilted.height, 6);
     EXPECT_EQ(capture::markerCorner(image), Corner::TopLeft);
-}
-
-TEST_F(PostProcess, ColourIsKeptOnlyWhenAskedAndNotGreyscale) {
-    std::vector<uint8_t> rgb;
-    for (const fixtures::Rgba& c : capture::scene(640, 480, {kCard}).pixels)
-        rgb.insert(rgb.end(), {c.r, uint8_t(c.g / 2), c.b}); // a colour card: red and blue differ from green
-    const ZyrImage snapshot{640, 480, 640 * 3, ZYR_PIXEL_RGB24, rgb.data()};
-    const struct {
-        bool colour;
-        uint32_t extra;
-        int32_t format;
-    } cases[] = {{true, 0, ZYR_PIXEL_RGB24}, {false, 0, ZYR_PIXEL_GREY8}, {true, ZYR_OPT_GREYSCALE, ZYR_PIXEL_GREY8}};
-    for (const auto& c : cases) {
-        Delivered out;
-        ASSERT_EQ(process(&snapshot, kCrop | c.extra, out, nullptr, 0, 0, c.colour), ZYR_OK);
-        ASSERT_EQ(out.images.size(), 1u);
-        const ZyrImage& image = *out.images[0].image;
-        EXPECT_EQ(image.PixelFormat, c.format) << "colour " << c.colour << " extra " << c.extra;
-        const uint8_t* centre = image.Pixels + 125 * image.Stride + 600;
-        if (c.format == ZYR_PIXEL_RGB24) {
-            EXPECT_EQ(std::vector<uint8_t>(centre, centre + 2), std::vector<uint8_t>({capture::kCard, capture::kCard / 2}));
-        }
-    }
-}
-
-// Side 1 from the left half, side 2 from the right, each located in the frame's coordinates; a
-// half without a card is delivered whole, and a frame without any fails. The back camera sees
-// side 2 mirrored: when the settings say so it is turned round again, its location left alone.
-TEST_F(PostProcess, TwoSidedDeliversSideOneThenSideTwo) {
-    const Card back{740, 100, 380, 240}, turned{740, 100, 380, 240, 180};
-    const struct {
-        std::vector<Card> cards;
-        int32_t mirrored;
-        int32_t result;
-        std::vector<std::string> images; // size and marker of the images delivered, sides 1 and 2
-        int32_t side1Left, side2Left, side2Width;
-    } cases[] = {
-        {{kCard, back}, 0, ZYR_OK, {"400x250 top-left", "380x240 top-left"}, 100, 740, 380},
-        {{kCard, turned}, 1, ZYR_OK, {"400x250 top-left", "380x240 bottom-left"}, 100, 740, 380},
-        {{kCard}, 0, ZYR_OK, {"400x250 top-left", "640x480 none"}, 100, 0, 0},
-        {{}, 0, ZYR_ERR_NO_DOCUMENT, {}, 0, 0, 0},
-    };
-    for (const auto& c : cases) {
-        const GreyView snapshot(capture::scene(1280, 480, c.cards));
-        ZyrSideSettings side{};
-        side.MirrorBackSide = c.mirrored;
-        Delivered out;
-        alignas(4) ZyrLocation side1{}, side2{};
-        ASSERT_EQ(processTwoSided(snapshot.image(), kCrop | ZYR_OPT_TWO_SIDED, out, &side1, &side2, &side),
-                  c.result);
-        std::vector<std::string> images;
-        for (size_t i = 0; i < out.images.size(); ++i) {
-            images.push_back(shape(*out.images[i].image));
-            EXPECT_EQ(out.images[i].side, int(i + 1));
-            EXPECT_EQ(out.images[i].index, int(i));
-        }
-        EXPECT_EQ(images, c.images) << c.cards.size() << " cards";
-        EXPECT_EQ(std::vector<int32_t>({side1.Left, side2.Left, side2.Width}),
-                  std::vector<int32_t>({c.side1Left, c.side2Left, c.side2Width})) << c.cards.size() << " cards";
-    }
 }
 
 TEST_F(PostProcess, BadCallsAreRefused) {

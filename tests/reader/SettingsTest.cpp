@@ -168,23 +168,6 @@ TEST(SettingsFile, RelativePathsAndTheConnectedReadersSettings) {
               "1 1800 2000 300");
 }
 
-TEST(SettingsFile, UnreadableFileGivesFileErrorDefaultsAndNoReport) {
-    RecordingErrorHandler handler;
-    TempFolder folder;
-    for (const std::string& path : {folder.file("missing.ini"), folder.path(), std::string()}) {
-        ZyrReaderSettings settings = garbage();
-        EXPECT_EQ(ZyrReader_LL_LoadSettingsFromIniFile(&settings, path.c_str()), ZYR_ERR_FILE) << path;
-        EXPECT_EQ(int32_t(settings.ImageWidth), 2700) << path;
-        EXPECT_EQ(std::string(settings.ApplicationFolder), executableFolder()) << path;
-    }
-    ZyrReaderSettings settings = garbage();
-    EXPECT_EQ(ZyrReader_LL_LoadSettingsFromIniFile(&settings, nullptr), ZYR_ERR_FILE);
-    EXPECT_EQ(ZyrReader_LL_LoadSettingsFromIniFile(nullptr, folder.file("x.ini").c_str()),
-              ZYR_ERR_BAD_ARGUMENT);
-    EXPECT_EQ(ZyrReader_LL_LoadSettings(nullptr), ZYR_ERR_BAD_ARGUMENT);
-    EXPECT_TRUE(handler.codes().empty());
-}
-
 // ---- The virtual reader's folder ----
 
 class NoReader : public ::testing::TestWithParam<const char*> {};

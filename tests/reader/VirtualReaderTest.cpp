@@ -146,13 +146,6 @@ TEST_F(VirtualReaderTest, DetectsDocumentsInNameOrderOnce) {
     EXPECT_EQ(detectAndFinish(), 0) << "a restart forgets what was delivered and any pending cancel";
 }
 
-TEST_F(VirtualReaderTest, AnArrivingDocumentWaitsForTheArrivalDelay) {
-    Device device("[Feed]\nRemovalTimeMs=0\nArrivalDelayMs=3600000\n");
-    device.add("a.png", document(1));
-    start(device);
-    EXPECT_EQ(detect(false), ZYR_ERR_NO_DOCUMENT);
-}
-
 // A cancel waits for the next detection or location, which it ends without touching the results,
 // even with a document waiting; a second cancel is no second pending one.
 TEST_F(VirtualReaderTest, ACancelIsKeptUntilACallTakesItAndAShutdownEndsEverything) {
@@ -218,26 +211,6 @@ TEST_F(VirtualReaderTest, ADocumentIsPresentUntilDoneWithAndRemoved) {
     feed.RemovalTimeMs = 50;
     ASSERT_EQ(locate(present, &feed, 60000), ZYR_OK);
     EXPECT_EQ(present, 0) << "the caller's removal time counts";
-}
-
-TEST_F(VirtualReaderTest, DetectionFillsBothSidesAndTheDarkObjectFlag) {
-    Device device("[Device]\nTwoSided=1\n[Feed]\nRemovalTimeMs=0\n");
-    device.add("a.png", document(1));
-    device.add("a.back.png", capture::scene(600, 400, {{100, 80, 380, 240}}));
-    start(device);
-    ASSERT_EQ(detect(), ZYR_OK);
-    EXPECT_EQ(flag, 0);
-    EXPECT_EQ(documentOf(side1), 1);
-    EXPECT_EQ(side2.Left, 640 + 100) << "side 2 lies in the right half of the frame";
-    EXPECT_EQ(side2.Width, 380);
-    ASSERT_EQ(ZyrReader_DocumentProcessingComplete(), ZYR_OK);
-
-    settings.DarkObjectDetect = 1;
-    ASSERT_EQ(ZyrReader_CameraUpdateSettings(&settings), ZYR_OK);
-    device.add("b.png", document(2));
-    ASSERT_EQ(detect(), ZYR_OK);
-    EXPECT_EQ(flag, 1);
-    EXPECT_EQ(side2.Width, 0) << "a document without a back";
 }
 
 TEST_F(VirtualReaderTest, SnapshotShowsTheDocumentUnderTheLightAskedFor) {

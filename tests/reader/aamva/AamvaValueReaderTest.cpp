@@ -1,7 +1,6 @@
 // The readers of single values (dates, heights, weights, names) against tables of the forms cards
-// write, element names by version, and records cut to their fields.
+// write, and records cut to their fields.
 #include "AamvaDateReader.h"
-#include "AamvaElementCatalogue.h"
 #include "AamvaMeasureReader.h"
 #include "AamvaNameReader.h"
 #include "AamvaTestSupport.h"
@@ -112,24 +111,6 @@ TEST(NameReader, AssemblyFromEachGeneration) {
                   row[1])
             << row[0];
     }
-}
-
-using zyr::AamvaElementCatalogue;
-
-TEST(ElementCatalogue, NamesDependOnTheVersion) {
-    const struct {
-        const char* id;
-        uint32_t version;
-        const char* name;
-    } rows[] = {
-        {"DAQ", 1, "Licence or ID number"}, {"DAQ", 9, "Customer ID number"},
-        {"DBG", 2, "Medical indicator or codes"}, {"DBG", 3, "Alias given name"},
-        // An element met before the version that defined it takes its first name.
-        {"DDA", 3, "Compliance type"}, {"DCS", AAMVA_NOT_PRESENT, "Family name"},
-        {"ZVA", 9, "Jurisdiction-specific element"}, {"DDM", 11, "Unknown element"},
-        {"ABC", 9, "Unknown element"}, {"DA", 9, "Unknown element"}, {"DAAA", 9, "Unknown element"}};
-    for (const auto& row : rows)
-        EXPECT_STREQ(AamvaElementCatalogue::name(row.id, row.version), row.name) << row.id << " v" << row.version;
 }
 
 // Text longer than its field is cut and still NUL-terminated; the last data item's value is the
