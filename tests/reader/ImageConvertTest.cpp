@@ -159,14 +159,10 @@ std::vector<uint8_t> cut(std::vector<uint8_t> bytes, size_t keep) {
     bytes.resize(keep);
     return bytes;
 }
-// The bytes with the given values written from `at` on, or (xor) one byte flipped.
+// The bytes with the given values written from `at` on.
 template <class... Values> std::vector<uint8_t> poke(std::vector<uint8_t> bytes, size_t at, Values... values) {
     for (const int v : {values...})
         bytes.at(at++) = uint8_t(v);
-    return bytes;
-}
-std::vector<uint8_t> flip(std::vector<uint8_t> bytes, size_t at, uint8_t mask) {
-    bytes[at] ^= mask;
     return bytes;
 }
 // A PNG whose header was poked, with the header's CRC made right again.
@@ -187,8 +183,6 @@ constexpr int32_t kCorrupt = ZYR_ERR_CORRUPT_IMAGE, kUnsupported = ZYR_ERR_UNSUP
 const DamageCase damageCases[] = {
     {"png_cut_in_header", [] { return cut(goodPng(), 20); }, kCorrupt, kCorrupt},
     {"png_cut_in_image_data", [] { return cut(goodPng(), findMarker(goodPng(), "IDAT") + 40); }, kOk, kCorrupt},
-    {"png_image_data_flipped", [] { return flip(goodPng(), findMarker(goodPng(), "IDAT") + 20, 0xFF); },
-     kOk, kCorrupt},
     {"png_zero_width", [] { return withHeaderCrc(poke(goodPng(), 16, 0, 0, 0, 0)); }, kCorrupt, kCorrupt},
     // 40000 x 40000
     {"png_huge", [] { return withHeaderCrc(poke(goodPng(), 16, 0, 0, 0x9C, 0x40, 0, 0, 0x9C, 0x40)); },
@@ -197,15 +191,11 @@ const DamageCase damageCases[] = {
     {"jpeg_cut_in_scan", [] { return cut(goodJpeg(), goodJpeg().size() * 2 / 3); }, kOk, kCorrupt},
     {"jpeg_zero_height", [] { return poke(goodJpeg(), findMarker(goodJpeg(), "\xFF\xC0") + 5, 0, 0); },
      kCorrupt, kCorrupt},
-    // End of image in the middle of the data.
-    {"jpeg_marker_inside_scan", [] { return poke(goodJpeg(), findMarker(goodJpeg(), "\xFF\xDA") + 40, 0xFF, 0xD9); },
-     kOk, kCorrupt},
     {"bmp_pixels_cut", [] { return cut(goodBmp(), goodBmp().size() - 40); }, kCorrupt, kCorrupt},
     {"bmp_header_size_past_end", [] { return poke(goodBmp(), 14, 0xFF, 0xFF, 0xFF); }, kCorrupt, kCorrupt},
     {"bmp_zero_width", [] { return poke(goodBmp(), 18, 0, 0, 0, 0); }, kCorrupt, kCorrupt},
     {"bmp_seven_bits", [] { return poke(goodBmp(), 28, 7); }, kUnsupported, kUnsupported},
     {"bmp_embedded_jpeg", [] { return poke(goodBmp(), 30, 4); }, kUnsupported, kUnsupported},
-    {"bmp_pixel_offset_past_end", [] { return poke(goodBmp(), 10, 0xFF, 0xFF, 0x0F); }, kCorrupt, kCorrupt},
     {"bmp_palette_past_end", [] { return cut(encodeBmp(makePicture(4, 4, P::Grey), bits(8)), 14 + 40 + 8); },
      kCorrupt, kCorrupt},
     {"bmp_run_lengths_cut", [] { return cut(rle8Bmp(), rle8Bmp().size() - 30); }, kOk, kCorrupt},

@@ -10,7 +10,6 @@
 namespace {
 
 using capture::Card;
-using capture::Corner;
 using capture::Delivered;
 using capture::GreyView;
 
@@ -142,20 +141,6 @@ const SceneCase sceneCases[] = {
 
 INSTANTIATE_TEST_SUITE_P(Scenes, PostProcessScenes, ::testing::ValuesIn(sceneCases),
                          [](const ::testing::TestParamInfo<SceneCase>& info) { return info.param.name; });
-
-// A tilted card is found with its angle, and deskew cuts it out straight, marker top-left.
-TEST_F(PostProcess, DeskewStraightensATiltedCard) {
-    const Card tilted{170, 140, 300, 190, 12};
-    const GreyView snapshot(capture::scene(640, 480, {tilted}));
-    Delivered straight;
-    alignas(4) ZyrLocation location{};
-    ASSERT_EQ(process(snapshot.image(), kCrop | ZYR_OPT_DESKEW, straight, &location), ZYR_OK);
-    EXPECT_NEAR(location.AngleTenths, 120, 10);
-    const ZyrImage& image = *straight.images.at(0).image;
-    EXPECT_NEAR(image.Width, tilted.width, 6);
-    EXPECT_NEAR(image.Height, tilted.height, 6);
-    EXPECT_EQ(capture::markerCorner(image), Corner::TopLeft);
-}
 
 TEST_F(PostProcess, BadCallsAreRefused) {
     const GreyView snapshot(capture::scene(64, 48, {}));

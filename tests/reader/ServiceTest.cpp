@@ -1,4 +1,4 @@
-// The library's services: start, stop and state of each, and the category log.
+// The library's category log.
 #include "CaptureFixtures.h"
 #include "TestSupport.h"
 #include "ZyrReaderLowLevelAPI.h"
@@ -136,61 +136,5 @@ TEST_F(Logging, LinesFromManyThreadsStayWhole) {
     for (size_t i = 1; i < lines.size(); ++i)
         ASSERT_EQ(lines[i], "images") << "line " << i;
 }
-
-// ---- Service state and error texts ----
-
-struct ServiceCalls {
-    const char* name;
-    int32_t (*start)(ZyrReaderSettings*);
-    bool (*isUp)();
-    int32_t (*stop)();
-};
-
-int32_t startImageProcessing(ZyrReaderSettings* s) {
-    return ZyrReader_ImageProcessingInitialise(s, 0, s ? &s->ImageProcessing : nullptr);
-}
-int32_t startSignal(ZyrReaderSettings* s) {
-    return ZyrReader_SignalInitialise(s);
-}
-
-const ServiceCalls services[] = {
-    {"camera", startCamera, ZyrReader_IsCameraInitialised, ZyrReader_CameraShutdown},
-    {"image_processing", startImageProcessing, ZyrReader_IsImageProcessingInitialised,
-     ZyrReader_ImageProcessingShutdown},
-    {"signal", startSignal, ZyrReader_IsSignalInitialised, ZyrReader_SignalShutdown},
-    {"parsing", startParsing, ZyrReader_IsParsingInitialised, ZyrReader_ParseShutdown},
-};
-
-class ServiceState : public ::testing::TestWithParam<ServiceCalls> {
-protected:
-    void TearDown() override { ZyrReader_DestroyCachedData(); }
-    ZyrReaderSettings settings{};
-};
-
-// Start, stop and query follow each other, each service on its own; the cached data stops it. A
-// start without the settings it needs is refused.
-TEST_P(ServiceState, StartStopAndQueryFollowEachOther) {
-    const ServiceCalls& s = GetParam();
-    if (s.start != startParsing) {
-        EXPECT_EQ(s.start(nullptr), ZYR_ERR_BAD_ARGUMENT) << "a start that needs settings";
-    }
-    EXPECT_FALSE(s.isUp());
-    EXPECT_EQ(s.stop(), ZYR_ERR_NOT_INITIALISED) << "stopping a service that never started";
-    ASSERT_EQ(s.start(&settings), ZYR_OK);
-    EXPECT_TRUE(s.isUp());
-    for (const ServiceCalls& other : services)
-        EXPECT_EQ(other.isUp(), other.isUp == s.isUp) << "starting " << s.name << ": " << other.name;
-    EXPECT_EQ(s.start(&settings), ZYR_OK) << "a second start is accepted";
-    EXPECT_TRUE(s.isUp());
-    EXPECT_EQ(s.stop(), ZYR_OK);
-    EXPECT_FALSE(s.isUp());
-    EXPECT_EQ(s.stop(), ZYR_ERR_NOT_INITIALISED);
-    ASSERT_EQ(s.start(&settings), ZYR_OK);
-    EXPECT_EQ(ZyrReader_DestroyCachedData(), ZYR_OK);
-    EXPECT_FALSE(s.isUp());
-}
-
-INSTANTIATE_TEST_SUITE_P(Services, ServiceState, ::testing::ValuesIn(services),
-                         [](const ::testing::TestParamInfo<ServiceCalls>& info) { return info.param.name; });
 
 } // namespace

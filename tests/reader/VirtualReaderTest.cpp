@@ -105,7 +105,6 @@ TEST_P(CameraStart, OpensTheDeviceFolderOrSaysWhyNot) {
 const StartCase startCases[] = {
     {"no_device_named", nullptr, nullptr, nullptr, ZYR_ERR_NO_READER, "ZYRREADER_DEVICE"},
     {"folder_without_device_ini", ".", nullptr, nullptr, ZYR_ERR_DEVICE, "device.ini"},
-    {"missing_folder", "gone", nullptr, nullptr, ZYR_ERR_DEVICE, "/gone/"},
     {"no_documents_folder", ".", "", nullptr, ZYR_ERR_DEVICE, "/documents/"},
     {"documents_named_by_the_device", ".", "[Documents]\nFolder=cards\n", "cards", ZYR_OK, ""},
     {"named_documents_folder_missing", ".", "[Documents]\nFolder=/nonexistent/cards\n", "documents", ZYR_ERR_DEVICE,

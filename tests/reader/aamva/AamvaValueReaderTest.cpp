@@ -22,15 +22,12 @@ TEST(DateReader, FormsAndOrders) {
         {"07041976", M, date(1976, 7, 4)}, {"19760704", Y, date(1976, 7, 4)},
         // The other order is tried when the expected one gives no date.
         {"19760704", M, date(1976, 7, 4)}, {"07041976", Y, date(1976, 7, 4)},
-        // Both orders fit the digits only in the expected one.
-        {"12122012", M, date(2012, 12, 12)}, {"20121212", Y, date(2012, 12, 12)},
         {"02292000", M, date(2000, 2, 29)}, {"  07041976  ", M, date(1976, 7, 4)},
         {"06092016M", M, date(2016, 6, 9)}, {"1131990", M, date(1990, 1, 13)}, {"1131990", Y, date(1990, 1, 13)},
         {"06-19-2023", Y, date(2023, 6, 19)}, {"2023-06-19", M, date(2023, 6, 19)},
         {"06/19/2023", M, date(2023, 6, 19)},
         // No such day in either order: the numbers read in the expected order are kept.
         {"02301999", M, date(1999, 2, 30)}, {"02291999", M, date(1999, 2, 29)}, {"13131999", M, date(1999, 13, 13)},
-        {"17530101", Y, date(1753, 1, 1)}, {"99999999", Y, date(9999, 99, 99)}, {"02-30-2001", M, date(2001, 2, 30)},
         // No date at all.
         {"", M, noDate()}, {"   ", M, noDate()}, {"00000000", M, noDate()}, {"NONE", M, noDate()},
         {"MMDDCCYY", M, noDate()}, {"197607", Y, noDate()}, {"X07041976", M, noDate()}};
