@@ -64,20 +64,6 @@ struct Tracked {
     int& deaths;
 };
 
-TEST(PtrListOwnership, DeleteAllDeletesClearDoesNot) {
-    int deaths = 0;
-    KV::PtrList<Tracked> list;
-    for (int i = 0; i < 6; ++i)
-        list.Add(new Tracked(deaths));
-    Tracked* kept = list.RemoveAt(0);
-    list.DeleteAll();
-    EXPECT_EQ(std::make_tuple(deaths, list.GetCount(), list.GetCapacity()), std::make_tuple(5, 0, 0));
-    list.Add(kept);
-    list.Clear();
-    EXPECT_EQ(deaths, 5);
-    delete kept;
-}
-
 TEST(KVObjectPointerListTest, TypedAccessAndHolderDeletesItems) {
     int deaths = 0;
     auto list = std::make_unique<KVObjectPointerList<Tracked>>();

@@ -85,16 +85,6 @@ TEST(StringBuffer, EditingKeepsExactBuffer) {
     }
 }
 
-TEST(StringBufferTrim, SpacesOnly) {
-    const std::pair<std::string, std::string> cases[] = {{"  a b  ", "a b"}, {"\ta b\t", "\ta b\t"}, {" \r\n ", "\r\n"}, {"    ", ""}, {"", ""}};
-    for (const auto& [input, trimmed] : cases) {
-        StringBuffer s(input.c_str());
-        s.trim();
-        EXPECT_EQ(Bytes(s), trimmed) << "input '" << input << "'";
-        EXPECT_TRUE(HasExactBuffer(s));
-    }
-}
-
 TEST(StringBufferSearch, SubstringPositions) {
     struct Case { std::string text; const char* pattern; uint32_t start; int32_t first; int32_t last; };
     const std::vector<Case> cases = {
