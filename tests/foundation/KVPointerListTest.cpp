@@ -44,19 +44,6 @@ TEST(KVPointerListTest, RemoveAtShiftsAndRejectsOutsideItems) {
     EXPECT_EQ(Ids(list), (std::vector<int>{1, 3, 4, 5}));
 }
 
-// Item 5 inserted at a position; past the end appends, into a full list grows it.
-TEST(PtrListTest, InsertAt) {
-    struct Case { std::vector<int> start; int at; std::vector<int> expected; };
-    const Case cases[] = {{{1, 2}, 0, {5, 1, 2}}, {{1, 2}, 1, {1, 5, 2}}, {{1}, 9, {1, 5}}, {{1, 2, 3, 4}, 2, {1, 2, 5, 3, 4}}};
-    for (const Case& c : cases) {
-        KV::PtrList<int> list;
-        for (int i : c.start)
-            list.Add(&slots[i]);
-        list.InsertAt(c.at, &slots[5]);
-        EXPECT_EQ(Ids(list), c.expected) << "at " << c.at;
-    }
-}
-
 // Counts destructions, to show which operations delete items and which do not.
 struct Tracked {
     explicit Tracked(int& deaths) : deaths(deaths) {}

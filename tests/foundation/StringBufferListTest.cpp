@@ -37,15 +37,6 @@ TEST(StringBufferListSplit, RunsOfSeparatorsCountAsOne) {
     }
 }
 
-TEST(StringBufferListItems, MissingEntriesThrow) {
-    StringBufferList list;
-    for (const char* item : {"x", "", "z"})
-        list.Add(StringBuffer(item));
-    EXPECT_EQ(Bytes(list.GetItem(1)), "");
-    for (int index : {3, 4, 100, -1}) // 3 is an empty slot below the capacity 4
-        EXPECT_THROW(list.GetItem(index), StringBufferException) << index;
-}
-
 TEST(StringBufferListFiles, LoadSplitsAtCrAndLfAsASet) {
     struct Case { const char* name; std::string bytes; Lines lines; };
     const std::vector<Case> cases = {

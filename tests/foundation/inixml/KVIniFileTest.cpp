@@ -1,6 +1,5 @@
 #include "IniTestSupport.h"
 
-#include <climits>
 #include <tuple>
 
 namespace {
@@ -72,18 +71,6 @@ TEST(IniParse, LineEndingsDoNotMatter) {
               reference);
 }
 
-
-// The integer read of a stored value is lenient: leading digits count, anything else reads 0.
-TEST(IniTypedValues, ConvertStoredText) {
-    const std::pair<const char*, int> cases[] = {{"-5", -5}, {"7x", 7}, {"abc", 0}, {"  42", 42},
-                                                 {"99999999999", INT_MAX}, {"-99999999999", INT_MIN}};
-    for (const auto& [value, asInt] : cases)
-        EXPECT_EQ(KVIniKey("k", value).GetValueInt(), asInt) << '"' << value << '"';
-    KVIniKey key("k", nullptr);
-    const std::string empty = key.GetValue().str();
-    key.SetValue(-5);
-    EXPECT_EQ(empty + "|" + key.GetValue().str(), "|-5");
-}
 
 // Getters never create; setters create once; names match exactly and the first of two wins.
 TEST(IniLookup, GettersNeverCreateSettersCreateOnceFirstNameWins) {
