@@ -37,29 +37,6 @@ TEST(StringBufferListSplit, RunsOfSeparatorsCountAsOne) {
     }
 }
 
-TEST(StringBufferListFiles, LoadSplitsAtCrAndLfAsASet) {
-    struct Case { const char* name; std::string bytes; Lines lines; };
-    const std::vector<Case> cases = {
-        {"crlf and blank lines", "a\r\n\r\nb\nc", {"a", "b", "c"}},
-        {"cr only", "x\ry\r", {"x", "y"}}, {"lf cr pairs", "p\n\rq", {"p", "q"}},
-        {"empty file", "", {}},
-        {"spaces, tabs and high bytes stay", " a \t\xe9\r\n", {" a \t\xe9"}},
-        {"text ends at first nul", "a\nb\0c\nd"s, {"a", "b"}},
-    };
-    TempFolder folder;
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        const std::string path = folder.file("in.txt");
-        writeFile(path, c.bytes);
-        StringBufferList list;
-        list.Add(StringBuffer("first"));
-        list.LoadFromFile(StringBuffer(path.c_str()));
-        Lines expected = {"first"};
-        expected.insert(expected.end(), c.lines.begin(), c.lines.end());
-        EXPECT_EQ(LinesOf(list), expected);
-    }
-}
-
 TEST(StringBufferListFiles, SaveEndsEveryLineWithCrLf) {
     struct Case { const char* name; std::string existing; Lines lines; bool append; std::string expected; };
     const std::vector<Case> cases = {

@@ -152,9 +152,7 @@ TEST(FrameChannelStatus, WhatThePeerSendsDecidesTheStatus) {
         if (!c.peerCloses)
             close(peer);
     }
-}
-
-TEST(FrameChannel, SendingToAClosedPeerIsClosedNotASignal) {
+    // Sending to a closed peer is a status, not a signal.
     const auto [ourEnd, peer] = Sockets();
     FrameChannel ours(ourEnd);
     close(peer);
