@@ -7,7 +7,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
 #include <QScrollBar>
@@ -26,16 +25,14 @@ namespace {
 
 using Range = std::pair<int32_t, int32_t>;
 
-// The view inside a window next to a line edit that can take the focus away. Rows are fixed at
-// eight bytes; pixel positions come from the view's own layout, so any fixed-pitch font works.
+// The view inside an active window. Rows are fixed at eight bytes; pixel positions come from the
+// view's own layout, so any fixed-pitch font works.
 class HexViewTest : public testing::Test {
 protected:
     void SetUp() override {
         window = std::make_unique<QWidget>();
         edit = new CHexEdit(window.get());
-        other = new QLineEdit(window.get());
         edit->setGeometry(0, 0, 480, 200);
-        other->setGeometry(0, 210, 100, 24);
         window->resize(500, 240);
         HexLayout::Options options;
         options.autoBytesPerRow = false;
@@ -64,7 +61,6 @@ protected:
     QWidget* Client() const { return edit->viewport(); }
     int32_t Top() const { return edit->Editor().Top(); }
     int32_t Caret() const { return edit->Editor().CaretPosition(); }
-    int Mode() const { return edit->Editor().CaretMode(); }
     Range Selection() const { return {edit->Editor().SelectionStart(), edit->Editor().SelectionEnd()}; }
 
     // A point in a byte's cell: 'h' its hex pair, 'g' the gap after it, 'c' its character, 'a' the address.
@@ -77,10 +73,7 @@ protected:
     }
 
     void Click(QPoint p, Qt::KeyboardModifiers mods = {}) { QTest::mouseClick(Client(), Qt::LeftButton, mods, p); }
-    void Key(Qt::Key key, Qt::KeyboardModifiers mods = {}, int times = 1) {
-        for (int i = 0; i < times; ++i)
-            QTest::keyClick(edit, key, mods);
-    }
+    void Key(Qt::Key key, Qt::KeyboardModifiers mods = {}) { QTest::keyClick(edit, key, mods); }
 
     static void SetClip(const std::optional<std::string>& binary, const std::optional<std::string>& text) {
         auto* m = new QMimeData;
@@ -115,7 +108,6 @@ protected:
 
     std::unique_ptr<QWidget> window;
     CHexEdit* edit = nullptr;
-    QLineEdit* other = nullptr;
 };
 
 TEST_F(HexViewTest, DraggingSelectsAndScrollsPastEitherEdge) {

@@ -38,12 +38,11 @@ TEST(StringBufferListSplit, RunsOfSeparatorsCountAsOne) {
 }
 
 TEST(StringBufferListFiles, SaveEndsEveryLineWithCrLf) {
-    struct Case { const char* name; std::string existing; Lines lines; bool append; std::string expected; };
+    struct Case { const char* name; std::string existing; Lines lines; std::string expected; };
     const std::vector<Case> cases = {
-        {"empty list writes nothing", "old", {}, false, ""},
-        {"shorter content truncates", "a much longer old text\r\n", {"", "a"}, false, "\r\na\r\n"},
-        {"append keeps old", "x\r\ny\r\n", {"x", "y"}, true, "x\r\ny\r\nx\r\ny\r\n"},
-        {"embedded nul written by length", "", {"a\0b"s}, false, "a\0b\r\n"s},
+        {"empty list writes nothing", "old", {}, ""},
+        {"shorter content truncates", "a much longer old text\r\n", {"", "a"}, "\r\na\r\n"},
+        {"embedded nul written by length", "", {"a\0b"s}, "a\0b\r\n"s},
     };
     TempFolder folder;
     for (const Case& c : cases) {
@@ -55,7 +54,7 @@ TEST(StringBufferListFiles, SaveEndsEveryLineWithCrLf) {
         StringBufferList list;
         for (const std::string& line : c.lines)
             list.Add(Sb(line));
-        EXPECT_TRUE(list.SaveToFile(StringBuffer(path.c_str()), c.append, true));
+        EXPECT_TRUE(list.SaveToFile(StringBuffer(path.c_str()), false, true));
         EXPECT_EQ(readFile(path), c.expected);
     }
 }
