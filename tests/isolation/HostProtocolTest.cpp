@@ -10,7 +10,6 @@
 #include <unistd.h>
 
 #include <cstring>
-#include <thread>
 #include <tuple>
 
 using namespace zyr;

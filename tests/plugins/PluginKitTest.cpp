@@ -41,7 +41,6 @@ TEST(EciDesignators, ReadsEveryDesignatorInOrder) {
     struct Case { const char* what; std::string rendered; std::vector<int32_t> values; bool highBytesBefore; };
     const Case cases[] = {
         {"no designator", "]Q1HELLO", {}, false}, {"UTF-8", "]Q2\\000026Gr\xc3\xbc", {26}, false},
-        {"switching part-way", "]L1\\000003AB\\000026CD", {3, 26}, false},
         {"8-bit text before the first", "]d4Gr\xfc\\000020\x82\xa0", {20}, true},
         {"doubled backslash is data", "]Q2AB\\\\000020CD\\000026", {26}, false},
         {"designator cut short", "]Q2\\000003A\\0000", {3}, false},

@@ -3,7 +3,6 @@
 #include "XmlTestSupport.h"
 
 #include <functional>
-#include <memory>
 
 namespace {
 
