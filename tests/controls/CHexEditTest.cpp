@@ -85,7 +85,7 @@ protected:
     }
 
     // Opens the context menu, records its entries (text, enabled), optionally runs one.
-    std::vector<std::pair<QString, bool>> OpenMenu(QContextMenuEvent::Reason reason, const QString& choose = QString()) {
+    std::vector<std::pair<QString, bool>> OpenMenu(QContextMenuEvent::Reason reason, QString choose = {}) {
         std::vector<std::pair<QString, bool>> entries;
         QTimer::singleShot(0, [&] {
             auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());

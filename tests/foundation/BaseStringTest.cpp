@@ -41,8 +41,8 @@ TEST(BaseStringTest, FindSubStringAndEquality) {
               "cab|bc|bc||");
     EXPECT_EQ(std::string({s[0], s[6], s[-1]}), "a\0\0"s);
     const String withNul("a\0b", 3);
-    EXPECT_EQ(std::vector<bool>({String("x") == "x", String(static_cast<const char*>(nullptr)) == "", withNul == "a",
-                                 withNul == String("a\0b", 3), withNul != String("a\0c", 3)}),
+    EXPECT_EQ(std::vector<bool>({String("x") == "x", String(static_cast<const char*>(nullptr)) == "",
+                                 withNul == "a", withNul == String("a\0b", 3), withNul != String("a\0c", 3)}),
               std::vector<bool>({true, true, false, true, true}));
 }
 

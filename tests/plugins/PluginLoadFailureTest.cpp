@@ -48,8 +48,8 @@ TEST_F(PluginLoadFailure, EachFaultAndNullArgumentHasItsCodeAndLeavesNothingLoad
         EXPECT_FALSE(isLoaded(c.library)) << c.what;
     }
     uint64_t none = 0;
-    EXPECT_EQ(std::make_pair(ZyrReader_ImagePluginLoad(nullptr, settingsPath("Pdf417").c_str(), &none, 0),
-                             ZyrReader_ImagePluginLoad(pdf417.c_str(), settingsPath("Pdf417").c_str(), nullptr, 0)),
+    EXPECT_EQ(std::make_pair(ZyrReader_ImagePluginLoad(nullptr, cases[0].settings.c_str(), &none, 0),
+                             ZyrReader_ImagePluginLoad(pdf417.c_str(), cases[0].settings.c_str(), nullptr, 0)),
               std::make_pair(int32_t{ZYR_ERR_BAD_ARGUMENT}, int32_t{ZYR_ERR_BAD_ARGUMENT}));
     EXPECT_FALSE(isLoaded(pdf417));
     char names[64];

@@ -85,8 +85,8 @@ TEST(IniLookup, GettersNeverCreateSettersCreateOnceFirstNameWins) {
     EXPECT_EQ(Dump(ini), "[S]\nA=2\nB=42\n[T]\nC=1\n");
     ini.FindSection("S", false)->AddKey(new KVIniKey("B", "7"));
     ini.AddSection(new KVIniSection("S"));
-    EXPECT_EQ(std::make_tuple(ini.FindSection("s", false), ini.FindSection(" S", false), ini.GetInt("S", "b", 0),
-                              ini.GetInt("S", "B", 0)),
+    EXPECT_EQ(std::make_tuple(ini.FindSection("s", false), ini.FindSection(" S", false),
+                              ini.GetInt("S", "b", 0), ini.GetInt("S", "B", 0)),
               std::make_tuple(nullptr, nullptr, 0, 42));
     KVIniSection* created = ini.FindSection("s", true);
     EXPECT_EQ(std::make_pair(ini.GetSections()->GetCount(), ini.GetSections()->GetAt(3)), std::make_pair(4, created));
