@@ -70,7 +70,7 @@ TEST(HexEditor, CaretWalksEndOnByteNibbleAndTop) {
     }
 }
 
-TEST(HexEditor, EditingReshapesBufferAndClampsCaret) {
+TEST(HexEditor, EditingReshapesBufferClampsCaretAndNewDataResets) {
     HexEditor editor;
     Prepare(editor, Counting(6));
     ASSERT_TRUE(editor.Insert(2, 3));
@@ -92,14 +92,11 @@ TEST(HexEditor, EditingReshapesBufferAndClampsCaret) {
     editor.DeleteRange(3, kLength);
     editor.UpdateLayout(300, 30);
     EXPECT_EQ(std::make_pair(editor.Top(), editor.CaretPosition()), std::make_pair(0, 3));
-}
 
-TEST(HexEditor, SetDataCopiesAndResets) {
-    HexEditor editor;
+    // New data is a copy and resets selection and caret; no bytes or a negative length is no buffer.
     std::vector<uint8_t> data = Counting(10);
-    Prepare(editor, data);
     editor.SetSelection(2, 4);
-    editor.SetCaretFromHit({5, HexModeCharacter, {}});
+    editor.SetCaretFromHit({2, HexModeCharacter, {}});
     editor.SetData(data.data(), 3);
     data[0] = 0x7E;
     EXPECT_EQ(std::make_tuple(editor.Data(), editor.SelectionStart(), editor.CaretPosition(), editor.CaretMode()),

@@ -74,7 +74,6 @@ TEST(HexLayout, HitTestFindsByteModeAndCaretPoint) {
         {"AddressGapCell", wide, 60, 20, 0, true, 15, HexModeAddress, {56, 14}},
         {"HexSecondCellHigh", wide, 71, 0, 0, true, 0, HexModeHigh, {63, 0}},
         {"HexThirdCellLow", wide, 78, 0, 0, true, 0, HexModeLow, {70, 0}},
-        {"HexThirdRowSecondByte", wide, 85, 30, 0, true, 31, HexModeHigh, {84, 28}},
         {"HexLastCellOfRow", wide, 375, 0, 0, true, 14, HexModeLow, {364, 0}},
         {"CharacterFirst", wide, 378, 0, 0, true, 0, HexModeCharacter, {378, 0}},
         {"CharacterOnePastRow", wide, 483, 0, 0, true, 15, HexModeCharacter, {483, 0}},
@@ -86,7 +85,6 @@ TEST(HexLayout, HitTestFindsByteModeAndCaretPoint) {
         {"CharacterClampedToLength", wide, 427, 0, 195, true, 200, HexModeCharacter, {427, 0}},
         {"LeftOfClientIsFirstCell", wide, -20, 0, 0, true, 0, HexModeAddress, {0, 0}},
         {"NoAddressHigh", noAddress, 8, 0, 0, true, 0, HexModeHigh, {0, 0}},
-        {"NoAddressLow", noAddress, 15, 0, 0, true, 0, HexModeLow, {7, 0}},
         {"NarrowAddressFirstHexCell", Columns(true, true, true, false), 35, 0, 0, true, 0, HexModeLow, {28, 0}}};
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);

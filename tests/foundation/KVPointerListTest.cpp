@@ -44,39 +44,12 @@ TEST(KVPointerListTest, RemoveAtShiftsAndRejectsOutsideItems) {
     EXPECT_EQ(Ids(list), (std::vector<int>{1, 3, 4, 5}));
 }
 
-// Item 5 inserted at a position; past the end appends, into a full list grows it.
-TEST(PtrListTest, InsertAt) {
-    struct Case { std::vector<int> start; int at; std::vector<int> expected; };
-    const Case cases[] = {{{1, 2}, 0, {5, 1, 2}}, {{1, 2}, 1, {1, 5, 2}}, {{1}, 9, {1, 5}}, {{1, 2, 3, 4}, 2, {1, 2, 5, 3, 4}}};
-    for (const Case& c : cases) {
-        KV::PtrList<int> list;
-        for (int i : c.start)
-            list.Add(&slots[i]);
-        list.InsertAt(c.at, &slots[5]);
-        EXPECT_EQ(Ids(list), c.expected) << "at " << c.at;
-    }
-}
-
 // Counts destructions, to show which operations delete items and which do not.
 struct Tracked {
     explicit Tracked(int& deaths) : deaths(deaths) {}
     ~Tracked() { ++deaths; }
     int& deaths;
 };
-
-TEST(PtrListOwnership, DeleteAllDeletesClearDoesNot) {
-    int deaths = 0;
-    KV::PtrList<Tracked> list;
-    for (int i = 0; i < 6; ++i)
-        list.Add(new Tracked(deaths));
-    Tracked* kept = list.RemoveAt(0);
-    list.DeleteAll();
-    EXPECT_EQ(std::make_tuple(deaths, list.GetCount(), list.GetCapacity()), std::make_tuple(5, 0, 0));
-    list.Add(kept);
-    list.Clear();
-    EXPECT_EQ(deaths, 5);
-    delete kept;
-}
 
 TEST(KVObjectPointerListTest, TypedAccessAndHolderDeletesItems) {
     int deaths = 0;

@@ -37,45 +37,12 @@ TEST(StringBufferListSplit, RunsOfSeparatorsCountAsOne) {
     }
 }
 
-TEST(StringBufferListItems, MissingEntriesThrow) {
-    StringBufferList list;
-    for (const char* item : {"x", "", "z"})
-        list.Add(StringBuffer(item));
-    EXPECT_EQ(Bytes(list.GetItem(1)), "");
-    for (int index : {3, 4, 100, -1}) // 3 is an empty slot below the capacity 4
-        EXPECT_THROW(list.GetItem(index), StringBufferException) << index;
-}
-
-TEST(StringBufferListFiles, LoadSplitsAtCrAndLfAsASet) {
-    struct Case { const char* name; std::string bytes; Lines lines; };
-    const std::vector<Case> cases = {
-        {"crlf and blank lines", "a\r\n\r\nb\nc", {"a", "b", "c"}},
-        {"cr only", "x\ry\r", {"x", "y"}}, {"lf cr pairs", "p\n\rq", {"p", "q"}},
-        {"empty file", "", {}},
-        {"spaces, tabs and high bytes stay", " a \t\xe9\r\n", {" a \t\xe9"}},
-        {"text ends at first nul", "a\nb\0c\nd"s, {"a", "b"}},
-    };
-    TempFolder folder;
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        const std::string path = folder.file("in.txt");
-        writeFile(path, c.bytes);
-        StringBufferList list;
-        list.Add(StringBuffer("first"));
-        list.LoadFromFile(StringBuffer(path.c_str()));
-        Lines expected = {"first"};
-        expected.insert(expected.end(), c.lines.begin(), c.lines.end());
-        EXPECT_EQ(LinesOf(list), expected);
-    }
-}
-
 TEST(StringBufferListFiles, SaveEndsEveryLineWithCrLf) {
-    struct Case { const char* name; std::string existing; Lines lines; bool append; std::string expected; };
+    struct Case { const char* name; std::string existing; Lines lines; std::string expected; };
     const std::vector<Case> cases = {
-        {"empty list writes nothing", "old", {}, false, ""},
-        {"shorter content truncates", "a much longer old text\r\n", {"", "a"}, false, "\r\na\r\n"},
-        {"append keeps old", "x\r\ny\r\n", {"x", "y"}, true, "x\r\ny\r\nx\r\ny\r\n"},
-        {"embedded nul written by length", "", {"a\0b"s}, false, "a\0b\r\n"s},
+        {"empty list writes nothing", "old", {}, ""},
+        {"shorter content truncates", "a much longer old text\r\n", {"", "a"}, "\r\na\r\n"},
+        {"embedded nul written by length", "", {"a\0b"s}, "a\0b\r\n"s},
     };
     TempFolder folder;
     for (const Case& c : cases) {
@@ -87,7 +54,7 @@ TEST(StringBufferListFiles, SaveEndsEveryLineWithCrLf) {
         StringBufferList list;
         for (const std::string& line : c.lines)
             list.Add(Sb(line));
-        EXPECT_TRUE(list.SaveToFile(StringBuffer(path.c_str()), c.append, true));
+        EXPECT_TRUE(list.SaveToFile(StringBuffer(path.c_str()), false, true));
         EXPECT_EQ(readFile(path), c.expected);
     }
 }

@@ -46,9 +46,6 @@ TEST(BrokenHost, EachGivesItsCode) {
          ZYR_ERR_PLUGIN_LOAD, 0},
         {"answers a decode with another open reply",
          script("host-opened-twice", opened + opened + "exec sleep 30"), ZYR_OK, ZYR_ERR_PLUGIN_DECODE},
-        {"answers a decode with an unknown code",
-         script("host-odd-code", opened + "printf '" + kDecodedOddCode + "' >&3\nexec sleep 30"), ZYR_OK,
-         ZYR_ERR_PLUGIN_DECODE},
         {"dies after the open", script("host-dies-later", opened + "sleep 0.2\nexit 3"), ZYR_OK,
          ZYR_ERR_PLUGIN_CRASHED},
     };

@@ -1,8 +1,7 @@
 // The plug-ins' shared pieces that decide what the bench shows: payload typing, ECI extraction
-// and settings parsing.
+// and settings parsing (retry passes are refused or taken when a plug-in opens).
 #include "IniFile.h"
 #include "PayloadType.h"
-#include "RetryPass.h"
 #include "SettingsReader.h"
 #include "ZXingSymbol.h"
 
@@ -42,7 +41,6 @@ TEST(EciDesignators, ReadsEveryDesignatorInOrder) {
     struct Case { const char* what; std::string rendered; std::vector<int32_t> values; bool highBytesBefore; };
     const Case cases[] = {
         {"no designator", "]Q1HELLO", {}, false}, {"UTF-8", "]Q2\\000026Gr\xc3\xbc", {26}, false},
-        {"switching part-way", "]L1\\000003AB\\000026CD", {3, 26}, false},
         {"8-bit text before the first", "]d4Gr\xfc\\000020\x82\xa0", {20}, true},
         {"doubled backslash is data", "]Q2AB\\\\000020CD\\000026", {26}, false},
         {"designator cut short", "]Q2\\000003A\\0000", {3}, false},
@@ -53,41 +51,6 @@ TEST(EciDesignators, ReadsEveryDesignatorInOrder) {
         const kvdecode::EciDesignators found = kvdecode::eciDesignators(ZXing::ByteArray(c.rendered));
         EXPECT_EQ(std::make_tuple(found.values, found.highBytesBefore, kvdecode::firstEci(ZXing::ByteArray(c.rendered))),
                   std::make_tuple(c.values, c.highBytesBefore, c.values.empty() ? 0 : c.values[0])) << c.what;
-    }
-}
-
-TEST(GuessTextEci, NamesTheLikelyCharacterSet) {
-    const std::pair<std::string, int32_t> cases[] = {
-        {"HELLO\n123", ZYR_ECI_NONE},
-        {"Gr\xc3\xbc\xc3\x9f" "e \xe2\x82\xac", ZYR_ECI_UTF8},
-        {"\x93\xfa\x96\x7b ABC \x83\x65", ZYR_ECI_SHIFT_JIS},
-        {"Stra\xdf" "e K\xf6ln", ZYR_ECI_ISO8859_1},
-        {"\xc4\xd6\xdc", ZYR_ECI_ISO8859_1}, // single-byte katakana alone is not taken for Shift_JIS
-        {"A\x85\x86\xff", ZYR_ECI_NONE},     // C1 bytes and no multi-byte set: binary
-        {std::string("Gr\xfc\0", 4), ZYR_ECI_NONE},
-        {"caf\xc3", ZYR_ECI_ISO8859_1}, // a cut UTF-8 sequence
-    };
-    for (const auto& [bytes, eci] : cases)
-        EXPECT_EQ(kvdecode::guessTextEci(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size()), eci)
-            << bytes;
-}
-
-TEST(RetryPass, ParsesBinarizerTurnAndDownscale) {
-    struct Case { const char* text; bool ok; ZXing::Binarizer binarizer; double degrees; bool downscale; };
-    using B = ZXing::Binarizer;
-    const Case cases[] = {
-        {"GlobalHistogram", true, B::GlobalHistogram, 0, false},
-        {"FixedThreshold@-3", true, B::FixedThreshold, -3, false},
-        {"LocalAverage@1.5+Downscale", true, B::LocalAverage, 1.5, true},
-        {"FixedThreshold@90", false, B::LocalAverage, 0, false},
-        {"FixedThreshold@3x", false, B::LocalAverage, 0, false},
-        {"Threshold", false, B::LocalAverage, 0, false},
-    };
-    for (const Case& c : cases) {
-        kvdecode::RetryPass pass;
-        const bool ok = kvdecode::parseRetryPass(c.text, pass);
-        EXPECT_EQ(std::make_tuple(ok, pass.binarizer, pass.degrees, pass.downscale),
-                  std::make_tuple(c.ok, c.binarizer, c.degrees, c.downscale)) << c.text;
     }
 }
 

@@ -54,17 +54,12 @@ int32_t ZyrReader_CameraCancelQueue(void) {
     return scripted.value_or(ZYR_OK);
 }
 
-int32_t ZyrReader_LocateDocumentTwoSidedEx(uint32_t lightMask, int32_t timeoutMs, ZyrLocation* side1,
-                                           ZyrLocation* side2, uint8_t* documentPresent,
-                                           ZyrReaderSettings* settings, ZyrDetectSettings* detect,
-                                           ZyrLocateSettings* locate, bool bothSides, int32_t reserved1,
-                                           ZyrProcessSettings* process, ZyrSideSettings* side,
-                                           ZyrFeedSettings* feed, int32_t reserved2, bool debugImages,
-                                           bool hiRes, uint8_t* detectionFlag) {
-    auto scripted = Record(__func__, lightMask, timeoutMs, side1, side2,
-                           documentPresent ? Arg(static_cast<uint32_t>(*documentPresent)) : "null", settings,
-                           detect, locate, bothSides, reserved1, process, side, feed, reserved2, debugImages,
-                           hiRes, detectionFlag);
+int32_t ZyrReader_LocateDocumentTwoSidedEx(uint32_t, int32_t, ZyrLocation*, ZyrLocation*,
+                                           uint8_t* documentPresent, ZyrReaderSettings*, ZyrDetectSettings*,
+                                           ZyrLocateSettings*, bool, int32_t, ZyrProcessSettings*,
+                                           ZyrSideSettings*, ZyrFeedSettings*, int32_t, bool, bool,
+                                           uint8_t* detectionFlag) {
+    auto scripted = Record(__func__); // no test looks at the arguments
     DoubleState& s = State();
     std::lock_guard<std::mutex> lock(s.mutex);
     if (TakeCancel(s))
@@ -81,15 +76,13 @@ int32_t ZyrReader_InsertDocument(void) {
     return Record(__func__).value_or(ZYR_OK);
 }
 
-int32_t ZyrReader_CameraDetectDocumentTwoSidedEx(
-    bool wait, int32_t timeoutMs, uint32_t lightMask, ZyrLocation* side1, ZyrLocation* side2,
-    ZyrReaderSettings* settings, ZyrDetectSettings* detect, ZyrLocateSettings* locate, int32_t reserved1,
-    int32_t reserved2, int32_t reserved3, int32_t reserved4, int32_t reserved5, ZyrProcessSettings* process,
-    ZyrSideSettings* side, ZyrFeedSettings* feed, int32_t reserved6, const char* debugName, bool bothSides,
-    bool findDocument, uint8_t* detectionFlag) {
-    auto scripted = Record(__func__, wait, timeoutMs, lightMask, side1, side2, settings, detect, locate,
-                           reserved1, reserved2, reserved3, reserved4, reserved5, process, side, feed,
-                           reserved6, debugName, bothSides, findDocument, detectionFlag);
+int32_t ZyrReader_CameraDetectDocumentTwoSidedEx(bool wait, int32_t timeoutMs, uint32_t lightMask,
+                                                 ZyrLocation* side1, ZyrLocation*, ZyrReaderSettings*,
+                                                 ZyrDetectSettings*, ZyrLocateSettings*, int32_t, int32_t,
+                                                 int32_t, int32_t, int32_t, ZyrProcessSettings*,
+                                                 ZyrSideSettings*, ZyrFeedSettings*, int32_t, const char*,
+                                                 bool, bool, uint8_t* detectionFlag) {
+    auto scripted = Record(__func__, wait, timeoutMs, lightMask, side1); // tests look at these only
     DoubleState& s = State();
     std::lock_guard<std::mutex> lock(s.mutex);
     if (TakeCancel(s))

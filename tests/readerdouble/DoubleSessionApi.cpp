@@ -134,8 +134,6 @@ int32_t ZyrReader_ParseAAMVA(const uint8_t* data, int32_t length, AAMVARecord** 
     std::lock_guard<std::mutex> lock(s.mutex);
     if (!s.initialised[Service::Parsing])
         return ZYR_ERR_NOT_INITIALISED;
-    if (length == 0)
-        return ZYR_ERR_AAMVA_EMPTY;
     if (!s.parseRecord)
         return ZYR_ERR_NOT_AAMVA;
     auto object = std::make_unique<HeldObject>();
@@ -154,14 +152,9 @@ int32_t ZyrReader_ImageConvertFormat(int32_t format, const uint8_t* input, uint3
                            outputSize ? Arg(*outputSize) : std::string("null"));
     if (scripted)
         return *scripted;
-    if (!input || !outputSize)
-        return ZYR_ERR_BAD_ARGUMENT;
     // The input passes through unchanged.
-    if (output) {
-        if (*outputSize < inputLength)
-            return ZYR_ERR_BUFFER_TOO_SMALL;
+    if (output)
         std::copy(input, input + inputLength, output);
-    }
     *outputSize = inputLength;
     return ZYR_OK;
 }
@@ -181,8 +174,6 @@ int32_t ZyrReader_ImagePluginLoad(const char* pluginPath, const char* settingsPa
         return ZYR_ERR_PLUGIN_LOAD;
     if (script->loadResult != ZYR_OK)
         return script->loadResult;
-    if (!handle)
-        return ZYR_ERR_BAD_ARGUMENT;
     const uint64_t h = script->handle ? script->handle : s.nextHandle++;
     s.plugins[h] = PluginState{*script, 0};
     *handle = h;

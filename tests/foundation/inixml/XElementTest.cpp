@@ -3,26 +3,17 @@
 #include "XmlTestSupport.h"
 
 #include <functional>
-#include <memory>
 
 namespace {
 
 using KV::XLib::XWriteOptions;
 
+// Written with the default options (CR LF, tab indents, double quotes), the only ones in use.
 struct WriteCase {
     const char* label;
     std::function<void(XElement&)> build; // fills a root element named "E"
-    XWriteOptions options;
     std::string expected;
 };
-
-XWriteOptions Options(bool noLineBreaks, bool indentWithTabs, char32_t quote = U'"') {
-    XWriteOptions options;
-    options.noLineBreaks = noLineBreaks;
-    options.indentWithTabs = indentWithTabs;
-    options.quote = quote;
-    return options;
-}
 
 XElement* Child(XElement& parent, const char* name) {
     XElement* child = new XElement(X(name));
@@ -30,19 +21,16 @@ XElement* Child(XElement& parent, const char* name) {
     return child;
 }
 
-const XWriteOptions defaults = Options(false, true);
-
 TEST(XmlWrite, ElementLayout) {
     const WriteCase cases[] = {
-        {"EmptyElement", [](XElement&) {}, defaults, "<E />\r\n"},
-        {"AttributeSpecials", [](XElement& e) { e.SetAttribute(X("k"), X("a\"b'c<d>&")); }, defaults,
+        {"EmptyElement", [](XElement&) {}, "<E />\r\n"},
+        {"AttributeSpecials", [](XElement& e) { e.SetAttribute(X("k"), X("a\"b'c<d>&")); },
          "<E k=\"a&quot;b&apos;c&lt;d&gt;&amp;\" />\r\n"},
-        {"EscapedText", [](XElement& e) { e.SetText(X("1 < 2"), true); }, defaults, "<E>1 &lt; 2</E>\r\n"},
-        {"CdataText", [](XElement& e) { e.SetText(X("1 < 2"), false); }, defaults,
-         "<E><![CDATA[1 < 2]]></E>\r\n"},
-        {"CdataEndMarkerNotSplit", [](XElement& e) { e.SetText(X("a]]>b"), false); }, defaults,
+        {"EscapedText", [](XElement& e) { e.SetText(X("1 < 2"), true); }, "<E>1 &lt; 2</E>\r\n"},
+        {"CdataText", [](XElement& e) { e.SetText(X("1 < 2"), false); }, "<E><![CDATA[1 < 2]]></E>\r\n"},
+        {"CdataEndMarkerNotSplit", [](XElement& e) { e.SetText(X("a]]>b"), false); },
          "<E><![CDATA[a]]>b]]></E>\r\n"},
-        {"TextWinsOverChildren", [](XElement& e) { Child(e, "Hidden"); e.SetText(X("t"), true); }, defaults,
+        {"TextWinsOverChildren", [](XElement& e) { Child(e, "Hidden"); e.SetText(X("t"), true); },
          "<E>t</E>\r\n"},
         {"NestedIndentsOneTabPerLevel",
          [](XElement& e) {
@@ -51,19 +39,13 @@ TEST(XmlWrite, ElementLayout) {
              Child(*a, "C");
              Child(e, "D");
          },
-         defaults, "<E>\r\n\t<A>\r\n\t\t<B>b</B>\r\n\t\t<C />\r\n\t</A>\r\n\t<D />\r\n</E>\r\n"},
-        {"NoIndent", [](XElement& e) { Child(*Child(e, "A"), "B"); }, Options(false, false),
-         "<E>\r\n<A>\r\n<B />\r\n</A>\r\n</E>\r\n"},
-        {"NoLineBreaks", [](XElement& e) { Child(e, "A")->SetText(X("x"), true); Child(e, "B"); },
-         Options(true, true), "<E>\t<A>x</A>\t<B /></E>"},
-        {"OtherQuote", [](XElement& e) { e.SetAttribute(X("k"), X("it's")); }, Options(false, true, U'\''),
-         "<E k='it&apos;s' />\r\n"},
+         "<E>\r\n\t<A>\r\n\t\t<B>b</B>\r\n\t\t<C />\r\n\t</A>\r\n\t<D />\r\n</E>\r\n"},
     };
     for (const WriteCase& c : cases) {
         XElement root(X("E"));
         c.build(root);
         XString out;
-        root.Write(out, c.options);
+        root.Write(out, XWriteOptions());
         EXPECT_EQ(Std(out), c.expected) << c.label;
     }
 }
@@ -123,12 +105,6 @@ TEST(XmlSave, LinesResplitWithCrLf) {
     doc.AddChild(text);
     ASSERT_TRUE(doc.SaveToFile(X(file)));
     EXPECT_EQ(readFile(file), "<?xml version=\"1.0\"?>\r\n<R>\r\n\t<T><![CDATA[one\r\ntwo\r\nthree\r\n]]></T>\r\n</R>\r\n");
-    XWriteOptions oneLine;
-    oneLine.noLineBreaks = true;
-    oneLine.indentWithTabs = false;
-    text->SetText(X("x"), true);
-    ASSERT_TRUE(doc.SaveToFile(X(file), oneLine));
-    EXPECT_EQ(readFile(file), "<?xml version=\"1.0\"?><R><T>x</T></R>\r\n");
 }
 
 TEST(XmlSave, FileErrorsGiveFalseDevicesAreWritten) {
