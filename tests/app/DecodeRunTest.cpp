@@ -152,25 +152,6 @@ TEST_F(DecodeRunTest, OneRecordAndRowPerSelectedPluginWithTheDecodeCallAsDocumen
     EXPECT_TRUE(view.savedPngs.empty()) << "an opened file is never filed";
 }
 
-// A symbol joins the first record of its image still pending: A's row, when it has not been shown
-// yet, takes the symbol B found; shown at once, it keeps its own.
-TEST_F(DecodeRunTest, SymbolJoinsAnEarlierRecordOnlyWhileItsRowIsPending) {
-    Install({Plugin("A"), Plugin("B", {{Text("from B")}})});
-    Open({"x.png"});
-    session.decode.DecodeImageJob(job);
-    EXPECT_EQ(Results(), (Strings{"from B", "[NO DATA]"}));
-
-    Strings shown;
-    rd::SetHook("ZyrReader_ImagePluginDecode", [&] {
-        while (static_cast<int>(shown.size()) < view.resultPosts - 2)
-            shown.push_back(session.decode.TakeNextRow()->results);
-    });
-    session.decode.DecodeImageJob(job);
-    for (const std::string& text : Results())
-        shown.push_back(text);
-    EXPECT_EQ(shown, (Strings{"[NO DATA]", "from B"}));
-}
-
 TEST_F(DecodeRunTest, CallbackIgnoresNullSymbolsAndUnknownImages) {
     Install({Plugin("A")});
     session.results.Append(5, 0, "A");
@@ -185,7 +166,7 @@ TEST_F(DecodeRunTest, CallbackIgnoresNullSymbolsAndUnknownImages) {
     EXPECT_EQ(std::make_pair(session.stats.symbolsCount.load(), session.dataReceived.load()), std::make_pair(1, true));
 }
 
-TEST_F(DecodeRunTest, DecodeMultiStepsThroughEveryFollowingImageAndOnTheLastDecodesOnce) {
+TEST_F(DecodeRunTest, DecodeMultiStepsThroughTheFollowingImagesUntilTheLastOrAStop) {
     Install({Plugin("A"), Plugin("B")});
     Open({"a.png", "bad.png", "c.png"});
     const int32_t numberBefore = session.imageNumber;
@@ -201,14 +182,11 @@ TEST_F(DecodeRunTest, DecodeMultiStepsThroughEveryFollowingImageAndOnTheLastDeco
     EXPECT_EQ(job.statusTexts, Strings(2, "Decoding..."));
     EXPECT_EQ(Decodes(), 6u);
     EXPECT_EQ(view.loads.size(), 3u) << "no file loaded beyond the last";
-}
 
-TEST_F(DecodeRunTest, DecodeMultiEndsWhenStoppedBetweenImages) {
-    Install({Plugin("A")});
     Open({"a.png", "b.png", "c.png", "d.png"});
-    job.stopWhen = [&] { return view.loads.size() >= 2; }; // "Stop" pressed while the second image ran
+    job.stopWhen = [&] { return view.loads.size() >= 5; }; // "Stop" pressed while the second image ran
     session.decode.DecodeMultiJob(job);
-    EXPECT_EQ(std::make_pair(view.loads.size(), Decodes()), std::make_pair(size_t(2), size_t(2)));
+    EXPECT_EQ(std::make_pair(view.loads.size(), Decodes()), std::make_pair(size_t(5), size_t(10)));
 }
 
 TEST_F(DecodeRunTest, ClearResultsRestartsTheAveragesAndKeepsPendingRows) {

@@ -16,7 +16,6 @@
 #include "TempFolder.h"
 
 #include <QCheckBox>
-#include <QHeaderView>
 #include <QLabel>
 #include <QListWidget>
 #include <QMenu>
@@ -26,7 +25,6 @@
 #include <QTreeWidget>
 #include <QWindow>
 #include <map>
-#include <set>
 #include <thread>
 
 namespace rd = readerdouble;
@@ -138,18 +136,6 @@ private:
         Start();
         PluginList()->item(0)->setSelected(true);
     }
-    // Three images decoded by one plug-in: rows "first", "[NO DATA]" and "third".
-    void DecodeThreeRows() {
-        rd::PluginScript plugin{"KVDECODE_A.so"};
-        rd::SymbolScript first, third;
-        first.data = "first", third.data = "third";
-        plugin.decodes = {{first}, {}, {third}};
-        StartWith(plugin);
-        Open(Pngs({"1.png", "2.png", "3.png"}));
-        Button(IDC_DECODE_MULTI)->click();
-        QVERIFY(JobEnds(*dlg));
-        QCOMPARE(Results()->topLevelItemCount(), 3);
-    }
     QPoint CentreOfRow(int row) const { return Results()->visualItemRect(Results()->topLevelItem(row)).center(); }
     void Select(const QList<int>& rows) {
         Results()->clearSelection();
@@ -197,7 +183,13 @@ private slots:
     }
 
     void initialWindow() {
+        InstallPlugin({"KVDECODE_A.so"});
+        InstallPlugin({"KVDECODE_B.so"});
+        app->write("Glyphor.ini", "[Previous_State]\r\nSelectedPlugins=B\r\n"); // shown selected
         Start();
+        QVERIFY(!PluginList()->item(0)->isSelected() && PluginList()->item(1)->isSelected());
+        PluginList()->item(0)->setSelected(true);
+        QCOMPARE(dlg->Session().plugins.SelectedNames().str(), "A,B");
         QStringList texts; // "text", then "h" when hidden, "d" when disabled, "c" when checked
         for (const auto& [how, ids] : kResize)
             for (int id : ids) {
@@ -337,11 +329,7 @@ private slots:
         QCOMPARE(line(), (QStringList{"-", "-", "-", "3.33ms"})); // the process average is kept, as designed
         dlg->UpdateStatistics(); // no decode yet: no division by zero
         QCOMPARE(line(), (QStringList{"0.00ms", "0", "0", "0.00ms"}));
-    }
-
-    // Each statistic's value stands just after its own label's text, on the label's line.
-    void statisticValuesFollowTheirLabels() {
-        Start();
+        // Each value stands just after its own label's text, on the label's line.
         for (int labelId : {IDC_AVERAGE_TIME_LABEL, IDC_IMAGE_COUNT_LABEL, IDC_SYMBOLS_COUNT_LABEL, IDC_AVERAGE_PROCESS_LABEL}) {
             const auto* label = Control<QLabel>(dlg.get(), labelId);
             const auto* value = Control<QLabel>(dlg.get(), labelId + 1);
@@ -350,17 +338,6 @@ private slots:
                      qPrintable(QStringLiteral("%1: gap %2").arg(label->text()).arg(gap)));
             QCOMPARE(value->y(), label->y());
         }
-    }
-
-    void pluginListShowsTheSavedSelection() {
-        InstallPlugin({"KVDECODE_A.so"});
-        InstallPlugin({"KVDECODE_B.so"});
-        app->write("Glyphor.ini", "[Previous_State]\r\nSelectedPlugins=B\r\nBitmapID=4\r\n");
-        Start();
-        QCOMPARE(PluginList()->count(), 2);
-        QVERIFY(!PluginList()->item(0)->isSelected() && PluginList()->item(1)->isSelected());
-        PluginList()->item(0)->setSelected(true);
-        QCOMPARE(dlg->Session().plugins.SelectedNames().str(), "A,B");
     }
 
     void decodeMultiFillsTheResultsList() {
@@ -506,7 +483,14 @@ private slots:
     // The results list's row menu: only on a row; its commands act on the last selected row and
     // refuse one without data (the parse's own failures are the row actions' tests).
     void resultMenuActsOnTheLastSelectedRowWithData() {
-        DecodeThreeRows();
+        rd::PluginScript plugin{"KVDECODE_A.so"};
+        rd::SymbolScript first, third;
+        first.data = "first", third.data = "third";
+        plugin.decodes = {{first}, {}, {third}};
+        StartWith(plugin);
+        Open(Pngs({"1.png", "2.png", "3.png"}));
+        Button(IDC_DECODE_MULTI)->click();
+        QVERIFY(JobEnds(*dlg));
         QMenu below;
         const QPoint underLastRow(CentreOfRow(2).x(), Results()->viewport()->height() - 2);
         QVERIFY(!Results()->itemAt(underLastRow));
