@@ -80,43 +80,31 @@ private slots:
         QVERIFY(!blueAt(50, 35));
     }
 
-    void saveImageWritesTheFormatOfTheExtensionOverAnOldFile_data() {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QByteArray>("magic");
-        QTest::newRow("PNG") << "s.PNG" << QByteArray("\x89PNG");
-        QTest::newRow("JPG") << "s.JPG" << QByteArray("\xFF\xD8\xFF");
-        QTest::newRow("jpeg as bmp") << "s.jpeg" << QByteArray("BM");
-        QTest::newRow("none as bmp") << "s" << QByteArray("BM");
-        QTest::newRow("dot in the folder as bmp") << "d.png/s" << QByteArray("BM");
-    }
-    void saveImageWritesTheFormatOfTheExtensionOverAnOldFile() {
-        QFETCH(QString, name);
-        QFETCH(QByteArray, magic);
+    // Saved in the format of the last extension, PNG or JPG, else BMP, over an old file; a cancelled
+    // save writes nothing, not even a stray relative file.
+    void saveImageWritesTheFormatOfTheExtensionOrNothing() {
         TempFolder folder;
         std::filesystem::create_directory(folder.file("d.png"));
-        const std::string path = folder.write(name.toStdString(), "old content that is longer than any magic");
-        CBitmapPicture view;
         const QImage yellow = Solid(6, 6, Qt::yellow);
         ZyrImage image = ViewOf(yellow);
-        view.SetImage(&image);
-        view.SetSavePathChooser([path] { return path; });
-        view.OnSaveImage();
-        QVERIFY(readFile(path).rfind(magic.toStdString(), 0) == 0);
-        QCOMPARE(QImage(QString::fromStdString(path)).size(), QSize(6, 6));
-    }
-
-    void cancelledSaveWritesNothing() {
-        TempFolder folder;
-        const QString previous = QDir::currentPath();
-        QDir::setCurrent(QString::fromStdString(folder.path())); // where a stray relative save would land
         CBitmapPicture view;
-        view.SetSavePathChooser([] { return std::string(); });
-        const QImage red = Solid(2, 2, Qt::red);
-        ZyrImage image = ViewOf(red);
         view.SetImage(&image);
+        const std::pair<const char*, std::string> names[] = {{"s.PNG", "\x89PNG"}, {"s.JPG", "\xFF\xD8\xFF"},
+                                                             {"s.jpeg", "BM"}, {"s", "BM"}, {"d.png/s", "BM"}};
+        for (const auto& [name, magic] : names) {
+            const std::string path = folder.write(name, "old content that is longer than any magic");
+            view.SetSavePathChooser([path] { return path; });
+            view.OnSaveImage();
+            QVERIFY2(readFile(path).rfind(magic, 0) == 0, name);
+            QCOMPARE(QImage(QString::fromStdString(path)).size(), QSize(6, 6));
+        }
+        TempFolder empty;
+        const QString previous = QDir::currentPath();
+        QDir::setCurrent(QString::fromStdString(empty.path())); // where a stray relative save would land
+        view.SetSavePathChooser([] { return std::string(); });
         view.OnSaveImage();
         QDir::setCurrent(previous);
-        QVERIFY(QDir(QString::fromStdString(folder.path()))
+        QVERIFY(QDir(QString::fromStdString(empty.path()))
                     .isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot));
         QVERIFY(view.HasImage());
     }

@@ -92,8 +92,6 @@ protected:
     size_t ticks = 0;
 };
 
-// --- The settings check --------------------------------------------------------------------
-
 struct CheckCase {
     const char* name;
     std::vector<std::vector<const char*>> plugins; // image names each plug-in needs (none = no settings)
@@ -132,8 +130,6 @@ INSTANTIATE_TEST_SUITE_P(
                       CheckCase{"none_with_settings", {{}, {}}, {}, false, nullptr},
                       CheckCase{"unselected_one_differs", {{"VISIBLE_DOC"}, {"IR_DOC"}}, {true, false}, true, "VISIBLE_DOC"}),
     [](const auto& info) { return std::string(info.param.name); });
-
-// --- One cycle ------------------------------------------------------------------------------
 
 TEST_F(CaptureTest, OneSidedCycleCallsTheReaderInOrderWithItsArguments) {
     ZyrImageSettings record = Record("VISIBLE_DOC");
@@ -228,8 +224,6 @@ TEST_P(TwoSidedCapture, DecodesBothSidesAndShowsThemOnlyWithCrop) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Crop, TwoSidedCapture, ::testing::Bool());
-
-// --- The option word and the record used ----------------------------------------------------
 
 struct OptionCase {
     const char* name;
@@ -327,8 +321,6 @@ INSTANTIATE_TEST_SUITE_P(
                       OverrideCase{"visible_dark_found_dark", true, true, true, 1, false, 400, 1, 40, L | ZYR_OPT_CROP}),
     [](const auto& info) { return std::string(info.param.name); });
 
-// --- Repeat passes, errors, timing ------------------------------------------------------------
-
 struct CountdownCase {
     const char* name;
     bool repeat;
@@ -405,8 +397,6 @@ TEST_F(CaptureTest, ReaderErrorsEndTheCycle) {
     EXPECT_TRUE(view.messages.empty());
     EXPECT_EQ(rd::LiveObjects(), 0);
 }
-
-// --- Jobs -----------------------------------------------------------------------------------
 
 TEST_F(CaptureTest, WithoutUsableSettingsEveryCycleComplainsAndStopDoesNotHelp) {
     // The check passes (the second plug-in has settings), but the first selected has none.
