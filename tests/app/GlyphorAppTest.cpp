@@ -12,6 +12,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
+#include <algorithm>
 #include <thread>
 
 namespace rd = readerdouble;
@@ -52,17 +53,12 @@ private slots:
         QCOMPARE(app.InitInstance(), false);
         QVERIFY(messages.empty() && !captureEnabled);
         QCOMPARE(listed, QStringList{"A"});
-        const std::vector<std::string> expected = {
-            "ZyrReader_SetErrorHandler", "ZyrReader_LL_LoadSettings", "ZyrReader_LL_LoadSettingsFromIniFile",
-            "ZyrReader_InitialiseLogging", "ZyrReader_ImageProcessingInitialise",
-            // the main window's initialisation
-            "ZyrReader_ImagePluginLoad", "ZyrReader_ImagePluginGetRequiredImages",
-            "ZyrReader_ImagePluginGetImageSettings",
-            // after the window
-            "ZyrReader_IsCameraInitialised", "ZyrReader_IsImageProcessingInitialised",
-            "ZyrReader_ImageProcessingShutdown", "ZyrReader_IsSignalInitialised",
-            "ZyrReader_IsParsingInitialised", "ZyrReader_DestroyCachedData"};
-        QCOMPARE(rd::CallNames(), expected);
+        // Start-up, the window's plug-in loading, then shut-down (each sequence: ReaderSessionTest).
+        const std::vector<std::string> calls = rd::CallNames();
+        const auto load = std::find(calls.begin(), calls.end(), "ZyrReader_ImagePluginLoad");
+        QVERIFY(load - calls.begin() == 5 && load[-1] == "ZyrReader_ImageProcessingInitialise");
+        QVERIFY(calls.end() - load == 9 && load[3] == "ZyrReader_IsCameraInitialised");
+        QCOMPARE(calls.back(), std::string("ZyrReader_DestroyCachedData"));
         QCOMPARE(rd::CallsNamed("ZyrReader_InitialiseLogging")[0].Text(),
                  std::string("ZyrReader_InitialiseLogging(true, 2, 33, \"Glyphor.log\")"));
     }

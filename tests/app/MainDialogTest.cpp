@@ -449,21 +449,6 @@ private slots:
                  std::string("[Previous_State]\r\nBitmapID=1\r\nSelectedPlugins=A\r\nFileDlgFilterIndex=1\r\n"));
     }
 
-    void darkObjectDetectGoesToTheCameraAndARefusalIsShown() {
-        Start();
-        auto* box = Control<QCheckBox>(dlg.get(), IDC_DARK_OBJECT_DETECT);
-        rd::ClearCalls();
-        box->click();
-        QCOMPARE(rd::CallTexts(), std::vector<std::string>{"ZyrReader_CameraUpdateSettings(" +
-                                                           rd::Ptr(&ReaderSession::Settings()) + ", 1)"});
-        QVERIFY(ui.messages.empty());
-        rd::SetResult("ZyrReader_CameraUpdateSettings", ZYR_ERR_NOT_INITIALISED);
-        box->click();
-        QVERIFY(!box->isChecked()); // not reset after the error
-        QCOMPARE(ReaderSession::Settings().DarkObjectDetect, uint8_t(0));
-        QCOMPARE(ui.messages, (Messages{{MessageKind::Exclamation, "Error saving settings.  Error code: 1"}}));
-    }
-
     // The results list's row menu: only on a row; its commands act on the last selected row and
     // refuse one without data (the parse's own failures are the row actions' tests).
     void resultMenuActsOnTheLastSelectedRowWithData() {
