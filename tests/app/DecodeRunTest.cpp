@@ -1,6 +1,5 @@
-// The decode run against the reader double: records, rows, symbol texts and bytes, statistics,
-// the Decode Image and Decode Multi jobs, the filing of camera images, and Decode Multi on a worker
-// while this thread plays the user-interface thread (meant for the tsan preset too).
+// The decode run against the reader double: rows, bytes, statistics, the Decode Image and Multi
+// jobs, camera images filed, and Decode Multi on a worker while this thread serves the interface.
 #include "FakeView.h"
 
 #include <atomic>

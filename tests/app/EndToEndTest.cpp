@@ -1,6 +1,5 @@
-// The program with the real reader library, the built plug-ins and the generated samples: the
-// plug-ins are listed by name, Decode Multi gives each sample image the row its expected contents
-// call for, with the decoded bytes kept exactly, and a licence row is parsed and saved.
+// The window with the real reader library, the built plug-ins and the generated samples: Decode
+// Multi rows as each sample's contents call for, bytes kept exactly, a licence row parsed and saved.
 #include "JobWait.h"
 #include "CAAMVADialog.h"
 #include "CGlyphorDlg.h"

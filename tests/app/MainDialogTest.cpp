@@ -1,6 +1,5 @@
-// The main window on the offscreen platform: controls and texts, button rules, resizing, the
-// statistics line, a decode run through the real job runner, the results row menu, closing while
-// busy, and settings.
+// The main window offscreen: controls, button rules, resizing, statistics, a decode run through the
+// real job runner, the results row menu, closing while busy, and settings.
 #include "JobWait.h"
 #include "CAAMVADialog.h"
 #include "CBitmapPicture.h"

@@ -110,7 +110,6 @@ TEST_P(ShutdownTest, ShutsDownOnlyWhatIsInitialisedThenFreesTheCaches) {
 INSTANTIATE_TEST_SUITE_P(Services, ShutdownTest,
                          ::testing::Values(ShutdownCase{"Nothing", false, false, false, false},
                                            ShutdownCase{"NoReader", false, true, false, false},
-                                           ShutdownCase{"Reader", true, true, false, false},
                                            ShutdownCase{"ReaderAndParser", true, true, false, true},
                                            ShutdownCase{"Everything", true, true, true, true}),
                          [](const auto& info) { return std::string(info.param.name); });
