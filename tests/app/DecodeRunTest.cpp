@@ -146,20 +146,6 @@ TEST_F(DecodeRunTest, OneRecordAndRowPerSelectedPluginWithTheDecodeCallAsDocumen
     EXPECT_TRUE(view.savedPngs.empty()) << "an opened file is never filed";
 }
 
-TEST_F(DecodeRunTest, CallbackIgnoresNullSymbolsAndUnknownImages) {
-    Install({Plugin("A")});
-    session.results.Append(5, 0, "A");
-    ZyrSymbolResult symbol{};
-    symbol.Data = reinterpret_cast<const uint8_t*>("x");
-    symbol.DataLength = 1;
-    DecodeRunner::Callback(&session.decode, 5, 0, 1, nullptr);
-    DecodeRunner::Callback(&session.decode, 6, 0, 1, &symbol);
-    EXPECT_EQ(std::make_pair(session.stats.symbolsCount.load(), session.dataReceived.load()), std::make_pair(0, false));
-    EXPECT_TRUE(rd::CallsNamed("ZyrReader_DestroyCachedObject").empty());
-    DecodeRunner::Callback(&session.decode, 5, 0, 1, &symbol);
-    EXPECT_EQ(std::make_pair(session.stats.symbolsCount.load(), session.dataReceived.load()), std::make_pair(1, true));
-}
-
 TEST_F(DecodeRunTest, DecodeMultiStepsThroughTheFollowingImagesUntilTheLastOrAStop) {
     Install({Plugin("A"), Plugin("B")});
     Open({"a.png", "bad.png", "c.png"});

@@ -1,5 +1,5 @@
-// The application object: the whole run's reader calls in order around the main window, and
-// library errors shown from any thread.
+// The application object: the whole run's reader calls in order around the main window, and a
+// start-up error shown first.
 #include "CGlyphorApp.h"
 #include "CGlyphorDlg.h"
 #include "ControlIds.h"
@@ -9,11 +9,8 @@
 #include "TempFolder.h"
 
 #include <QListWidget>
-#include <QMessageBox>
 #include <QPushButton>
-#include <QTimer>
 #include <algorithm>
-#include <thread>
 
 namespace rd = readerdouble;
 
@@ -77,28 +74,6 @@ private slots:
         app.InitInstance();
         QCOMPARE(events, (std::vector<std::string>{"Device folder unreadable after ZyrReader_LL_LoadSettings", "window, capture"}));
         QCOMPARE(rd::CallsNamed("ZyrReader_CameraShutdown").size(), size_t(1)); // the order: ReaderSessionTest
-    }
-
-    void libraryMessageFromAWorkerDoesNotBlockTheInterface() {
-        // The box runs its own loop on this thread; a timer inside that loop plays the user.
-        QString shown;
-        QTimer user;
-        connect(&user, &QTimer::timeout, [&] {
-            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-                shown = QStringLiteral("%1|%2|%3").arg(box->windowTitle(), box->text()).arg(box->icon());
-                box->button(QMessageBox::Ok)->click();
-            }
-        });
-        user.start(10);
-        bool returned = false;
-        std::thread worker([&] {
-            CGlyphorApp::ShowLibraryMessage("Camera stopped responding");
-            returned = true; // only once the user has closed the box
-        });
-        QTRY_VERIFY(!shown.isEmpty());
-        worker.join();
-        QVERIFY(returned);
-        QCOMPARE(shown, QStringLiteral("Glyphor|Camera stopped responding|%1").arg(QMessageBox::NoIcon));
     }
 };
 

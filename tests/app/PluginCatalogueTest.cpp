@@ -173,14 +173,6 @@ TEST_F(CatalogueTest, FirstImageWithSettingsWinsAndOthersAreSkipped) {
     EXPECT_EQ(rd::CallsNamed("ZyrReader_ImagePluginGetImageSettings").size(), 5u + 2u + 2u);
 }
 
-TEST_F(CatalogueTest, EnumerationOfImageSettingsEndsEvenIfThePluginNeverSaysSo) {
-    Install({"KVDECODE_A.so"});
-    rd::SetResult("ZyrReader_ImagePluginGetImageSettings", ZYR_OK);
-    catalogue.Load(reader, table);
-    EXPECT_EQ(Names(), std::vector<std::string>{"A"});
-    EXPECT_GT(rd::CallsNamed("ZyrReader_ImagePluginGetImageSettings").size(), 1u);
-}
-
 // Name, plug-ins found, saved selection, selection saved again.
 class SelectionTest : public CatalogueTest,
                       public ::testing::WithParamInterface<std::tuple<const char*, std::vector<std::string>, const char*, const char*>> {};
