@@ -1,7 +1,6 @@
 // Finding, loading and listing plug-ins, their image settings, and the saved selection.
 #include "PluginCatalogue.h"
-#include "ReaderDouble.h"
-#include "TempFolder.h"
+#include "FakeView.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -33,23 +32,19 @@ ZyrCameraParameters Block(uint32_t gain) {
     return p;
 }
 
-class CatalogueTest : public ::testing::Test {
+class CatalogueTest : public SessionFixture {
 protected:
     void SetUp() override {
-        rd::Reset();
         reader.VisibleParameters = Block(100);
         reader.InfraredParameters = Block(200);
         reader.UltravioletParameters = Block(300);
         reader.CommonCaptureResolution = 600;
         reader.CommonBinning = 2;
         reader.CameraDevice = 77;
-        SetFolder(reader.PluginFolder, folder.path());
-    }
-    static void SetFolder(char* field, const std::string& text) {
-        std::snprintf(field, ZYR_PATH_SIZE, "%s", text.c_str());
+        SetFolder(reader.PluginFolder, plugins.path());
     }
     void Install(const rd::PluginScript& script) {
-        folder.write(script.fileName, "");
+        plugins.write(script.fileName, "");
         rd::AddPlugin(script);
     }
     std::vector<std::string> Names() const {
@@ -59,7 +54,6 @@ protected:
         return names;
     }
 
-    TempFolder folder;
     ZyrReaderSettings reader{};
     PluginCatalogue catalogue;
     ImageSettingsTable table;
@@ -71,14 +65,14 @@ class FolderTest : public CatalogueTest, public ::testing::WithParamInterface<st
 
 TEST_P(FolderTest, PathsHandedToTheLibrary) {
     const auto [name, suffix, settings, expected] = GetParam();
-    const auto expand = [&](std::string text) { return text.rfind("<p>", 0) == 0 ? folder.path() + text.substr(3) : text; };
-    SetFolder(reader.PluginFolder, folder.path() + suffix);
+    const auto expand = [&](std::string text) { return text.rfind("<p>", 0) == 0 ? plugins.path() + text.substr(3) : text; };
+    SetFolder(reader.PluginFolder, plugins.path() + suffix);
     SetFolder(reader.PluginSettingsFolder, expand(settings));
     Install({"KVDECODE_Pdf417.so"});
     catalogue.Load(reader, table);
     // The handle is preset to 0; the camera device value comes last.
     EXPECT_EQ(rd::CallsNamed("ZyrReader_ImagePluginLoad").at(0).Text(),
-              "ZyrReader_ImagePluginLoad(\"" + folder.path() + "/KVDECODE_Pdf417.so\", \"" + expand(expected) + "\", 0, 77)");
+              "ZyrReader_ImagePluginLoad(\"" + plugins.path() + "/KVDECODE_Pdf417.so\", \"" + expand(expected) + "\", 0, 77)");
 }
 
 INSTANTIATE_TEST_SUITE_P(Folders, FolderTest,
@@ -93,21 +87,21 @@ INSTANTIATE_TEST_SUITE_P(Folders, FolderTest,
 // plug-in folder lists nothing; an empty one is the working folder.
 TEST_F(CatalogueTest, PluginFilesOfTheFolderInNameOrder) {
     for (const char* other : {"libKVDECODE_X.so", "KVDECODE_Y.so.1", "KVDECODE_Z.dll", "kvdecode_w.so", "notes.txt"}) {
-        folder.write(other, "");
+        plugins.write(other, "");
         rd::AddPlugin({other});
     }
     Install({"KVDECODE_ZXing.so"});
     Install({"KVDECODE_.so"}); // an empty name
     Install({"KVDECODE_DataMatrix.so"});
-    std::filesystem::create_directory(folder.file("KVDECODE_Dir.so"));
-    SetFolder(reader.PluginFolder, folder.path() + "/does-not-exist");
+    std::filesystem::create_directory(plugins.file("KVDECODE_Dir.so"));
+    SetFolder(reader.PluginFolder, plugins.path() + "/does-not-exist");
     catalogue.Load(reader, table);
     EXPECT_TRUE(catalogue.Entries().empty());
     EXPECT_TRUE(rd::Calls().empty());
     SetFolder(reader.PluginFolder, "");
     char previous[4096];
     ASSERT_TRUE(getcwd(previous, sizeof previous));
-    ASSERT_EQ(chdir(folder.path().c_str()), 0);
+    ASSERT_EQ(chdir(plugins.path().c_str()), 0);
     catalogue.Load(reader, table);
     ASSERT_EQ(chdir(previous), 0);
     EXPECT_EQ(Names(), (std::vector<std::string>{"", "DataMatrix", "ZXing"}));

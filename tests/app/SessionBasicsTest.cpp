@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 
-namespace rd = readerdouble;
 using namespace std::string_literals;
 
 namespace {
@@ -63,12 +62,7 @@ TEST(ImageFileList, StepsReplaceAndClear) {
 
 class SessionTest : public SessionFixture {
 protected:
-    void SetUp() override {
-        for (const char* name : {"KVDECODE_A.so", "KVDECODE_B.so", "KVDECODE_C.so"}) {
-            plugins.write(name, "");
-            rd::AddPlugin({name});
-        }
-    }
+    void SetUp() override { Install({{"KVDECODE_A.so"}, {"KVDECODE_B.so"}, {"KVDECODE_C.so"}}); }
 
     // A session as the window makes it: plug-ins loaded, then settings.
     std::unique_ptr<TestSession> Start(FakeView& view, const std::string& executableFolder) {
