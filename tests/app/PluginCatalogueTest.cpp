@@ -86,7 +86,7 @@ INSTANTIATE_TEST_SUITE_P(Folders, FolderTest,
 // Only plug-in files, in name order, named by what stands between prefix and suffix; a missing
 // plug-in folder lists nothing; an empty one is the working folder.
 TEST_F(CatalogueTest, PluginFilesOfTheFolderInNameOrder) {
-    for (const char* other : {"libKVDECODE_X.so", "KVDECODE_Y.so.1", "KVDECODE_Z.dll", "kvdecode_w.so", "notes.txt"}) {
+    for (const char* other : {"libKVDECODE_X.so", "KVDECODE_Y.so.1", "KVDECODE_Z.dll", "kvdecode_w.so"}) {
         plugins.write(other, "");
         rd::AddPlugin({other});
     }
