@@ -1,6 +1,5 @@
-// Capture with the real reader library, the built plug-ins and the generated virtual readers:
-// Capture Multi takes every document, files decoded ones under the plug-in's folder and the others
-// under "Failed", and ends on Stop; a two-sided reader with crop shows and saves both sides.
+// Capture with the real library, plug-ins and generated virtual readers: Capture Multi files each
+// document by outcome and ends on Stop; a two-sided reader with crop shows and saves both sides.
 #include "JobWait.h"
 #include "CBitmapPicture.h"
 #include "CCancelDlg.h"

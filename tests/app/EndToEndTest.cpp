@@ -1,6 +1,5 @@
-// The program with the real reader library, the built plug-ins and the generated samples: the
-// plug-ins are listed by name, Decode Multi gives each sample image the row its expected contents
-// call for, with the decoded bytes kept exactly, and a licence row is parsed and saved.
+// The window with the real reader library, the built plug-ins and the generated samples: Decode
+// Multi rows as each sample's contents call for, bytes kept exactly, a licence row parsed and saved.
 #include "JobWait.h"
 #include "CAAMVADialog.h"
 #include "CGlyphorDlg.h"
@@ -99,7 +98,6 @@ private slots:
         QTreeWidget* results = DecodeWith("ZXing", samples);
         QCOMPARE(listed, (QStringList{"DataMatrix", "Pdf417", "QRCode", "ZBar", "ZXing"}));
         QCOMPARE(results->topLevelItemCount(), int(samples.size()));
-        int decoded = 0;
         for (int r = 0; r < int(samples.size()); ++r) {
             const Sample& sample = *samples[size_t(r)];
             const QString text = results->topLevelItem(r)->text(4);
@@ -120,7 +118,6 @@ private slots:
                 QVERIFY2(text != "[NO DATA]", sample.name.c_str());
             if (text == "[NO DATA]")
                 continue;
-            ++decoded;
             // The bytes of every symbol found are kept: all of them for a single symbol, for several
             // at least those of the one shown.
             const auto found = dialog->Session().results.DataAt(r);
@@ -130,7 +127,6 @@ private slots:
             else
                 QVERIFY(data.size() <= allBytes.size() && !data.empty());
         }
-        qInfo("%d of %d sample images decoded by ZXing", decoded, int(samples.size()));
     }
 
     // The licence card's row: parsed by the real library into the AAMVA dialog, and saved as the

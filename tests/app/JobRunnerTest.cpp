@@ -1,18 +1,14 @@
-// The stop-processing dialog and the job worker: stop by button, Escape or close, status text from
-// a worker, and stopping by destruction (running on a worker thread is checked through the window).
+// The stop-processing dialog: stop by button, Escape or close, status text from a worker (running
+// jobs on a worker thread is checked through the window).
 #include "CCancelDlg.h"
 #include "ControlIds.h"
 #include "DialogBuilder.h"
 #include "JobControl.h"
-#include "JobWorker.h"
 #include "OffscreenMain.h"
 #include "ReaderDouble.h"
 
 #include <QPushButton>
-#include <atomic>
-#include <chrono>
 #include <functional>
-#include <memory>
 #include <thread>
 
 namespace rd = readerdouble;
@@ -38,41 +34,13 @@ private slots:
             dialog.show();
             QVERIFY(QTest::qWaitForWindowExposed(&dialog));
             QVERIFY(!job.IsStopped());
+            std::thread worker([&] { dialog.SetStatusText(how); });
+            worker.join();
+            QTRY_COMPARE(dialog.StatusText(), QString(how)); // status text from a worker
             stop(dialog);
             QVERIFY2(job.IsStopped() && dialog.isVisible(), how);
             QCOMPARE(int(rd::CallsNamed("ZyrReader_CameraCancelQueue").size()), how == std::string("twice") ? 2 : 1);
         }
-    }
-
-    void statusTextFromAWorker() {
-        CCancelDlg dialog;
-        std::thread worker([&] { dialog.SetStatusText("Decoding..."); });
-        worker.join();
-        QTRY_COMPARE(dialog.StatusText(), QStringLiteral("Decoding..."));
-    }
-
-    // Destroying a running worker asks the job to stop and joins its thread; no signal follows.
-    void destroyingARunningWorkerStopsAndJoins() {
-        JobControl control;
-        control.Begin();
-        std::atomic<bool> jobReturned{false}, started{false};
-        auto worker = std::make_unique<JobWorker>(
-            [&] {
-                started = true;
-                while (!control.IsStopped())
-                    std::this_thread::sleep_for(std::chrono::milliseconds(1));
-                jobReturned = true;
-                return 0u;
-            },
-            [&] { control.Stop(); });
-        bool finished = false;
-        connect(worker.get(), &JobWorker::Finished, this, [&] { finished = true; });
-        worker->Start();
-        QTRY_VERIFY(started.load());
-        worker.reset();
-        QVERIFY(jobReturned.load());
-        QCoreApplication::processEvents();
-        QVERIFY(!finished);
     }
 };
 

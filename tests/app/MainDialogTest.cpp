@@ -1,6 +1,5 @@
-// The main window on the offscreen platform: controls and texts, button rules, resizing, the
-// statistics line, a decode run through the real job runner, the results row menu, closing while
-// busy, and settings.
+// The main window offscreen: controls, button rules, resizing, statistics, a decode run through the
+// real job runner, the results row menu, closing while busy, and settings.
 #include "JobWait.h"
 #include "CAAMVADialog.h"
 #include "CBitmapPicture.h"
@@ -16,7 +15,6 @@
 #include "TempFolder.h"
 
 #include <QCheckBox>
-#include <QHeaderView>
 #include <QLabel>
 #include <QListWidget>
 #include <QMenu>
@@ -26,7 +24,6 @@
 #include <QTreeWidget>
 #include <QWindow>
 #include <map>
-#include <set>
 #include <thread>
 
 namespace rd = readerdouble;
@@ -54,18 +51,15 @@ const std::map<char, std::vector<int>> kResize = {
 using Messages = std::vector<std::pair<MessageKind, QString>>;
 
 // Parses through the real dialog and, instead of running it, notes what it would show.
-class RecordingViewer : public AamvaViewer {
-public:
-    explicit RecordingViewer(QStringList& shownLicences) : m_shown(shownLicences) {}
-    int32_t Parse(const uint8_t* bytes, int32_t length) override { return m_dialog.Parse(bytes, length); }
+struct RecordingViewer : AamvaViewer {
+    explicit RecordingViewer(QStringList& shownLicences) : shown(shownLicences) {}
+    int32_t Parse(const uint8_t* bytes, int32_t length) override { return dialog.Parse(bytes, length); }
     void ShowModal() override {
-        const AAMVARecord* record = m_dialog.Result().Record();
-        m_shown << (record ? QString::fromLatin1(record->LicenceNumber) : QStringLiteral("<no record>"));
+        const AAMVARecord* record = dialog.Result().Record();
+        shown << (record ? QString::fromLatin1(record->LicenceNumber) : QStringLiteral("<no record>"));
     }
-
-private:
-    CAAMVADialog m_dialog;
-    QStringList& m_shown;
+    CAAMVADialog dialog;
+    QStringList& shown;
 };
 
 } // namespace
@@ -138,18 +132,6 @@ private:
         Start();
         PluginList()->item(0)->setSelected(true);
     }
-    // Three images decoded by one plug-in: rows "first", "[NO DATA]" and "third".
-    void DecodeThreeRows() {
-        rd::PluginScript plugin{"KVDECODE_A.so"};
-        rd::SymbolScript first, third;
-        first.data = "first", third.data = "third";
-        plugin.decodes = {{first}, {}, {third}};
-        StartWith(plugin);
-        Open(Pngs({"1.png", "2.png", "3.png"}));
-        Button(IDC_DECODE_MULTI)->click();
-        QVERIFY(JobEnds(*dlg));
-        QCOMPARE(Results()->topLevelItemCount(), 3);
-    }
     QPoint CentreOfRow(int row) const { return Results()->visualItemRect(Results()->topLevelItem(row)).center(); }
     void Select(const QList<int>& rows) {
         Results()->clearSelection();
@@ -197,7 +179,13 @@ private slots:
     }
 
     void initialWindow() {
+        InstallPlugin({"KVDECODE_A.so"});
+        InstallPlugin({"KVDECODE_B.so"});
+        app->write("Glyphor.ini", "[Previous_State]\r\nSelectedPlugins=B\r\n"); // shown selected
         Start();
+        QVERIFY(!PluginList()->item(0)->isSelected() && PluginList()->item(1)->isSelected());
+        PluginList()->item(0)->setSelected(true);
+        QCOMPARE(dlg->Session().plugins.SelectedNames().str(), "A,B");
         QStringList texts; // "text", then "h" when hidden, "d" when disabled, "c" when checked
         for (const auto& [how, ids] : kResize)
             for (int id : ids) {
@@ -238,7 +226,7 @@ private slots:
         QCOMPARE(RightClick(label, label->rect().center()), QList<QStringList>{{"&About Glyphor..."}});
     }
 
-    void buttonRules_data() {
+    void buttonRulesAndACancelledOpen_data() {
         QTest::addColumn<bool>("reader");
         QTest::addColumn<int>("files");
         QTest::addColumn<QString>("steps"); // 'n' next, 'p' previous
@@ -250,7 +238,7 @@ private slots:
         QTest::newRow("three at 2") << true << 3 << "nn" << "1011";
         QTest::newRow("three back to 0") << false << 3 << "nnpp" << "0111";
     }
-    void buttonRules() {
+    void buttonRulesAndACancelledOpen() {
         QFETCH(bool, reader);
         QFETCH(int, files);
         QFETCH(QString, steps);
@@ -263,6 +251,14 @@ private slots:
             Open(paths);
         for (QChar step : steps)
             Button(step == 'n' ? IDC_NEXT : IDC_PREVIOUS)->click();
+        const int32_t number = dlg->Session().imageNumber;
+        ui.chooserAccepts = false; // a cancelled open keeps everything, also a filter changed in it
+        ui.chooserFilter = 4;
+        Button(IDC_OPEN_IMAGE)->click();
+        const TestSession& s = dlg->Session();
+        QCOMPARE(QStringLiteral("%1 %2 %3").arg(s.files.Count()).arg(s.files.FilterIndex()).arg(s.imageNumber),
+                 QStringLiteral("%1 %2 %3").arg(files).arg(files > 0 ? 1 : 0).arg(number));
+        QCOMPARE(ui.filtersOffered.back(), uint32_t(files > 0 ? 1 : 0)); // the stored filter is preselected
         QString seen;
         for (int id : {IDC_PREVIOUS, IDC_NEXT, IDC_DECODE_IMAGE, IDC_DECODE_MULTI})
             seen += Button(id)->isEnabled() ? '1' : '0';
@@ -271,21 +267,6 @@ private slots:
         QCOMPARE(Button(IDC_CAPTURE_MULTI)->isEnabled(), reader);
         if (files > 0)
             QCOMPARE(dlg->windowTitle(), QStringLiteral("Glyphor - f%1.png").arg(steps.count('n') - steps.count('p')));
-    }
-
-    void cancelledOpenKeepsEverything() {
-        Start();
-        Open({"/x/a.png", "/x/b.png", "/x/c.png"});
-        Button(IDC_NEXT)->click();
-        const int32_t number = dlg->Session().imageNumber;
-        ui.chooserAccepts = false;
-        ui.chooserFilter = 4; // changed in the dialog, then cancelled
-        Button(IDC_OPEN_IMAGE)->click();
-        const TestSession& s = dlg->Session();
-        QCOMPARE(QStringLiteral("%1 %2 %3 %4").arg(s.files.Count()).arg(s.files.CurrentIndex()).arg(s.files.FilterIndex()).arg(s.imageNumber),
-                 QStringLiteral("3 1 1 %1").arg(number)); // count, index, filter, number
-        QCOMPARE(dlg->windowTitle(), QStringLiteral("Glyphor - b.png"));
-        QCOMPARE(ui.filtersOffered, (std::vector<uint32_t>{0, 1})); // the stored filter is preselected
     }
 
     void resizeMovesExactlyTheNamedControls() {
@@ -318,8 +299,22 @@ private slots:
         }
     }
 
-    void statisticsLineAndClearResults() {
+    // Rows arriving in a burst end with the last one in view, and the list scrolled only once; the
+    // statistics line, and Clear Results emptying the list.
+    void aBurstOfRowsTheStatisticsLineAndClearResults() {
         Start();
+        int scrolls = 0;
+        connect(Results()->verticalScrollBar(), &QScrollBar::valueChanged, this, [&scrolls] { ++scrolls; });
+        for (int i = 0; i < 300; ++i) {
+            dlg->Session().results.Finish(dlg->Session().results.Append(i, 0, "A"), std::chrono::milliseconds(1));
+            dlg->PostShowNextResult();
+        }
+        QCOMPARE(Results()->topLevelItemCount(), 0); // nothing shown until the events are handled
+        QTRY_COMPARE(Results()->topLevelItemCount(), 300);
+        QTRY_VERIFY(Results()->viewport()->rect().contains(
+            Results()->visualItemRect(Results()->topLevelItem(299)).bottomLeft()));
+        QCOMPARE(scrolls, 1);
+
         DecodeStatistics& stats = dlg->Session().stats;
         stats.decodeCount = 3;
         stats.totalDecodeMs = 100;
@@ -331,17 +326,12 @@ private slots:
         };
         dlg->UpdateStatistics();
         QCOMPARE(line(), (QStringList{"33.33ms", "2", "5", "3.33ms"}));
-        new QTreeWidgetItem(Results(), QStringList{"a"});
         Button(IDC_CLEAR_RESULTS)->click();
         QCOMPARE(Results()->topLevelItemCount(), 0);
         QCOMPARE(line(), (QStringList{"-", "-", "-", "3.33ms"})); // the process average is kept, as designed
         dlg->UpdateStatistics(); // no decode yet: no division by zero
         QCOMPARE(line(), (QStringList{"0.00ms", "0", "0", "0.00ms"}));
-    }
-
-    // Each statistic's value stands just after its own label's text, on the label's line.
-    void statisticValuesFollowTheirLabels() {
-        Start();
+        // Each value stands just after its own label's text, on the label's line.
         for (int labelId : {IDC_AVERAGE_TIME_LABEL, IDC_IMAGE_COUNT_LABEL, IDC_SYMBOLS_COUNT_LABEL, IDC_AVERAGE_PROCESS_LABEL}) {
             const auto* label = Control<QLabel>(dlg.get(), labelId);
             const auto* value = Control<QLabel>(dlg.get(), labelId + 1);
@@ -350,17 +340,6 @@ private slots:
                      qPrintable(QStringLiteral("%1: gap %2").arg(label->text()).arg(gap)));
             QCOMPARE(value->y(), label->y());
         }
-    }
-
-    void pluginListShowsTheSavedSelection() {
-        InstallPlugin({"KVDECODE_A.so"});
-        InstallPlugin({"KVDECODE_B.so"});
-        app->write("Glyphor.ini", "[Previous_State]\r\nSelectedPlugins=B\r\nBitmapID=4\r\n");
-        Start();
-        QCOMPARE(PluginList()->count(), 2);
-        QVERIFY(!PluginList()->item(0)->isSelected() && PluginList()->item(1)->isSelected());
-        PluginList()->item(0)->setSelected(true);
-        QCOMPARE(dlg->Session().plugins.SelectedNames().str(), "A,B");
     }
 
     void decodeMultiFillsTheResultsList() {
@@ -423,42 +402,29 @@ private slots:
         QCOMPARE(batch, (std::vector<int32_t>{ZYR_PIXEL_RGB24, ZYR_PIXEL_GREY8}));
     }
 
-    // Rows arriving in a burst end with the last one in view, and the list scrolled only once.
-    void aBurstOfRowsEndsWithTheLastInView() {
-        Start();
-        int scrolls = 0;
-        connect(Results()->verticalScrollBar(), &QScrollBar::valueChanged, this, [&scrolls] { ++scrolls; });
-        for (int i = 0; i < 300; ++i) {
-            dlg->Session().results.Finish(dlg->Session().results.Append(i, 0, "A"), std::chrono::milliseconds(1));
-            dlg->PostShowNextResult();
-        }
-        QCOMPARE(Results()->topLevelItemCount(), 0); // nothing shown until the events are handled
-        QTRY_COMPARE(Results()->topLevelItemCount(), 300);
-        QTRY_VERIFY(Results()->viewport()->rect().contains(
-            Results()->visualItemRect(Results()->topLevelItem(299)).bottomLeft()));
-        QCOMPARE(scrolls, 1);
-    }
-
-    void stopDialogIsHiddenForOneFile_data() {
+    // While the plug-in decodes on a worker, the busy window has a stop dialog, hidden for one file,
+    // and closing it only cancels; Escape afterwards closes it like the close button and saves.
+    void closeWhileBusyOnlyCancelsThenEscapeClosesAndSaves_data() {
         QTest::addColumn<int>("files");
         QTest::addColumn<bool>("visible");
         QTest::newRow("one file") << 1 << false;
         QTest::newRow("two files") << 2 << true;
     }
-    void stopDialogIsHiddenForOneFile() {
+    void closeWhileBusyOnlyCancelsThenEscapeClosesAndSaves() {
         QFETCH(int, files);
         QFETCH(bool, visible);
         StartWith({"KVDECODE_A.so"});
         Open(files == 1 ? Pngs({"f0.png"}) : Pngs({"f0.png", "f1.png"}));
         bool onWorker = false, shown = !visible, busyButtonsOff = false;
         int dialogs = -1;
-        rd::SetHook("ZyrReader_ImagePluginDecode", [&] { // what the window shows while the plug-in decodes
+        rd::SetHook("ZyrReader_ImagePluginDecode", [&] {
             onWorker = QThread::currentThread() != dlg->thread();
             QMetaObject::invokeMethod(dlg.get(), [&] {
                 const auto found = dlg->findChildren<CCancelDlg*>();
                 dialogs = found.size();
                 shown = !found.isEmpty() && found.first()->isVisible();
                 busyButtonsOff = !Button(IDC_OPEN_IMAGE)->isEnabled() && !Button(IDC_DECODE_IMAGE)->isEnabled();
+                dlg->close();
             }, Qt::BlockingQueuedConnection);
         });
         Button(IDC_DECODE_IMAGE)->click();
@@ -467,20 +433,11 @@ private slots:
         QCOMPARE(dialogs, 1);
         QCOMPARE(shown, visible);
         QCOMPARE(Results()->topLevelItemCount(), 1);
-    }
-
-    void closeWhileBusyOnlyCancelsThenEscapeClosesAndSaves() {
-        StartWith({"KVDECODE_A.so"});
-        Open(Pngs({"a.png"}));
-        rd::SetHook("ZyrReader_ImagePluginDecode",
-                    [&] { QMetaObject::invokeMethod(dlg.get(), [&] { dlg->close(); }, Qt::BlockingQueuedConnection); });
-        Button(IDC_DECODE_IMAGE)->click();
-        QVERIFY(JobEnds(*dlg));
         QVERIFY(dlg->isVisible());
         QCOMPARE(int(rd::CallsNamed("ZyrReader_CameraCancelQueue").size()), 1);
         QVERIFY(!std::filesystem::exists(app->file("Glyphor.ini")));
 
-        QTest::keyClick(dlg.get(), Qt::Key_Escape); // closes like the close button
+        QTest::keyClick(dlg.get(), Qt::Key_Escape);
         QVERIFY(!dlg->isVisible());
         QCOMPARE(dlg->result(), int(QDialog::Rejected));
         QCOMPARE(int(rd::CallsNamed("ZyrReader_CameraCancelQueue").size()), 1);
@@ -488,25 +445,17 @@ private slots:
                  std::string("[Previous_State]\r\nBitmapID=1\r\nSelectedPlugins=A\r\nFileDlgFilterIndex=1\r\n"));
     }
 
-    void darkObjectDetectGoesToTheCameraAndARefusalIsShown() {
-        Start();
-        auto* box = Control<QCheckBox>(dlg.get(), IDC_DARK_OBJECT_DETECT);
-        rd::ClearCalls();
-        box->click();
-        QCOMPARE(rd::CallTexts(), std::vector<std::string>{"ZyrReader_CameraUpdateSettings(" +
-                                                           rd::Ptr(&ReaderSession::Settings()) + ", 1)"});
-        QVERIFY(ui.messages.empty());
-        rd::SetResult("ZyrReader_CameraUpdateSettings", ZYR_ERR_NOT_INITIALISED);
-        box->click();
-        QVERIFY(!box->isChecked()); // not reset after the error
-        QCOMPARE(ReaderSession::Settings().DarkObjectDetect, uint8_t(0));
-        QCOMPARE(ui.messages, (Messages{{MessageKind::Exclamation, "Error saving settings.  Error code: 1"}}));
-    }
-
     // The results list's row menu: only on a row; its commands act on the last selected row and
     // refuse one without data (the parse's own failures are the row actions' tests).
     void resultMenuActsOnTheLastSelectedRowWithData() {
-        DecodeThreeRows();
+        rd::PluginScript plugin{"KVDECODE_A.so"};
+        rd::SymbolScript first, third;
+        first.data = "first", third.data = "third";
+        plugin.decodes = {{first}, {}, {third}};
+        StartWith(plugin);
+        Open(Pngs({"1.png", "2.png", "3.png"}));
+        Button(IDC_DECODE_MULTI)->click();
+        QVERIFY(JobEnds(*dlg));
         QMenu below;
         const QPoint underLastRow(CentreOfRow(2).x(), Results()->viewport()->height() - 2);
         QVERIFY(!Results()->itemAt(underLastRow));

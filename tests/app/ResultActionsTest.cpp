@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 
 namespace {
 
@@ -58,7 +57,9 @@ protected:
     const std::string binary{"@\n\x1e\rANSI \0\xff\x80 end", 16};
 };
 
-TEST_F(ResultActionsTest, SaveWritesTheBytesUnchangedOverALongerFileUnlessCancelled) {
+// Cancelled, the save says nothing; it writes the bytes unchanged over a longer file; when it cannot
+// write it says why and claims no success.
+TEST_F(ResultActionsTest, SaveWritesTheBytesUnchangedOrSaysWhyNot) {
     actions.SaveDataAsBinary(Data(binary)); // no path chosen
     EXPECT_TRUE(view.messages.empty());
     ui.savePath = folder.write("row.bin", std::string(100, 'x'));
@@ -66,9 +67,6 @@ TEST_F(ResultActionsTest, SaveWritesTheBytesUnchangedOverALongerFileUnlessCancel
     EXPECT_EQ(ui.pathRequests, 2);
     EXPECT_EQ(readFile(ui.savePath), binary);
     EXPECT_EQ(view.messages, (Messages{{MessageKind::Info, "Successfully saved data to " + ui.savePath}}));
-}
-
-TEST_F(ResultActionsTest, SaveThatCannotWriteSaysWhyAndClaimsNoSuccess) {
     for (const std::string& path : {folder.file("missing/row.bin"), folder.path()}) { // no folder; a folder
         view.messages.clear();
         ui.savePath = path;
@@ -79,22 +77,19 @@ TEST_F(ResultActionsTest, SaveThatCannotWriteSaysWhyAndClaimsNoSuccess) {
     }
 }
 
-TEST_F(ResultActionsTest, FailedParseNamesTheCodeAndShowsNoViewer) {
-    for (int32_t code : {1, 13, 22}) {
+// A failed parse names its code and shows no viewer; a parse of every byte, the NUL included, is
+// shown once; each viewer is freed afterwards.
+TEST_F(ResultActionsTest, ParseOutcomeDecidesWhetherTheViewerIsShown) {
+    for (int32_t code : {1, 13, 22, 0}) {
         view.messages.clear();
         ui.parseCode = code;
         actions.ParseAsAamva(Data(binary));
-        EXPECT_EQ(view.messages, (Messages{{MessageKind::Exclamation, "Cannot parse data. Check that it is in an AAMVA "
-                                                                      "data format. Error code: " + std::to_string(code)}}));
+        const std::string failure = "Cannot parse data. Check that it is in an AAMVA data format. Error code: ";
+        const Messages expected = {{MessageKind::Exclamation, failure + std::to_string(code)}};
+        EXPECT_EQ(view.messages, code ? expected : Messages{});
     }
-    EXPECT_EQ(std::make_tuple(ui.viewersMade, ui.viewersShown, ui.viewersAlive), std::make_tuple(3, 0, 0));
-}
-
-TEST_F(ResultActionsTest, ParsedDataIsShownOnceAndTheViewerFreedAfterwards) {
-    actions.ParseAsAamva(Data(binary));
-    EXPECT_EQ(ui.parsedBytes, binary); // every byte, the NUL included
-    EXPECT_EQ(std::make_tuple(ui.viewersShown, ui.viewersAlive), std::make_tuple(1, 0));
-    EXPECT_TRUE(view.messages.empty());
+    EXPECT_EQ(ui.parsedBytes, binary);
+    EXPECT_EQ(std::make_tuple(ui.viewersMade, ui.viewersShown, ui.viewersAlive), std::make_tuple(4, 1, 0));
 }
 
 } // namespace

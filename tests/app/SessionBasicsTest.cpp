@@ -1,6 +1,4 @@
-// Button rules the window cannot reach, row texts, stepping through the image files, showing them,
-// and "Glyphor.ini" round trips.
-#include "ButtonRules.h"
+// Row texts, stepping through the image files, showing them, and "Glyphor.ini" round trips.
 #include "FakeView.h"
 #include "ImageFileList.h"
 #include "ResultText.h"
@@ -8,21 +6,9 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 
-namespace rd = readerdouble;
 using namespace std::string_literals;
 
 namespace {
-
-TEST(ButtonRules, BusyOrAnEmptiedListTurnButtonsOff) {
-    // busy, reader, files, index -> captureMulti, capture, open, next, previous, decodeImage, decodeMulti
-    const std::pair<ButtonInputs, ButtonStates> cases[] = {
-        {{true, true, 3, 1}, {false, false, false, false, false, false, false}},
-        // A capture empties the list but keeps the index: arrows and decoding go off.
-        {{false, true, 0, 2}, {true, true, true, false, false, false, false}},
-    };
-    for (const auto& [in, expected] : cases)
-        EXPECT_TRUE(ComputeButtonStates(in) == expected) << in.busy << in.imageCount << in.currentIndex;
-}
 
 TEST(ResultRowText, SpellsOutControlCodesOnOneLine) {
     const struct {
@@ -40,15 +26,6 @@ TEST(ResultRowText, SpellsOutControlCodesOnOneLine) {
     };
     for (const auto& c : cases)
         EXPECT_EQ(ResultRowText(c.bytes, c.encoding), c.shown);
-}
-
-TEST(ImageFileList, NamePartTakesTheLastSeparatorOfEitherKind) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"/a/b/c.png", "c.png"}, {"C:\\x\\y.bmp", "y.bmp"}, {"a\\b/c.jpg", "c.jpg"},
-        {"a/b\\c.jpg", "c.jpg"}, {"bare.png", "bare.png"},  {"dir/", ""},
-    };
-    for (const auto& [path, name] : cases)
-        EXPECT_EQ(ImageFileList::NamePart(path), name) << path;
 }
 
 TEST(ImageFileList, StepsReplaceAndClear) {
@@ -85,12 +62,7 @@ TEST(ImageFileList, StepsReplaceAndClear) {
 
 class SessionTest : public SessionFixture {
 protected:
-    void SetUp() override {
-        for (const char* name : {"KVDECODE_A.so", "KVDECODE_B.so", "KVDECODE_C.so"}) {
-            plugins.write(name, "");
-            rd::AddPlugin({name});
-        }
-    }
+    void SetUp() override { Install({{"KVDECODE_A.so"}, {"KVDECODE_B.so"}, {"KVDECODE_C.so"}}); }
 
     // A session as the window makes it: plug-ins loaded, then settings.
     std::unique_ptr<TestSession> Start(FakeView& view, const std::string& executableFolder) {
@@ -109,7 +81,7 @@ protected:
 
 // Saved next to the executable, read from the application folder: when the two differ nothing is
 // read back, as intended.
-TEST_F(SessionTest, SettingsSurviveARestartWhenBothFoldersAreTheSame) {
+TEST_F(SessionTest, SettingsSurviveARestartWhenBothFoldersAreTheSameElseGiveDefaults) {
     TempFolder elsewhere;
     for (const std::string& executable : {elsewhere.path(), appFolder.path() + "/"}) {
         {
@@ -124,12 +96,9 @@ TEST_F(SessionTest, SettingsSurviveARestartWhenBothFoldersAreTheSame) {
                   "[Previous_State]\r\nBitmapID=57\r\nSelectedPlugins=A,C\r\nFileDlgFilterIndex=2\r\n");
         EXPECT_EQ(State(*Start(view, executable)), executable == elsewhere.path() ? "0||0" : "57|A,C|2");
     }
-    EXPECT_TRUE(view.messages.empty());
-}
-
-// A missing file, one that is not a file, and each broken one give the defaults or what the file
-// still holds, silently; so does a failed save.
-TEST_F(SessionTest, BrokenSettingsGiveDefaultsWithoutAMessage) {
+    // A file that is not a file, a missing one and each broken one give the defaults or what the
+    // file still holds, silently; so does a failed save.
+    std::filesystem::remove(appFolder.file("Glyphor.ini"));
     std::filesystem::create_directory(appFolder.file("Glyphor.ini"));
     EXPECT_EQ(State(*Start(view, appFolder.path())), "0||0");
     std::filesystem::remove(appFolder.file("Glyphor.ini"));
@@ -152,9 +121,10 @@ TEST_F(SessionTest, BrokenSettingsGiveDefaultsWithoutAMessage) {
     EXPECT_TRUE(view.messages.empty());
 }
 
-// ---- Showing files -------------------------------------------------------------------------
 
-TEST_F(SessionTest, EveryShowRaisesTheImageNumberAlsoBackAndForth) {
+// Every show raises the image number, also back and forth; an unreadable file still changes the
+// caption and the number; opening nothing shows nothing.
+TEST_F(SessionTest, ShowingFiles) {
     auto session = Start(view, appFolder.path());
     session->OpenImages({"a", "b", "c"}, 1);
     const std::pair<char, int32_t> steps[] = {{'n', 1}, {'n', 2}, {'p', 1}, {'n', 2}, {'p', 1}, {'p', 0}};
@@ -166,17 +136,13 @@ TEST_F(SessionTest, EveryShowRaisesTheImageNumberAlsoBackAndForth) {
     }
     EXPECT_EQ(view.loads, (std::vector<std::string>{"a", "b", "c", "b", "c", "b", "a"}));
     EXPECT_EQ(view.buttonUpdates, 1 + 6);
-}
-
-TEST_F(SessionTest, AnUnreadableFileStillChangesCaptionAndNumberAndOpeningNothingShowsNothing) {
-    auto session = Start(view, appFolder.path());
-    session->OpenImages({"missing.png", "b"}, 1);
-    EXPECT_EQ(session->imageNumber, 1);
+    session->OpenImages({"/x/missing.png", "b"}, 1);
+    EXPECT_EQ(session->imageNumber, number + 1);
     EXPECT_EQ(view.captions.back(), "Glyphor - missing.png");
     EXPECT_EQ(view.sets.back().second, nullptr);
     session->OpenImages({}, 4);
     EXPECT_EQ(session->files.Count(), 0);
-    EXPECT_EQ(view.loads.size(), 1u);
+    EXPECT_EQ(view.loads.size(), 8u);
     EXPECT_EQ(session->files.FilterIndex(), 4u);
     EXPECT_FALSE(session->Buttons().decodeImage);
 }
