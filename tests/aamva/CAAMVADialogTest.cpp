@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QGroupBox>
 #include <QPushButton>
 #include <QTest>
 #include <QTreeWidget>
@@ -71,17 +70,11 @@ protected:
         }
         return rows;
     }
-    RecordBuilder full = [] {
-        RecordBuilder b;
-        b.Full();
-        return b;
-    }();
 };
 
 // The parsed bytes in a read-only hex view. The rows come in a fixed order, the physical ones after
-// the identity; data items in library order with the name first. Which rows a record gives is the
-// fields table's.
-TEST_F(AAMVADialogTest, CaptionBytesGroupsAndEveryRowInItsGroupAndColumn) {
+// the identity; data items in library order with the name first.
+TEST_F(AAMVADialogTest, BytesAndEveryRowInItsGroupAndColumn) {
     RecordBuilder b;
     b.Full();
     b.Items({{"DCS", "Family Name", "DOE"}, {"ZVA", "Unknown element", "42"}});
@@ -90,20 +83,7 @@ TEST_F(AAMVADialogTest, CaptionBytesGroupsAndEveryRowInItsGroupAndColumn) {
     ASSERT_NE(Hex(*d), nullptr);
     EXPECT_TRUE(Hex(*d)->IsReadOnly());
     EXPECT_EQ(Hex(*d)->Editor().Data(), std::vector<uint8_t>(raw.begin(), raw.end()));
-    EXPECT_EQ(d->windowTitle(), "AAMVA Data");
-    EXPECT_TRUE(Button(*d, CAAMVADialog::IDOK)->isDefault());
-    std::vector<QString> boxes;
-    for (const QGroupBox* box : d->findChildren<QGroupBox*>())
-        boxes.push_back(box->title());
-    EXPECT_EQ(boxes, (std::vector<QString>{"Raw Data", "Decoded Fields"}));
-    QTreeWidget* list = List(*d);
-    EXPECT_EQ(list->selectionBehavior(), QAbstractItemView::SelectRows);
-    ASSERT_EQ(std::make_pair(list->columnCount(), list->topLevelItemCount()), std::make_pair(4, 3));
-    const char* const groups[] = {"Header", "Parsed", "All Data Items"};
-    for (int g = 0; g < 3; ++g) {
-        EXPECT_EQ(list->topLevelItem(g)->text(0), groups[g]);
-        EXPECT_TRUE(list->topLevelItem(g)->isExpanded()) << groups[g];
-    }
+    ASSERT_EQ(std::make_pair(List(*d)->columnCount(), List(*d)->topLevelItemCount()), std::make_pair(4, 3));
     EXPECT_EQ(Rows(*d, CAAMVADialog::HeaderGroup), "FileType=ANSI |IIN=636000|IssuerName=Virginia|"
                                                    "Version=8 (AAMVA 2013 Standard)|JurisdictionVersion=0");
     EXPECT_EQ(Rows(*d, CAAMVADialog::ParsedGroup),
@@ -120,7 +100,8 @@ TEST_F(AAMVADialogTest, CaptionBytesGroupsAndEveryRowInItsGroupAndColumn) {
 TEST_F(AAMVADialogTest, ButtonsWriteTheExportsOrSayWhyNotAndCloseReleasesTheRecord) {
     TempFolder folder;
     ASSERT_TRUE(folder.ok());
-    auto d = Open(full.get(), readFile(kData + "/full.raw"));
+    RecordBuilder full;
+    auto d = Open(full.Full().get(), readFile(kData + "/full.raw"));
     const QString missing = QString::fromStdString(folder.file("no-such-folder/out"));
     const QString text = "All Files (*)", xml = "XML Files (*.xml);;All Files (*)";
     const struct {

@@ -13,8 +13,6 @@ const std::string kCrLf("LINE 1\r\nLINE\0 2\r\n", 17);
 
 class BatchOutputTest : public BatchFixture {};
 
-std::string Str(const QJsonValue& value) { return value.toString().toStdString(); }
-
 // As the run script does without a display: ./ZyrReader.ini read by default. Columns line up by
 // characters, also after a file name with a two-byte character.
 TEST_F(BatchOutputTest, TableIsAlignedInTheGivenOrderAndEndsWithTheStatistics) {

@@ -94,6 +94,8 @@ QJsonArray TimelessRows(const std::string& json) {
     return rows;
 }
 
+std::string Str(const QJsonValue& value) { return value.toString().toStdString(); }
+
 std::string SamplesDir() { return GLYPHOR_SAMPLES_DIR; }
 std::string SamplePath(const std::string& fileName) { return SamplesDir() + "/" + fileName; }
 std::string PluginDir() { return GLYPHOR_PLUGIN_DIR; }

@@ -77,10 +77,10 @@ TEST_F(BatchShardTest, BaselineOfAnotherPluginSettingTellsWhatWasLost) {
     EXPECT_EQ(weak.status, 3) << weak.err;
     const QJsonObject baseline = ParseJson(weak.out)["baseline"].toObject();
     std::map<std::string, std::string> changes;
-    for (const QJsonValue& row : baseline["rows"].toArray()) {
-        changes[row.toObject()["relative"].toString().toStdString()] =
-            row.toObject()["change"].toString().toStdString();
-        EXPECT_TRUE(row.toObject()["timeBefore"].isDouble() && row.toObject()["timeNow"].isDouble());
+    for (const QJsonValue& value : baseline["rows"].toArray()) {
+        const QJsonObject row = value.toObject();
+        changes[Str(row["relative"])] = Str(row["change"]);
+        EXPECT_TRUE(row["timeBefore"].isDouble() && row["timeNow"].isDouble());
     }
     EXPECT_EQ(changes, (std::map<std::string, std::string>{
                            {"sub/low.png", "lost"}, {"noisy.jpg", "newly read"}, {"plain.png", "same"}}));
