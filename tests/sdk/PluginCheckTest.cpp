@@ -1,10 +1,10 @@
 // glyphor-plugin-check on the shipped plug-ins, which keep every rule, and on test plug-ins that
 // each break named rules, which it must name and nothing else.
+#include "TempFolder.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <cstdlib>
-#include <fstream>
 #include <map>
 #include <set>
 #include <sstream>
@@ -50,16 +50,11 @@ CheckRun runChecker(const std::vector<std::string>& args) {
     return run;
 }
 
-std::string tempFolder() {
-    const char* dir = std::getenv("TMPDIR");
-    return dir && *dir ? dir : "/tmp";
-}
-
 // Settings of the broken test plug-in that make it break the given rules.
 std::string brokenSettings(const std::string& breaks) {
-    const std::string path = tempFolder() + "/#KVDECODE_Broken-" + (breaks.empty() ? "none" : breaks) + ".ini";
-    std::ofstream(path) << "[Fixture]\nBreak=" << breaks << "\n[Host]\nIsolated=1\nTimeLimitSeconds=20\n";
-    return path;
+    static const TempFolder folder;
+    return folder.write("#KVDECODE_Broken-" + (breaks.empty() ? "none" : breaks) + ".ini",
+                        "[Fixture]\nBreak=" + breaks + "\n[Host]\nIsolated=1\nTimeLimitSeconds=20\n");
 }
 
 const char* const kRules[] = {"exports",  "interface-version", "open",   "required-images", "image-settings",

@@ -7,18 +7,9 @@ using namespace plugincheck;
 
 namespace {
 
+// A QR code of five ASCII bytes, well inside a 100 x 100 image.
 SymbolCopy sound() {
-    SymbolCopy s;
-    s.symbology = ZYR_SYM_QRCODE;
-    s.dataType = ZYR_DATA_ASCII;
-    s.bytes = "HELLO";
-    s.length = 5;
-    s.terminated = true;
-    s.corners[0] = {10, 10};
-    s.corners[1] = {90, 10};
-    s.corners[2] = {90, 90};
-    s.corners[3] = {10, 90};
-    return s;
+    return {ZYR_SYM_QRCODE, ZYR_DATA_ASCII, ZYR_ECI_NONE, 5, "HELLO", true, {{10, 10}, {90, 10}, {90, 90}, {10, 90}}};
 }
 
 struct Fault {

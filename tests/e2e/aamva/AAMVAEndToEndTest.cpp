@@ -11,6 +11,7 @@
 #include <QTreeWidget>
 
 #include <map>
+#include <utility>
 #include <string>
 #include <vector>
 
@@ -30,15 +31,6 @@ protected:
     void ShowError(const QString& text) override { errors.push_back(text); }
 };
 
-struct Card {
-    int version;
-    bool canadian;
-};
-
-void PrintTo(const Card& c, std::ostream* os) {
-    *os << "v" << c.version << (c.canadian ? " Canada" : " USA");
-}
-
 // Every row of a group: name -> value (the first row of a name wins).
 std::map<std::string, std::string> Values(const QTreeWidget* list, int group) {
     std::map<std::string, std::string> values;
@@ -48,14 +40,15 @@ std::map<std::string, std::string> Values(const QTreeWidget* list, int group) {
     return values;
 }
 
-class AAMVAEndToEndTest : public ::testing::TestWithParam<Card> {
+// Cards of a standard version, Canadian or not.
+class AAMVAEndToEndTest : public ::testing::TestWithParam<std::pair<int, bool>> {
 protected:
     static void TearDownTestSuite() { ZyrReader_DestroyCachedData(); }
 };
 
 TEST_P(AAMVAEndToEndTest, PayloadFieldsReachTheDialogAndBothExports) {
     const AamvaPayloadDescription card =
-        AamvaPayloadDescription::typical(GetParam().version, GetParam().canadian);
+        AamvaPayloadDescription::typical(GetParam().first, GetParam().second);
     const std::string payload = AamvaPayloadWriter::write(card);
     const auto elements = AamvaPayloadWriter::elements(card);
 
@@ -116,7 +109,8 @@ TEST_P(AAMVAEndToEndTest, PayloadFieldsReachTheDialogAndBothExports) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Versions, AAMVAEndToEndTest,
-                         ::testing::Values(Card{1, false}, Card{3, false}, Card{8, false}, Card{9, false},
-                                           Card{10, false}, Card{3, true}, Card{9, true}));
+                         ::testing::Values(std::pair(1, false), std::pair(3, false), std::pair(8, false),
+                                           std::pair(9, false), std::pair(10, false), std::pair(3, true),
+                                           std::pair(9, true)));
 
 } // namespace
