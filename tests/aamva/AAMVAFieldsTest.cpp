@@ -9,22 +9,21 @@ namespace {
 
 // The record is read as the library lays it out. Fields of one size could trade places without
 // changing any size, so each one's offset is pinned.
-static_assert(offsetof(AAMVARecord, LicenceNumber) == 0, "");
-static_assert(offsetof(AAMVARecord, FullName) == 3000, "");
-static_assert(offsetof(AAMVARecord, Surname) == 6000, "");
-static_assert(offsetof(AAMVARecord, Forename) == 9000, "");
-static_assert(offsetof(AAMVARecord, MiddleName) == 12000, "");
-static_assert(offsetof(AAMVARecord, AddressStreet) == 18049, "");
-static_assert(offsetof(AAMVARecord, AddressCity) == 21049, "");
-static_assert(offsetof(AAMVARecord, AddressState) == 24049, "");
-static_assert(offsetof(AAMVARecord, AddressPostalCode) == 27049, "");
-static_assert(offsetof(AAMVADataItem, ID) == 0 && sizeof(AAMVADataItem::ID) == 4, "");
-static_assert(offsetof(AAMVADataItem, Name) == 4 && sizeof(AAMVADataItem::Name) == 3000, "");
-static_assert(offsetof(AAMVADataItem, Value) == 3004 && sizeof(AAMVADataItem::Value) == 3000, "");
-static_assert(offsetof(AAMVADate, Day) == 0 && offsetof(AAMVADate, Month) == 4 &&
-                  offsetof(AAMVADate, Year) == 8,
-              "");
-static_assert(offsetof(AAMVAMeasure, Value) == 0 && offsetof(AAMVAMeasure, Unit) == 4, "");
+static_assert(offsetof(AAMVARecord, LicenceNumber) == 0);
+static_assert(offsetof(AAMVARecord, FullName) == 3000);
+static_assert(offsetof(AAMVARecord, Surname) == 6000);
+static_assert(offsetof(AAMVARecord, Forename) == 9000);
+static_assert(offsetof(AAMVARecord, MiddleName) == 12000);
+static_assert(offsetof(AAMVARecord, AddressStreet) == 18049);
+static_assert(offsetof(AAMVARecord, AddressCity) == 21049);
+static_assert(offsetof(AAMVARecord, AddressState) == 24049);
+static_assert(offsetof(AAMVARecord, AddressPostalCode) == 27049);
+static_assert(offsetof(AAMVADataItem, ID) == 0 && sizeof(AAMVADataItem::ID) == 4);
+static_assert(offsetof(AAMVADataItem, Name) == 4 && sizeof(AAMVADataItem::Name) == 3000);
+static_assert(offsetof(AAMVADataItem, Value) == 3004 && sizeof(AAMVADataItem::Value) == 3000);
+static_assert(offsetof(AAMVADate, Day) == 0 && offsetof(AAMVADate, Month) == 4);
+static_assert(offsetof(AAMVADate, Year) == 8);
+static_assert(offsetof(AAMVAMeasure, Value) == 0 && offsetof(AAMVAMeasure, Unit) == 4);
 
 // Each row as "name=value (extra) [id]", joined by "|".
 std::string Text(const std::vector<AAMVARow>& rows) {

@@ -6,7 +6,8 @@
 
 namespace fs = std::filesystem;
 
-namespace batchtest {
+using namespace batchtest;
+
 namespace {
 
 class BatchCrashTest : public BatchFixture {};
@@ -70,4 +71,3 @@ TEST_F(BatchCrashTest, OneSelectedPluginStartsOneHostPerJob) {
 }
 
 } // namespace
-} // namespace batchtest

@@ -1,7 +1,8 @@
 // glyphor-batch's failures: one clear line each, and the exit status that tells them apart.
 #include "BatchFixture.h"
 
-namespace batchtest {
+using namespace batchtest;
+
 namespace {
 
 class BatchErrorTest : public BatchFixture {};
@@ -69,4 +70,3 @@ TEST_F(BatchErrorTest, EachFailureIsOneLineWithItsExitStatus) {
 }
 
 } // namespace
-} // namespace batchtest

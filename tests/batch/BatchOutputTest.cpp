@@ -3,7 +3,8 @@
 
 #include <algorithm>
 
-namespace batchtest {
+using namespace batchtest;
+
 namespace {
 
 const std::string kBinary("GLY\0\x01\x02\xff\x80\x00\x7f"
@@ -140,4 +141,3 @@ TEST_F(BatchOutputTest, CsvAndJsonCarryTheExactBytesSymbologyEciAndVerdict) {
 }
 
 } // namespace
-} // namespace batchtest

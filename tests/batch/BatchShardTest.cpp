@@ -3,7 +3,8 @@
 
 #include <map>
 
-namespace batchtest {
+using namespace batchtest;
+
 namespace {
 
 class BatchShardTest : public BatchFixture {};
@@ -88,4 +89,3 @@ TEST_F(BatchShardTest, BaselineOfAnotherPluginSettingTellsWhatWasLost) {
 }
 
 } // namespace
-} // namespace batchtest
