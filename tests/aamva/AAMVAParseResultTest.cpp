@@ -11,10 +11,6 @@ namespace {
 
 using Log = std::vector<std::string>;
 
-std::vector<uint8_t> Raw(const AAMVAParseResult& p) {
-    return std::vector<uint8_t>(p.RawData(), p.RawData() + p.RawLength());
-}
-
 // A second parse starts the parser only when it is not running, releases the first record before
 // asking the library again, and copies every byte (NUL, line breaks, bytes above 0x7F) so that the
 // caller's buffer may go away; a failed one returns the library's code and keeps the last bytes.
@@ -56,7 +52,7 @@ TEST(AAMVAParseResultTest, StartsTheParserWhenNeededCopiesEveryByteAndFailuresKe
             EXPECT_EQ(Log(ParseDouble::Log().begin() + long(before), ParseDouble::Log().end()), c.log) << c.what;
             const std::string surname = p.Record() ? p.Record()->Surname : "<none>";
             EXPECT_EQ(surname, ok ? "DOE" : "<none>") << c.what;
-            EXPECT_EQ(Raw(p), ok ? bytes : good) << c.what;
+            EXPECT_EQ(std::vector<uint8_t>(p.RawData(), p.RawData() + p.RawLength()), ok ? bytes : good) << c.what;
             EXPECT_EQ(ParseDouble::Outstanding(), ok ? 1 : 0) << c.what;
         }
         EXPECT_EQ(ParseDouble::Outstanding(), 0) << c.what << ": the destructor releases the record";

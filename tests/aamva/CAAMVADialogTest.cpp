@@ -47,15 +47,10 @@ protected:
         return dialog;
     }
 
-    static QTreeWidget* List(const CAAMVADialog& d) {
-        return d.findChild<QTreeWidget*>(CAAMVADialog::ControlName(CAAMVADialog::IDC_FIELDS));
+    template <class Control> static Control* Child(const CAAMVADialog& d, int id) {
+        return d.findChild<Control*>(CAAMVADialog::ControlName(id));
     }
-    static CHexEdit* Hex(const CAAMVADialog& d) {
-        return d.findChild<CHexEdit*>(CAAMVADialog::ControlName(CAAMVADialog::IDC_RAW_DATA));
-    }
-    static QPushButton* Button(const CAAMVADialog& d, int id) {
-        return d.findChild<QPushButton*>(CAAMVADialog::ControlName(id));
-    }
+    static QTreeWidget* List(const CAAMVADialog& d) { return Child<QTreeWidget>(d, CAAMVADialog::IDC_FIELDS); }
     // A group's rows as "name [id]=value (extra)", joined by "|"; empty columns left out.
     static std::string Rows(const CAAMVADialog& d, int group) {
         std::string rows;
@@ -80,9 +75,10 @@ TEST_F(AAMVADialogTest, BytesAndEveryRowInItsGroupAndColumn) {
     b.Items({{"DCS", "Family Name", "DOE"}, {"ZVA", "Unknown element", "42"}});
     const std::string raw("@\n\x1e\rANSI 6360\0\xff", 14);
     auto d = Open(b.get(), raw);
-    ASSERT_NE(Hex(*d), nullptr);
-    EXPECT_TRUE(Hex(*d)->IsReadOnly());
-    EXPECT_EQ(Hex(*d)->Editor().Data(), std::vector<uint8_t>(raw.begin(), raw.end()));
+    const CHexEdit* hex = Child<CHexEdit>(*d, CAAMVADialog::IDC_RAW_DATA);
+    ASSERT_NE(hex, nullptr);
+    EXPECT_TRUE(hex->IsReadOnly());
+    EXPECT_EQ(hex->Editor().Data(), std::vector<uint8_t>(raw.begin(), raw.end()));
     ASSERT_EQ(std::make_pair(List(*d)->columnCount(), List(*d)->topLevelItemCount()), std::make_pair(4, 3));
     EXPECT_EQ(Rows(*d, CAAMVADialog::HeaderGroup), "FileType=ANSI |IIN=636000|IssuerName=Virginia|"
                                                    "Version=8 (AAMVA 2013 Standard)|JurisdictionVersion=0");
@@ -119,7 +115,7 @@ TEST_F(AAMVADialogTest, ButtonsWriteTheExportsOrSayWhyNotAndCloseReleasesTheReco
         d->filters.clear(), d->errors.clear();
         const std::string file = c.file ? c.file : "";
         d->nextPath = !c.file ? missing : file.empty() ? QString() : QString::fromStdString(folder.file(file));
-        QTest::mouseClick(Button(*d, c.button), Qt::LeftButton);
+        QTest::mouseClick(Child<QPushButton>(*d, c.button), Qt::LeftButton);
         EXPECT_EQ(d->filters, std::vector<QString>{c.filter});
         EXPECT_EQ(d->errors, c.error.isEmpty() ? std::vector<QString>() : std::vector<QString>{c.error});
         if (!file.empty()) {
@@ -129,7 +125,7 @@ TEST_F(AAMVADialogTest, ButtonsWriteTheExportsOrSayWhyNotAndCloseReleasesTheReco
     EXPECT_EQ(XmlProblems(folder.file("full.xml")), "");
     EXPECT_FALSE(std::filesystem::exists(folder.file("no-such-folder")));
     EXPECT_TRUE(d->isVisible());
-    QTest::mouseClick(Button(*d, CAAMVADialog::IDOK), Qt::LeftButton);
+    QTest::mouseClick(Child<QPushButton>(*d, CAAMVADialog::IDOK), Qt::LeftButton);
     EXPECT_EQ(std::make_pair(d->isVisible(), d->result()), std::make_pair(false, int(QDialog::Accepted)));
     EXPECT_EQ(ParseDouble::Outstanding(), 1);
     d.reset();

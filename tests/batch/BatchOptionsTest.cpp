@@ -36,8 +36,7 @@ TEST(BatchOptions, AcceptedCommandLines) {
          "in=x s=r.ini p=QRCode,ZBar f=json o=d e=1 j=64 progress=auto shard=0/0 b="},
         {{"-p", ",A,,B,", "x"}, "in=x s= p=A,B f=table o= e=0 j=1 progress=auto shard=0/0 b="},
         {{"--no-progress", "--progress", "x"}, "in=x s= p= f=table o= e=0 j=1 progress=on shard=0/0 b="},
-        {{"--", "-p", "--help"}, "in=-p,--help s= p= f=table o= e=0 j=1 progress=auto shard=0/0 b="},
-        {{"-"}, "in=- s= p= f=table o= e=0 j=1 progress=auto shard=0/0 b="}};
+        {{"-", "--", "-p", "--help"}, "in=-,-p,--help s= p= f=table o= e=0 j=1 progress=auto shard=0/0 b="}};
     for (const auto& [args, described] : cases) {
         BatchOptions options;
         std::string error;

@@ -7,9 +7,7 @@ using namespace batchtest;
 
 namespace {
 
-const std::string kBinary("GLY\0\x01\x02\xff\x80\x00\x7f"
-                          "END\n",
-                          14);
+const std::string kBinary("GLY\0\x01\x02\xff\x80\x00\x7f" "END\n", 14);
 const std::string kCrLf("LINE 1\r\nLINE\0 2\r\n", 17);
 
 class BatchOutputTest : public BatchFixture {};

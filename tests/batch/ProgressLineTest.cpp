@@ -10,32 +10,21 @@ namespace {
 using std::chrono::milliseconds;
 
 // A short run shows nothing; a long one draws at most every interval, a long name loses its
-// front, Clear erases only what is shown, and a disabled line never writes.
+// front, and Clear erases only what is shown. (Off, it writes nothing: the command tests, whose
+// standard error is no terminal, expect it empty.)
 TEST(ProgressLine, WaitsForALongRunThenDrawsAtMostEveryIntervalAndClearErasesIt) {
     std::ostringstream out;
     ProgressLine line(out, true, 10);
     const ProgressLine::Clock::time_point start = ProgressLine::Clock::now();
     line.Update(1, "a.png", start + milliseconds(500));
     line.Clear();
-    EXPECT_EQ(out.str(), "");
     line.Update(4, "b.png", start + milliseconds(2000));
-    ASSERT_TRUE(line.Shown());
-    EXPECT_EQ(out.str().rfind("\r[4/10]", 0), 0u) << out.str();
-    const std::string afterFirst = out.str();
-    line.Update(5, "c.png", start + milliseconds(2100));
-    EXPECT_EQ(out.str(), afterFirst) << "too soon to redraw";
+    line.Update(5, "c.png", start + milliseconds(2100)); // too soon to redraw
     line.Update(6, std::string(60, 'x') + "/end.png", start + milliseconds(2300));
-    EXPECT_NE(out.str().find("[6/10] 2.6 images/s ..." + std::string(29, 'x') + "/end.png\x1b[K"), std::string::npos)
-        << out.str();
-    out.str("");
     line.Clear();
     line.Clear();
-    EXPECT_EQ(out.str(), "\r\x1b[K");
-    EXPECT_FALSE(line.Shown());
-    ProgressLine disabled(out, false, 3);
-    disabled.Update(3, "a.png", start + milliseconds(5000));
-    disabled.Clear();
-    EXPECT_EQ(out.str(), "\r\x1b[K") << "a disabled line never writes";
+    EXPECT_EQ(out.str(), "\r[4/10] 2.0 images/s b.png\x1b[K\r[6/10] 2.6 images/s ..." + std::string(29, 'x') +
+                             "/end.png\x1b[K\r\x1b[K");
 }
 
 } // namespace

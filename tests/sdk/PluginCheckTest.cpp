@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
+#include <cstdlib>
 #include <map>
 #include <set>
 #include <sstream>
@@ -29,16 +29,11 @@ CheckRun runChecker(const std::vector<std::string>& args) {
     std::string command = quoted(PLUGIN_CHECK_PATH);
     for (const std::string& a : args)
         command += " " + quoted(a);
+    static const TempFolder folder;
+    const int status = std::system((command + " >" + quoted(folder.file("out")) + " 2>&1").c_str());
     CheckRun run;
-    FILE* pipe = popen((command + " 2>&1").c_str(), "r");
-    if (!pipe)
-        return run;
-    char buffer[4096];
-    size_t got;
-    while ((got = fread(buffer, 1, sizeof buffer, pipe)) > 0)
-        run.out.append(buffer, got);
-    const int status = pclose(pipe);
     run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    run.out = readFile(folder.file("out"));
     std::istringstream lines(run.out);
     std::string line;
     while (std::getline(lines, line)) {
@@ -68,8 +63,6 @@ struct PluginCase {
     std::vector<std::string> extraArgs;
     std::set<std::string> failing;
 };
-
-void PrintTo(const PluginCase& c, std::ostream* os) { *os << c.name; }
 
 // The shipped plug-ins pass every rule; a test plug-in fails exactly the rules it breaks.
 class CheckedPlugin : public ::testing::TestWithParam<PluginCase> {};
@@ -111,15 +104,6 @@ const PluginCase kPlugins[] = {
 
 INSTANTIATE_TEST_SUITE_P(Each, CheckedPlugin, ::testing::ValuesIn(kPlugins),
                          [](const ::testing::TestParamInfo<PluginCase>& info) { return info.param.name; });
-
-TEST(PluginCheckCommand, ChecksGivenImagesWithoutKnownContents) {
-    const std::string samples = GLYPHOR_SAMPLES_DIR;
-    CheckRun run = runChecker({std::string(GLYPHOR_PLUGIN_DIR) + "/KVDECODE_QRCode.so",
-                                     samples + "/qrcode-plain.png", samples + "/two-qrcode.png"});
-    EXPECT_EQ(run.status, 0) << run.out;
-    EXPECT_NE(run.out.find("2 images, 2 with symbols, 3 symbols"), std::string::npos) << run.out;
-    EXPECT_EQ(run.verdicts["sample-contents"], "skip") << run.out;
-}
 
 TEST(PluginCheckCommand, UsageErrorsAndUnreadableImagesExitWithTwo) {
     const std::string plugin = std::string(GLYPHOR_PLUGIN_DIR) + "/KVDECODE_QRCode.so";

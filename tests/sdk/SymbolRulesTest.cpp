@@ -58,12 +58,7 @@ TEST(SampleContents, MisreadsDuplicatesAndWrongEciAreFaultsButMissesAndUnreporte
     CheckImage image("two", 1, 1, ZYR_PIXEL_GREY8, 1);
     image.known = true;
     image.expected = {{"FIRST", ZYR_ECI_NONE}, {"SECOND", ZYR_ECI_UTF8}};
-    auto symbol = [](const char* bytes, int32_t eci) {
-        SymbolCopy s;
-        s.bytes = bytes;
-        s.eci = eci;
-        return s;
-    };
+    auto symbol = [](const char* bytes, int32_t eci) { return SymbolCopy{0, 0, eci, 0, bytes}; };
     int unreported = 0;
     EXPECT_TRUE(contentProblems(image, {symbol("SECOND", ZYR_ECI_UTF8)}, unreported).empty());
     EXPECT_TRUE(contentProblems(image, {symbol("SECOND", ZYR_ECI_NONE)}, unreported).empty());
