@@ -1,8 +1,6 @@
 #include "RecordBuilder.h"
 
-RecordBuilder::RecordBuilder() : record_(new AAMVARecord) {
-    Blank();
-}
+RecordBuilder::RecordBuilder() : record_(new AAMVARecord) { Blank(); }
 
 RecordBuilder& RecordBuilder::Blank() {
     std::memset(record_.get(), 0, sizeof(AAMVARecord));

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 
 namespace fs = std::filesystem;
 
@@ -17,7 +16,7 @@ protected:
         for (const char* file : {"b.png", "a.JPG", "notes.txt", "c.jpeg", "sub/z.bmp", "sub/deeper/y.png",
                                  "sub/readme.md", "other/x.png", "d.gif", "e.png.txt", "png"}) {
             fs::create_directories((m_root / file).parent_path());
-            std::ofstream((m_root / file).string()) << "x";
+            writeFile((m_root / file).string(), "x");
         }
         fs::create_directories(m_root / "folder.png"); // a folder with an image name is not an image
     }
