@@ -23,7 +23,8 @@ TEST(AAMVAParseResultTest, StartsTheParserWhenNeededCopiesEveryByteAndFailuresKe
         Log log; // calls of the second parse
     } cases[] = {
         {"parser running", false, 0, 0, {"IsParsingInitialised", "Destroy", "ParseAAMVA 7"}},
-        {"parser restarted", true, 0, 0, {"IsParsingInitialised", "ParseInitialise", "Destroy", "ParseAAMVA 7"}},
+        {"parser restarted", true, 0, 0,
+         {"IsParsingInitialised", "ParseInitialise", "Destroy", "ParseAAMVA 7"}},
         {"parser start fails", true, ZYR_ERR_OUT_OF_MEMORY, 0,
          {"IsParsingInitialised", "ParseInitialise", "Destroy"}},
         {"parse fails", false, 0, ZYR_ERR_NOT_AAMVA, {"IsParsingInitialised", "Destroy", "ParseAAMVA 7"}},
@@ -34,12 +35,13 @@ TEST(AAMVAParseResultTest, StartsTheParserWhenNeededCopiesEveryByteAndFailuresKe
     full.Full();
     const std::vector<uint8_t> good = {'g', 'o', 'o', 'd'}, bytes = {'@', '\n', 0x1e, '\r', 0, 0xff, 0};
     for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
         ParseDouble::Script script;
         script.record = &full.get();
         ParseDouble::Reset(script);
         {
             AAMVAParseResult p;
-            ASSERT_EQ(p.Parse(good.data(), 4), 0) << c.what;
+            ASSERT_EQ(p.Parse(good.data(), 4), 0);
             ParseDouble::Script& now = ParseDouble::Current();
             now.initialised = !c.parserDown;
             now.initialiseCode = c.initialiseCode;
@@ -47,15 +49,14 @@ TEST(AAMVAParseResultTest, StartsTheParserWhenNeededCopiesEveryByteAndFailuresKe
             const std::size_t before = ParseDouble::Log().size();
             std::vector<uint8_t> caller = bytes;
             const bool ok = c.initialiseCode == 0 && c.parseCode == 0;
-            EXPECT_EQ(p.Parse(caller.data(), 7), c.initialiseCode != 0 ? c.initialiseCode : c.parseCode) << c.what;
+            EXPECT_EQ(p.Parse(caller.data(), 7), c.initialiseCode != 0 ? c.initialiseCode : c.parseCode);
             caller.assign(caller.size(), 'x');
-            EXPECT_EQ(Log(ParseDouble::Log().begin() + long(before), ParseDouble::Log().end()), c.log) << c.what;
-            const std::string surname = p.Record() ? p.Record()->Surname : "<none>";
-            EXPECT_EQ(surname, ok ? "DOE" : "<none>") << c.what;
-            EXPECT_EQ(std::vector<uint8_t>(p.RawData(), p.RawData() + p.RawLength()), ok ? bytes : good) << c.what;
-            EXPECT_EQ(ParseDouble::Outstanding(), ok ? 1 : 0) << c.what;
+            EXPECT_EQ(Log(ParseDouble::Log().begin() + long(before), ParseDouble::Log().end()), c.log);
+            EXPECT_EQ(p.Record() ? std::string(p.Record()->Surname) : "<none>", ok ? "DOE" : "<none>");
+            EXPECT_EQ(std::vector<uint8_t>(p.RawData(), p.RawData() + p.RawLength()), ok ? bytes : good);
+            EXPECT_EQ(ParseDouble::Outstanding(), ok ? 1 : 0);
         }
-        EXPECT_EQ(ParseDouble::Outstanding(), 0) << c.what << ": the destructor releases the record";
+        EXPECT_EQ(ParseDouble::Outstanding(), 0) << "the destructor releases the record";
     }
     // Input without bytes leaves an empty copy, not the previous one.
     ParseDouble::Script script;

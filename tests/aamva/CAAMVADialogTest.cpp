@@ -50,7 +50,7 @@ protected:
     template <class Control> static Control* Child(const CAAMVADialog& d, int id) {
         return d.findChild<Control*>(CAAMVADialog::ControlName(id));
     }
-    static QTreeWidget* List(const CAAMVADialog& d) { return Child<QTreeWidget>(d, CAAMVADialog::IDC_FIELDS); }
+    static auto* List(const CAAMVADialog& d) { return Child<QTreeWidget>(d, CAAMVADialog::IDC_FIELDS); }
     // A group's rows as "name [id]=value (extra)", joined by "|"; empty columns left out.
     static std::string Rows(const CAAMVADialog& d, int group) {
         std::string rows;

@@ -9,7 +9,8 @@ const std::string kData = GLYPHOR_AAMVA_TEST_DATA;
 
 std::string XmlProblems(const std::string& path) {
     const std::string log = path + ".xmllint";
-    const std::string command = std::string("'") + GLYPHOR_XMLLINT + "' --noout '" + path + "' >'" + log + "' 2>&1";
+    const std::string command =
+        std::string("'") + GLYPHOR_XMLLINT + "' --noout '" + path + "' >'" + log + "' 2>&1";
     const int status = std::system(command.c_str());
     const std::string output = readFile(log);
     std::remove(log.c_str());

@@ -35,8 +35,8 @@ TEST_F(ImageInputsTest, FoldersAreSearchedSortedArgumentsKeepTheirOrderAndMissin
     fs::create_symlink(m_root / "b.png", m_root / "sub" / "link.png");
     std::vector<std::string> errors;
     std::vector<std::string> seen; // display name | output name | path
-    const std::vector<std::string> args = {At("other"), At("gone"), At("notes.txt"), At("sub"), At("gone.png"),
-                                           At("b.png")};
+    const std::vector<std::string> args = {At("other"), At("gone"), At("notes.txt"), At("sub"),
+                                           At("gone.png"), At("b.png")};
     for (const ImageInput& input : ImageInputs::Expand(args, errors))
         seen.push_back(input.display + "|" + input.outputName + "|" + input.path);
     const std::string missing = "': No such file or directory";

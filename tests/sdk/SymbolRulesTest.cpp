@@ -9,7 +9,8 @@ namespace {
 
 // A QR code of five ASCII bytes, well inside a 100 x 100 image.
 SymbolCopy sound() {
-    return {ZYR_SYM_QRCODE, ZYR_DATA_ASCII, ZYR_ECI_NONE, 5, "HELLO", true, {{10, 10}, {90, 10}, {90, 90}, {10, 90}}};
+    return {ZYR_SYM_QRCODE, ZYR_DATA_ASCII, ZYR_ECI_NONE, 5, "HELLO", true,
+            {{10, 10}, {90, 10}, {90, 90}, {10, 90}}};
 }
 
 struct Fault {

@@ -36,7 +36,7 @@ std::string ParserDecode(const std::string& text) {
     std::string out;
     for (size_t i = 0; i < text.size();) {
         const auto* entity = std::find_if(std::begin(names), std::end(names),
-                                          [&](const auto& e) { return text.compare(i, e[0].size(), e[0]) == 0; });
+                                          [&](auto& e) { return text.compare(i, e[0].size(), e[0]) == 0; });
         Check(text[i] != '&' || entity != std::end(names)); // a bare "&" is not well-formed
         out += text[i] == '&' ? (*entity)[1] : std::string(1, text[i]);
         i += text[i] == '&' ? (*entity)[0].size() : 1;
