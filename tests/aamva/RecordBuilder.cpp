@@ -1,16 +1,12 @@
 #include "RecordBuilder.h"
 
-RecordBuilder::RecordBuilder() : record_(new AAMVARecord) {
-    Blank();
-}
+RecordBuilder::RecordBuilder() : record_(new AAMVARecord) { Blank(); }
 
 RecordBuilder& RecordBuilder::Blank() {
     std::memset(record_.get(), 0, sizeof(AAMVARecord));
     const AAMVADate none = {AAMVA_NOT_PRESENT, AAMVA_NOT_PRESENT, AAMVA_NOT_PRESENT};
     AAMVARecord& r = *record_;
-    r.DateOfBirth = none;
-    r.IssueDate = none;
-    r.ExpiryDate = none;
+    r.DateOfBirth = r.IssueDate = r.ExpiryDate = none;
     r.Version = r.JurisdictionVersion = AAMVA_NOT_PRESENT;
     r.HairColour = r.EyeColour = -1;
     r.ShortSex = ' ';

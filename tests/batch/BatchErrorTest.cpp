@@ -1,7 +1,8 @@
 // glyphor-batch's failures: one clear line each, and the exit status that tells them apart.
 #include "BatchFixture.h"
 
-namespace batchtest {
+using namespace batchtest;
+
 namespace {
 
 class BatchErrorTest : public BatchFixture {};
@@ -9,7 +10,6 @@ class BatchErrorTest : public BatchFixture {};
 TEST_F(BatchErrorTest, EachFailureIsOneLineWithItsExitStatus) {
     CopySample("qrcode-plain.png", "good.png");
     writeFile(Path("text.png"), "this is not an image\n");
-    writeFile(Path("cut.png"), readFile(SamplePath("qrcode-plain.png")).substr(0, 200));
     writeFile(Path("blocker"), "a file where a folder should be");
     const std::string settings = WriteSettings();
     const std::string missingFolder = Path("no-such-folder");
@@ -31,8 +31,6 @@ TEST_F(BatchErrorTest, EachFailureIsOneLineWithItsExitStatus) {
          "cannot read '" + missingFolder + "': No such file or directory", true},
         {"not an image", {"-s", settings, "-p", "ZXing", Path("text.png"), Path("good.png")}, 1,
          "cannot read image '" + Path("text.png") + "': Unsupported image format", true},
-        {"truncated image", {"-s", settings, "-p", "ZXing", Path("cut.png"), Path("good.png")}, 1,
-         "cannot read image '" + Path("cut.png") + "': Image data is truncated or corrupt", true},
         {"unwritable output folder", {"-s", settings, "-p", "ZXing", "-o", Path("blocker/out"), Path("good.png")},
          1, "cannot create folder '" + Path("blocker/out") + "': Not a directory", true},
         {"unknown plug-in", {"-s", settings, "-p", "ZXing,Nope", Path("good.png")}, 2,
@@ -44,8 +42,6 @@ TEST_F(BatchErrorTest, EachFailureIsOneLineWithItsExitStatus) {
          false},
         {"no plug-ins", {"-s", WriteSettings(noPlugins, "bare.ini"), Path("good.png")}, 2,
          "no decoder plug-ins could be loaded from '" + noPlugins + "/'", false},
-        {"bad option", {"--jobs", "0", Path("good.png")}, 2,
-         "option '--jobs' needs a whole number from 1 to 64, not '0'", false},
         {"broken baseline", {"-s", settings, "--baseline", Path("broken.json"), Path("good.png")}, 2,
          "baseline " + Path("broken.json") + notJson, false},
         {"baseline of other files", {"-s", settings, "--baseline", Path("other.json"), Path("good.png")}, 2,
@@ -74,4 +70,3 @@ TEST_F(BatchErrorTest, EachFailureIsOneLineWithItsExitStatus) {
 }
 
 } // namespace
-} // namespace batchtest

@@ -3,17 +3,14 @@
 
 #include <algorithm>
 
-namespace batchtest {
+using namespace batchtest;
+
 namespace {
 
-const std::string kBinary("GLY\0\x01\x02\xff\x80\x00\x7f"
-                          "END\n",
-                          14);
+const std::string kBinary("GLY\0\x01\x02\xff\x80\x00\x7f" "END\n", 14);
 const std::string kCrLf("LINE 1\r\nLINE\0 2\r\n", 17);
 
 class BatchOutputTest : public BatchFixture {};
-
-std::string Str(const QJsonValue& value) { return value.toString().toStdString(); }
 
 // As the run script does without a display: ./ZyrReader.ini read by default. Columns line up by
 // characters, also after a file name with a two-byte character.
@@ -142,4 +139,3 @@ TEST_F(BatchOutputTest, CsvAndJsonCarryTheExactBytesSymbologyEciAndVerdict) {
 }
 
 } // namespace
-} // namespace batchtest

@@ -45,34 +45,23 @@ std::string Base64Decode(const std::string& text) {
 }
 
 std::vector<std::vector<std::string>> ParseCsv(const std::string& text) {
-    std::vector<std::vector<std::string>> records;
-    std::vector<std::string> record;
-    std::string field;
+    std::vector<std::vector<std::string>> records(1, std::vector<std::string>(1));
     bool quoted = false;
     for (size_t i = 0; i < text.size(); ++i) {
         const char c = text[i];
-        const bool next = i + 1 < text.size();
-        if (quoted && c == '"' && next && text[i + 1] == '"') {
-            field += c;
-            ++i;
-        } else if (c == '"') {
+        if (quoted && c == '"' && i + 1 < text.size() && text[i + 1] == '"')
+            records.back().back() += text[i++];
+        else if (c == '"')
             quoted = !quoted;
-        } else if (quoted || (c != ',' && c != '\r' && c != '\n')) {
-            field += c;
-        } else {
-            record.push_back(std::move(field));
-            field.clear();
-            if (c != ',') {
-                i += c == '\r' && next && text[i + 1] == '\n';
-                records.push_back(std::move(record));
-                record.clear();
-            }
-        }
+        else if (quoted || (c != ',' && c != '\r' && c != '\n'))
+            records.back().back() += c;
+        else if (c == ',')
+            records.back().emplace_back();
+        else if (c == '\n') // the CR of a CR LF outside quotes is dropped
+            records.emplace_back(1);
     }
-    if (!field.empty() || !record.empty()) {
-        record.push_back(field);
-        records.push_back(record);
-    }
+    if (records.back() == std::vector<std::string>(1))
+        records.pop_back();
     return records;
 }
 
@@ -93,6 +82,8 @@ QJsonArray TimelessRows(const std::string& json) {
     }
     return rows;
 }
+
+std::string Str(const QJsonValue& value) { return value.toString().toStdString(); }
 
 std::string SamplesDir() { return GLYPHOR_SAMPLES_DIR; }
 std::string SamplePath(const std::string& fileName) { return SamplesDir() + "/" + fileName; }

@@ -28,6 +28,7 @@ std::vector<std::vector<std::string>> ParseCsv(const std::string& text);
 // which differ from run to run.
 QJsonObject ParseJson(const std::string& text);
 QJsonArray TimelessRows(const std::string& json);
+std::string Str(const QJsonValue& value);
 
 std::string SamplesDir();
 std::string SamplePath(const std::string& fileName);

@@ -3,7 +3,8 @@
 
 #include <map>
 
-namespace batchtest {
+using namespace batchtest;
+
 namespace {
 
 class BatchShardTest : public BatchFixture {};
@@ -14,13 +15,11 @@ TEST_F(BatchShardTest, ShardsMergedEqualOneRun) {
     const RunResult whole = RunBatch(common);
     ASSERT_EQ(whole.status, 0) << whole.err;
     std::vector<std::string> merge = {"merge", "-o", Path("merged.json")};
-    size_t rows = 0;
     for (int k = 1; k <= 3; ++k) {
         std::vector<std::string> args = common;
         args.insert(args.begin(), {"--shard", std::to_string(k) + "/3"});
         const RunResult shard = RunBatch(args);
         ASSERT_EQ(shard.status, 0) << shard.err;
-        rows += TimelessRows(shard.out).size();
         writeFile(Path("s" + std::to_string(k) + ".json"), shard.out);
         merge.push_back(Path("s" + std::to_string(k) + ".json"));
     }
@@ -29,12 +28,10 @@ TEST_F(BatchShardTest, ShardsMergedEqualOneRun) {
     EXPECT_EQ(merged.out + merged.err, "");
     const std::string json = readFile(Path("merged.json"));
     const QJsonArray expected = TimelessRows(whole.out);
-    EXPECT_EQ(rows, size_t(expected.size()));
     EXPECT_EQ(TimelessRows(json), expected);
-    const QJsonObject stats = ParseJson(json)["statistics"].toObject();
-    const QJsonObject wholeStats = ParseJson(whole.out)["statistics"].toObject();
-    EXPECT_EQ(stats["imageCount"], wholeStats["imageCount"]);
-    EXPECT_EQ(stats["symbolsCount"], wholeStats["symbolsCount"]);
+    const QJsonValue stats = ParseJson(json)["statistics"], wholeStats = ParseJson(whole.out)["statistics"];
+    for (const QString figure : {"imageCount", "symbolsCount"})
+        EXPECT_EQ(stats[figure], wholeStats[figure]) << figure.toStdString();
 
     // A shard given twice overlaps; the earlier merged file stays as it was.
     merge.push_back(Path("s1.json"));
@@ -77,10 +74,10 @@ TEST_F(BatchShardTest, BaselineOfAnotherPluginSettingTellsWhatWasLost) {
     EXPECT_EQ(weak.status, 3) << weak.err;
     const QJsonObject baseline = ParseJson(weak.out)["baseline"].toObject();
     std::map<std::string, std::string> changes;
-    for (const QJsonValue& row : baseline["rows"].toArray()) {
-        changes[row.toObject()["relative"].toString().toStdString()] =
-            row.toObject()["change"].toString().toStdString();
-        EXPECT_TRUE(row.toObject()["timeBefore"].isDouble() && row.toObject()["timeNow"].isDouble());
+    for (const QJsonValue& value : baseline["rows"].toArray()) {
+        const QJsonObject row = value.toObject();
+        changes[Str(row["relative"])] = Str(row["change"]);
+        EXPECT_TRUE(row["timeBefore"].isDouble() && row["timeNow"].isDouble());
     }
     EXPECT_EQ(changes, (std::map<std::string, std::string>{
                            {"sub/low.png", "lost"}, {"noisy.jpg", "newly read"}, {"plain.png", "same"}}));
@@ -88,4 +85,3 @@ TEST_F(BatchShardTest, BaselineOfAnotherPluginSettingTellsWhatWasLost) {
 }
 
 } // namespace
-} // namespace batchtest

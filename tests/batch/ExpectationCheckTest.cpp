@@ -4,27 +4,18 @@
 
 #include <gtest/gtest.h>
 
-
 namespace {
 
-std::vector<DecodedSymbol> Symbols(std::initializer_list<std::string> payloads) {
+// Symbols holding these bytes; with an ECI, bytes in the character set it names.
+std::vector<DecodedSymbol> Symbols(std::initializer_list<std::string> payloads, int32_t eci = ZYR_ECI_NONE) {
     std::vector<DecodedSymbol> symbols;
     for (const std::string& payload : payloads) {
         DecodedSymbol s;
         s.bytes = payload;
-        symbols.push_back(s);
-    }
-    return symbols;
-}
-
-// Symbols with bytes in the character set an ECI names.
-std::vector<DecodedSymbol> TextSymbols(std::initializer_list<std::pair<std::string, int32_t>> pairs) {
-    std::vector<DecodedSymbol> symbols;
-    for (const auto& [bytes, eci] : pairs) {
-        DecodedSymbol s;
-        s.bytes = bytes;
-        s.dataType = ZYR_DATA_ECI_BYTES;
-        s.eci = eci;
+        if (eci != ZYR_ECI_NONE) {
+            s.dataType = ZYR_DATA_ECI_BYTES;
+            s.eci = eci;
+        }
         symbols.push_back(s);
     }
     return symbols;
@@ -33,7 +24,10 @@ std::vector<DecodedSymbol> TextSymbols(std::initializer_list<std::pair<std::stri
 TEST(ExpectationCheck, Verdicts) {
     const std::string binary("GLY\0\x01\x02\xff\x80\x00\x7f" "END\n", 14);
     struct Case {
-        const char* name; std::optional<std::string> expected; std::vector<DecodedSymbol> symbols; Verdict verdict;
+        const char* name;
+        std::optional<std::string> expected;
+        std::vector<DecodedSymbol> symbols;
+        Verdict verdict;
     };
     const Case cases[] = {
         {"exact", "GLYPHOR 42", Symbols({"GLYPHOR 42"}), Verdict::Pass},
@@ -53,12 +47,13 @@ TEST(ExpectationCheck, Verdicts) {
         {"nothing read", "GLYPHOR 42", Symbols({}), Verdict::Miss},
         {"one of two read", "FIRST\nSECOND", Symbols({"SECOND"}), Verdict::Miss},
         {"no file", std::nullopt, Symbols({"A"}), Verdict::Unchecked},
-        {"text file, symbol in Shift_JIS", "\xe6\x97\xa5\xe6\x9c\xac", TextSymbols({{"\x93\xfa\x96\x7b", ZYR_ECI_SHIFT_JIS}}),
+        {"text file, symbol in Shift_JIS", "\xe6\x97\xa5\xe6\x9c\xac",
+         Symbols({"\x93\xfa\x96\x7b"}, ZYR_ECI_SHIFT_JIS), Verdict::Pass},
+        {"text file, two symbols as text", "A\n\xe6\x97\xa5", Symbols({"A", "\x93\xfa"}, ZYR_ECI_SHIFT_JIS),
          Verdict::Pass},
-        {"text file, one symbol by bytes, one by text", "A\n\xe6\x97\xa5",
-         TextSymbols({{"A", ZYR_ECI_UTF8}, {"\x93\xfa", ZYR_ECI_SHIFT_JIS}}), Verdict::Pass},
-        {"text file, wrong text", "\xe6\x97\xa5", TextSymbols({{"\x96\x7b", ZYR_ECI_SHIFT_JIS}}), Verdict::Misread},
-        {"Latin-1 file is bytes, not text", "Gr\xfc", TextSymbols({{"Gr\xc3\xbc", ZYR_ECI_UTF8}}), Verdict::Misread},
+        {"text file, wrong text", "\xe6\x97\xa5", Symbols({"\x96\x7b"}, ZYR_ECI_SHIFT_JIS), Verdict::Misread},
+        {"Latin-1 file is bytes, not text", "Gr\xfc", Symbols({"Gr\xc3\xbc"}, ZYR_ECI_UTF8),
+         Verdict::Misread},
     };
     for (const Case& c : cases) {
         EXPECT_EQ(ExpectationCheck::Judge(c.expected, c.symbols), c.verdict)

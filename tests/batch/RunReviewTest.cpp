@@ -43,7 +43,6 @@ TEST(RunFile, ReadsRowsSymbolsAndEscapesBack) {
     EXPECT_EQ(std::make_tuple(a.plugin, a.index, a.timeMs, a.Read()), std::make_tuple("Q\xc3\xa9R", size_t(7), 12.5, true));
     ASSERT_EQ(a.symbols.size(), 1u);
     EXPECT_EQ(a.symbols[0].corners[2], std::make_pair(30.0, 31.0));
-    EXPECT_EQ(std::string() + a.json.front() + a.json.back(), "{}");
     // Older runs without "relative" match by the file column.
     EXPECT_EQ(std::make_pair(run.rows[1].relative, run.rows[1].Read()), std::make_pair(std::string("c\"d.png"), false));
     EXPECT_EQ(std::make_tuple(run.imageCount, run.shardIndex, run.shardCount), std::make_tuple(2L, 2, 3));
@@ -102,13 +101,7 @@ TEST(ShardSelection, ParsesKOfNAndSplitsEveryImageIntoExactlyOnePart) {
 }
 
 BatchRun RunOf(std::vector<RunRow> rows, int shard, int shards, long images = 1, double averageMs = 1) {
-    BatchRun run;
-    run.rows = std::move(rows);
-    run.shardIndex = shard;
-    run.shardCount = shards;
-    run.imageCount = images;
-    run.averageTimeMs = averageMs;
-    return run;
+    return BatchRun{std::move(rows), averageMs, images, 0, 0, {}, shard, shards};
 }
 
 TEST(RunMerge, ShardsComeBackInInputOrderAndOverlapsAreRefused) {
@@ -162,7 +155,6 @@ TEST(Baseline, ClassifiesEachImageAndPluginAndFlagsRegressions) {
     EXPECT_EQ(std::make_tuple(s.matched, s.newlyRead, s.lost, s.changed, s.timeBeforeMs, s.timeNowMs),
               std::make_tuple(7L, 1L, 1L, 1L, 70.0, 35.0));
     EXPECT_TRUE(c.Regressed());
-    EXPECT_EQ(Baseline::TextLines(c).back().substr(0, 18), "P                 ");
     EXPECT_NE(Baseline::TextLines(c).back().find("-50.0%"), std::string::npos);
     JsonValue json;
     std::string error;

@@ -7,18 +7,10 @@ using namespace plugincheck;
 
 namespace {
 
+// A QR code of five ASCII bytes, well inside a 100 x 100 image.
 SymbolCopy sound() {
-    SymbolCopy s;
-    s.symbology = ZYR_SYM_QRCODE;
-    s.dataType = ZYR_DATA_ASCII;
-    s.bytes = "HELLO";
-    s.length = 5;
-    s.terminated = true;
-    s.corners[0] = {10, 10};
-    s.corners[1] = {90, 10};
-    s.corners[2] = {90, 90};
-    s.corners[3] = {10, 90};
-    return s;
+    return {ZYR_SYM_QRCODE, ZYR_DATA_ASCII, ZYR_ECI_NONE, 5, "HELLO", true,
+            {{10, 10}, {90, 10}, {90, 90}, {10, 90}}};
 }
 
 struct Fault {
@@ -67,12 +59,7 @@ TEST(SampleContents, MisreadsDuplicatesAndWrongEciAreFaultsButMissesAndUnreporte
     CheckImage image("two", 1, 1, ZYR_PIXEL_GREY8, 1);
     image.known = true;
     image.expected = {{"FIRST", ZYR_ECI_NONE}, {"SECOND", ZYR_ECI_UTF8}};
-    auto symbol = [](const char* bytes, int32_t eci) {
-        SymbolCopy s;
-        s.bytes = bytes;
-        s.eci = eci;
-        return s;
-    };
+    auto symbol = [](const char* bytes, int32_t eci) { return SymbolCopy{0, 0, eci, 0, bytes}; };
     int unreported = 0;
     EXPECT_TRUE(contentProblems(image, {symbol("SECOND", ZYR_ECI_UTF8)}, unreported).empty());
     EXPECT_TRUE(contentProblems(image, {symbol("SECOND", ZYR_ECI_NONE)}, unreported).empty());

@@ -6,12 +6,8 @@
 #include <cstdlib>
 #include <vector>
 
-namespace {
-
 // Headers may promise any size; pixels are decoded only for images that fit this comfortably.
 constexpr uint32_t kLargestOutput = 32u << 20;
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (size > 0xFFFFFFFFu)

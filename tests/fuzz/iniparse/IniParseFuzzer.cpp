@@ -1,43 +1,18 @@
 // Feeds arbitrary bytes to the INI loader. Without a byte shift, whatever was loaded must survive
 // a Save and a second Load unchanged, and a second Save must give the same bytes.
 #include "KVIniFile.h"
+#include "TempFolder.h"
 
 #include <cstdint>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <string>
-#include <unistd.h>
 
 namespace {
 
-std::string Folder() {
-    const char* tmp = std::getenv("TMPDIR");
-    if (tmp && *tmp)
-        return tmp;
-    return access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp";
-}
-
-const std::string inPath = Folder() + "/glyphor_fuzz_ini_in_" + std::to_string(getpid());
-const std::string outPath = Folder() + "/glyphor_fuzz_ini_out_" + std::to_string(getpid());
-
-// Removes the scratch files when the fuzzer exits.
-struct ScratchFiles {
-    ~ScratchFiles() {
-        unlink(inPath.c_str());
-        unlink(outPath.c_str());
-    }
-} scratchFiles;
-
-void Write(const std::string& file, const uint8_t* data, size_t size) {
-    std::ofstream out(file, std::ios::binary | std::ios::trunc);
-    out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
-}
-
-std::string Read(const std::string& file) {
-    std::ifstream in(file, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
+// Removed with its files when the fuzzer exits.
+const TempFolder scratch;
+const std::string inPath = scratch.file("in.ini");
+const std::string outPath = scratch.file("out.ini");
 
 std::string Dump(KVIniFile& ini) {
     std::string out;
@@ -69,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         return 0;
     // The first byte picks the shift: 0 means off, anything else shifts by that amount.
     const int shift = data[0];
-    Write(inPath, data + 1, size - 1);
+    writeFile(inPath, std::string(reinterpret_cast<const char*>(data) + 1, size - 1));
 
     KVIniFile first;
     first.SetByteShift(shift != 0, shift);
@@ -77,7 +52,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         std::abort();
     const std::string model = Dump(first);
     first.Save(outPath.c_str(), true);
-    const std::string saved = Read(outPath);
+    const std::string saved = readFile(outPath);
 
     KVIniFile second;
     second.SetByteShift(shift != 0, shift);
@@ -88,7 +63,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (Dump(second) != model)
         std::abort();
     second.Save(outPath.c_str(), true);
-    if (Read(outPath) != saved)
+    if (readFile(outPath) != saved)
         std::abort();
     return 0;
 }

@@ -4,9 +4,10 @@
 #include "XDocumentBase.h"
 #include "XEscaping.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
+#include <iterator>
 #include <string>
 
 using namespace KV::XLib;
@@ -30,25 +31,15 @@ void Check(bool condition) {
 
 // Standard XML decoding of the five predefined entities, one pass, as a parser does it.
 std::string ParserDecode(const std::string& text) {
-    static const char* const names[][2] = {
+    static const std::string names[][2] = {
         {"&amp;", "&"}, {"&gt;", ">"}, {"&lt;", "<"}, {"&quot;", "\""}, {"&apos;", "'"}};
     std::string out;
     for (size_t i = 0; i < text.size();) {
-        if (text[i] != '&') {
-            out += text[i++];
-            continue;
-        }
-        bool matched = false;
-        for (const auto& entity : names) {
-            const size_t n = std::strlen(entity[0]);
-            if (text.compare(i, n, entity[0]) == 0) {
-                out += entity[1];
-                i += n;
-                matched = true;
-                break;
-            }
-        }
-        Check(matched); // a bare "&" is not well-formed
+        const auto* entity = std::find_if(std::begin(names), std::end(names),
+                                          [&](auto& e) { return text.compare(i, e[0].size(), e[0]) == 0; });
+        Check(text[i] != '&' || entity != std::end(names)); // a bare "&" is not well-formed
+        out += text[i] == '&' ? (*entity)[1] : std::string(1, text[i]);
+        i += text[i] == '&' ? (*entity)[0].size() : 1;
     }
     return out;
 }
