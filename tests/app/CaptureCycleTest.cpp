@@ -2,6 +2,7 @@
 // readers, the option word, the visible override, the removal countdown, errors, timing and the jobs.
 #include "CaptureCycle.h"
 #include "CaptureOptions.h"
+#include "CaptureSettingsCheck.h"
 #include "FakeView.h"
 
 #include <gtest/gtest.h>
@@ -89,6 +90,47 @@ protected:
     std::vector<int64_t> clock; // the times the cycle reads, in turn
     size_t ticks = 0;
 };
+
+// The selected plug-ins must share one image-settings record; a cycle takes the first selected
+// plug-in's record.
+struct CheckCase {
+    const char* name;
+    std::vector<std::vector<const char*>> plugins; // image names each plug-in needs (none = no settings)
+    std::vector<bool> selected;
+    bool passes;
+    const char* chosen; // image name of the record a cycle takes; null = none
+};
+
+class CaptureSettings : public CaptureTest, public ::testing::WithParamInterface<CheckCase> {};
+
+TEST_P(CaptureSettings, CheckAndChoice) {
+    const CheckCase& c = GetParam();
+    std::vector<rd::PluginScript> scripts;
+    for (const auto& images : c.plugins) {
+        std::vector<ZyrImageSettings> records;
+        for (const char* image : images)
+            records.push_back(Record(image));
+        scripts.push_back(Plugin(std::string(1, char('A' + scripts.size())), records));
+    }
+    Install(scripts, c.selected);
+    EXPECT_EQ(cycle.CheckImageSettings(), c.passes);
+    const Messages complaint = {
+        {MessageKind::Exclamation, "All selected plugins must use the same image settings for image capture"}};
+    EXPECT_EQ(view.messages, c.passes ? Messages{} : complaint);
+    const ZyrImageSettings* chosen = CaptureSettingsCheck::Choose(session.plugins, session.imageSettings);
+    EXPECT_STREQ(chosen ? chosen->ImageName : nullptr, c.chosen);
+    EXPECT_TRUE(rd::Calls().empty()) << "a check calls no reader";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Selections, CaptureSettings,
+    ::testing::Values(CheckCase{"nothing_selected", {{"VISIBLE_DOC"}}, {false}, false, "VISIBLE_DOC"},
+                      CheckCase{"names_differing_only_in_case", {{"DOC"}, {"doc"}}, {}, false, "DOC"},
+                      CheckCase{"first_selected_without_settings", {{}, {"VISIBLE_DOC"}}, {}, true, nullptr},
+                      CheckCase{"none_with_settings", {{}, {}}, {}, false, nullptr},
+                      CheckCase{"unselected_one_differs", {{"VISIBLE_DOC"}, {"IR_DOC"}}, {true, false}, true,
+                                "VISIBLE_DOC"}),
+    [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(CaptureTest, OneSidedCycleCallsTheReaderInOrderWithItsArguments) {
     ZyrImageSettings record = Record("VISIBLE_DOC");
