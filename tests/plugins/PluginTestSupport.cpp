@@ -2,11 +2,11 @@
 
 #include "ImageFiles.h"
 #include "SampleCatalogue.h"
+#include "TempFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <dlfcn.h>
-#include <fstream>
 #include <stdexcept>
 
 namespace plugintest {
@@ -29,9 +29,8 @@ std::string samplePath(const std::string& sampleName) {
 std::string fixturePath(const std::string& fileName) { return std::string(PLUGIN_FIXTURE_DIR) + "/" + fileName; }
 
 std::string writeFile(const std::string& name, const std::string& text) {
-    std::string path = testing::TempDir() + name;
-    std::ofstream(path, std::ios::binary) << text;
-    return path;
+    static const TempFolder folder; // removed with its files when the program ends
+    return folder.write(name, text);
 }
 
 bool isLoaded(const std::string& libraryPath) {

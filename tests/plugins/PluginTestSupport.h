@@ -15,7 +15,7 @@ std::string pluginPath(const std::string& name);       // KVDECODE_<name>.so in 
 std::string settingsPath(const std::string& name);     // its #KVDECODE_<name>.ini
 std::string samplePath(const std::string& sampleName); // the generated image of a catalogue sample
 std::string fixturePath(const std::string& fileName);  // test-only plug-ins and files
-std::string writeFile(const std::string& name, const std::string& text); // in the test's temporary folder
+std::string writeFile(const std::string& name, const std::string& text); // in a folder of its own
 bool isLoaded(const std::string& libraryPath);         // the library is mapped in this process
 
 // A symbol as the callback saw it, copied before the symbol result was released.
